@@ -1,0 +1,27 @@
+// The base of every failure that has words for the user. Immutable; any thread may read it.
+//
+// A cancellation is not among them: it has no words of its own and is caught first.
+
+#pragma once
+
+#include <exception>
+#include <stdexcept>
+#include <string>
+
+namespace tallyglass {
+
+class Error : public std::runtime_error {
+public:
+    explicit Error(const std::string& description) : std::runtime_error(description) {}
+
+    /// The text to show, the same as what().
+    [[nodiscard]] std::string errorDescription() const { return what(); }
+};
+
+/// Thrown by an operation whose stop token was stopped. Deliberately no Error.
+class Cancelled : public std::exception {
+public:
+    [[nodiscard]] const char* what() const noexcept override { return "Cancelled"; }
+};
+
+} // namespace tallyglass

@@ -1,0 +1,43 @@
+# What every target of the project has in common.
+
+add_library(TallyglassCompileOptions INTERFACE)
+target_include_directories(TallyglassCompileOptions INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(TallyglassCompileOptions INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wextra-semi -Wconversion
+    -Wno-sign-conversion)
+if(TALLYGLASS_SANITIZERS)
+    add_compile_options(-fsanitize=${TALLYGLASS_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${TALLYGLASS_SANITIZERS})
+endif()
+if(TALLYGLASS_FUZZING)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# The sources of the current folder that belong to this platform.
+function(tallyglass_sources result)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    if(APPLE)
+        list(FILTER sources EXCLUDE REGEX "_linux\\.cpp$")
+    else()
+        list(FILTER sources EXCLUDE REGEX "_mac\\.cpp$")
+    endif()
+    set(${result} ${sources} PARENT_SCOPE)
+endfunction()
+
+# One folder is one static library: tallyglass_library(NAME LIBRARY...).
+function(tallyglass_library name)
+    tallyglass_sources(sources)
+    if(NOT sources)
+        add_library(${name} INTERFACE)
+        target_link_libraries(${name} INTERFACE TallyglassCompileOptions ${ARGN})
+        return()
+    endif()
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC TallyglassCompileOptions ${ARGN})
+endfunction()
+
+# One thin main over those libraries: tallyglass_program(NAME MAIN LIBRARY...).
+function(tallyglass_program name main)
+    add_executable(${name} ${main})
+    target_link_libraries(${name} PRIVATE TallyglassCompileOptions ${ARGN})
+endfunction()
