@@ -1,0 +1,90 @@
+# Sourced by ./run, ./test, ./bench and .ci/run: the packages, the build, and how they speak.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+top=$PWD
+
+# What builds the programs and what they run on.
+build_packages=(
+    g++ cmake ninja-build pkg-config
+    libsqlitecpp-dev libsqlite3-dev libicu-dev libfmt-dev libcli11-dev nlohmann-json3-dev libplist-dev
+    libgtest-dev libgmock-dev libexpat1-dev
+    rsync tzdata
+)
+# What the checks of .ci/run need besides.
+check_packages=(clang-16 clang-tidy-16 clang-format-16 libclang-rt-16-dev)
+
+say() { printf '%s\n' "$*"; }
+fail() {
+    printf '%s\n' "$*" >&2
+    exit 1
+}
+
+# Installs those of the named packages that are missing; asks for rights only then.
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    say "Installing ${missing[*]}"
+    local rights=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "Installing packages needs root or sudo, and there is neither."
+        rights=(sudo)
+    fi
+    quietly "Packages could not be installed." "${rights[@]}" apt-get update -q
+    quietly "Packages could not be installed." \
+        "${rights[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# quietly WORDS COMMAND...: runs the command; only when it fails is its output shown, after the words.
+quietly() {
+    local words=$1 log
+    shift
+    log=$(mktemp)
+    if "$@" >"$log" 2>&1; then
+        rm -f "$log"
+        return
+    fi
+    printf '%s It said:\n' "$words" >&2
+    tail -n 60 "$log" >&2
+    rm -f "$log"
+    exit 1
+}
+
+# build PRESET [TARGET...]: configures and builds; on a terminal ninja's one line shows how far it is.
+build() {
+    local preset=$1 targets=()
+    shift
+    [ $# -gt 0 ] && targets=(--target "$@")
+    say "Building ($preset)"
+    quietly "The build could not be configured." cmake --preset "$preset"
+    if [ -t 1 ]; then
+        NINJA_STATUS='[%f/%t] ' cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}" ||
+            fail "The build failed."
+    else
+        quietly "The build failed." cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}"
+    fi
+}
+
+# run_tests PRESET: runs all tests of a built preset, prints "N passed, N failed", and what failed.
+run_tests() {
+    local preset=$1 log status=0 show=/dev/null
+    log=$(mktemp)
+    [ -t 1 ] && show=/dev/stdout
+    say "Testing ($preset)"
+    ctest --preset "$preset" --parallel "$(nproc)" --progress 2>&1 | tee "$log" >"$show" || status=$?
+    local failed total
+    read -r failed total < <(sed -nE 's/.*, ([0-9]+) tests failed out of ([0-9]+).*/\1 \2/p' "$log")
+    if [ -z "${total:-}" ] || [ "$total" -eq 0 ]; then
+        tail -n 40 "$log" >&2
+        fail "No test ran."
+    fi
+    [ "$status" -eq 0 ] || { [ "$show" = /dev/stdout ] || tail -n 400 "$log" >&2; }
+    rm -f "$log"
+    passed_tests=$((total - failed))
+    failed_tests=$failed
+    say "$passed_tests passed, $failed_tests failed"
+    [ "$status" -eq 0 ]
+}
