@@ -1,0 +1,45 @@
+#include "TallyglassKit/Comparison/ChangeKind.h"
+
+namespace tallyglass {
+
+namespace {
+
+struct Words {
+    std::string_view rawValue;
+    std::string_view label;
+    std::string_view symbolName;
+};
+
+constexpr std::array<Words, allChangeKinds.size()> words{{
+    {"added", "Added", "plus.circle.fill"},
+    {"removed", "Removed", "minus.circle.fill"},
+    {"modified", "Modified", "pencil.circle.fill"},
+}};
+
+constexpr const Words& wordsFor(ChangeKind kind) {
+    return words[static_cast<std::size_t>(kind)];
+}
+
+} // namespace
+
+std::string_view rawValue(ChangeKind kind) {
+    return wordsFor(kind).rawValue;
+}
+
+template <>
+std::optional<ChangeKind> fromRawValue<ChangeKind>(std::string_view raw) {
+    for (const ChangeKind kind : allChangeKinds)
+        if (rawValue(kind) == raw)
+            return kind;
+    return std::nullopt;
+}
+
+std::string_view label(ChangeKind kind) {
+    return wordsFor(kind).label;
+}
+
+std::string_view symbolName(ChangeKind kind) {
+    return wordsFor(kind).symbolName;
+}
+
+} // namespace tallyglass

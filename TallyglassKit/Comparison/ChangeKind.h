@@ -1,0 +1,27 @@
+// What happened to a path between two snapshots. The raw values are what the diff cache holds.
+
+#pragma once
+
+#include "TallyglassKit/Platform/RawValue.h"
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace tallyglass {
+
+enum class ChangeKind : std::uint8_t { added, removed, modified };
+
+inline constexpr std::array allChangeKinds{ChangeKind::added, ChangeKind::removed, ChangeKind::modified};
+
+[[nodiscard]] std::string_view rawValue(ChangeKind kind);
+template <>
+[[nodiscard]] std::optional<ChangeKind> fromRawValue<ChangeKind>(std::string_view raw);
+
+/// The word for the user, such as "Added".
+[[nodiscard]] std::string_view label(ChangeKind kind);
+
+/// The name of the symbol that stands for the kind, such as "plus.circle.fill".
+[[nodiscard]] std::string_view symbolName(ChangeKind kind);
+
+} // namespace tallyglass

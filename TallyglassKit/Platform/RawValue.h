@@ -1,0 +1,15 @@
+// Enumerations with raw values: `rawValue(x)`, a free function beside each enumeration, gives the text that
+// stands for a case in files and command lines, and `fromRawValue<X>(text)` finds the case again.
+
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace tallyglass {
+
+/// The case whose raw value is `raw`, or nothing. Specialised beside each enumeration.
+template <typename E>
+[[nodiscard]] std::optional<E> fromRawValue(std::string_view raw);
+
+} // namespace tallyglass
