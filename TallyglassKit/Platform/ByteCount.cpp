@@ -1,0 +1,111 @@
+#include "TallyglassKit/Platform/ByteCount.h"
+
+#include "TallyglassKit/Platform/Icu.h"
+
+#include <unicode/measunit.h>
+#include <unicode/numberformatter.h>
+#include <unicode/rbnf.h>
+
+#include <array>
+
+namespace tallyglass {
+
+namespace {
+
+using icu::MeasureUnit;
+using icu::number::NumberFormatter;
+using icu::number::Precision;
+using icu::number::Scale;
+
+struct Unit {
+    std::uint64_t largest; ///< the largest magnitude that still rounds to less than a thousand of this unit
+    int powerOfTen;
+    int fractionDigits;
+};
+
+constexpr std::array units{
+    Unit{999, 0, 0},
+    Unit{999'499, 3, 0},
+    Unit{999'949'999, 6, 1},
+    Unit{999'994'999'999, 9, 2},
+    Unit{999'994'999'999'999, 12, 2},
+    Unit{999'994'999'999'999'999, 15, 2},
+    Unit{UINT64_MAX, 18, 2},
+};
+
+/// One locale's formatters, which take far longer to make than to use. Immutable; any thread.
+class Formats {
+public:
+    explicit Formats(const UserLocale& locale) : identifier(locale.identifier) {
+        const std::array measures{MeasureUnit::getByte(),     MeasureUnit::getKilobyte(),
+                                  MeasureUnit::getMegabyte(), MeasureUnit::getGigabyte(),
+                                  MeasureUnit::getTerabyte(), MeasureUnit::getPetabyte()};
+        const auto icuLocale = icutext::icuLocale(locale);
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            auto& format = m_formats[i];
+            format = NumberFormatter::withLocale(icuLocale)
+                         .scale(Scale::powerOfTen(-units[i].powerOfTen))
+                         .precision(Precision::minMaxFraction(0, units[i].fractionDigits))
+                         .roundingMode(UNUM_ROUND_HALFEVEN);
+            if (i < measures.size())
+                format = format.unit(measures[i])
+                             .unitWidth(i == 0 ? UNUM_UNIT_WIDTH_FULL_NAME : UNUM_UNIT_WIDTH_SHORT);
+        }
+        m_zero = spelledOutZero(icuLocale);
+    }
+
+    [[nodiscard]] std::string text(std::int64_t bytes) const {
+        return icutext::toUtf8(bytes == 0 ? m_zero : numeric(bytes));
+    }
+
+    const std::string identifier;
+
+private:
+    [[nodiscard]] icu::UnicodeString numeric(std::int64_t bytes) const {
+        // Negated as unsigned, since the least value has no positive counterpart.
+        const auto magnitude =
+            bytes < 0 ? -static_cast<std::uint64_t>(bytes) : static_cast<std::uint64_t>(bytes);
+        std::size_t unit = 0;
+        while (magnitude > units[unit].largest)
+            ++unit;
+        return numeric(bytes, unit);
+    }
+
+    [[nodiscard]] icu::UnicodeString numeric(std::int64_t count, std::size_t unit) const {
+        icutext::Status status;
+        icu::UnicodeString text = m_formats[unit].formatInt(count, status).toString(status);
+        status.check("format a byte count");
+        if (units[unit].powerOfTen ==
+            3) // the file style writes "KB" where the symbol is "kB", or "Ko" for "ko"
+            text.findAndReplace(u"k", u"K");
+        if (units[unit].powerOfTen == 18) // which ICU doesn't know; the symbol is the international one
+            text.append(u" EB");
+        return text;
+    }
+
+    /// The text of no kilobytes with the numeral as a capitalised word.
+    [[nodiscard]] icu::UnicodeString spelledOutZero(const icu::Locale& locale) const {
+        icutext::Status status;
+        const icu::RuleBasedNumberFormat speller(icu::URBNF_SPELLOUT, locale, status);
+        icu::UnicodeString word;
+        speller.format(0, word);
+        word.toTitle(nullptr, locale);
+        const auto numeral = m_formats.back().formatInt(0, status).toString(status);
+        status.check("spell out zero");
+        return numeric(0, 1).findAndReplace(numeral, word);
+    }
+
+    std::array<icu::number::LocalizedNumberFormatter, units.size()> m_formats;
+    icu::UnicodeString m_zero;
+};
+
+} // namespace
+
+std::string formatByteCount(std::int64_t bytes, const UserLocale& locale) {
+    static const Formats usual(UserLocale::current());
+    if (locale.identifier == usual.identifier)
+        return usual.text(bytes);
+    return Formats(locale).text(bytes);
+}
+
+} // namespace tallyglass

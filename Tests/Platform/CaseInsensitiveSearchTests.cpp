@@ -1,0 +1,78 @@
+#include "TallyglassKit/Platform/CaseInsensitiveSearch.h"
+
+#include <gtest/gtest.h>
+
+namespace tallyglass {
+
+namespace {
+
+const UserLocale english{.identifier = "en_US", .timeZone = ""};
+const UserLocale turkish{.identifier = "tr_TR", .timeZone = ""};
+
+bool contains(std::string_view path, std::string_view text, const UserLocale& locale = english) {
+    return CaseInsensitiveSearch(text, locale).isContainedIn(path);
+}
+
+} // namespace
+
+TEST(CaseInsensitiveSearch, findsAsciiInEitherCaseAnywhere) {
+    const std::string_view path = "/Users/ana/Library/Notes.TXT";
+    for (const char* text : {"/users", "LIBRARY", "notes.txt", "t", "/Users/ana/Library/Notes.TXT"})
+        EXPECT_TRUE(contains(path, text)) << text;
+    for (const char* text : {"Libraries", "xt.", "/Users/ana/Library/Notes.TXT/", "@", "_"})
+        EXPECT_FALSE(contains(path, text)) << text;
+}
+
+TEST(CaseInsensitiveSearch, findsATextThatOverlapsItself) {
+    EXPECT_TRUE(contains("aabaabaaab", "abAAAb"));
+    EXPECT_TRUE(contains("aaaaab", "aab"));
+    EXPECT_FALSE(contains("ababababa", "abb"));
+}
+
+TEST(CaseInsensitiveSearch, findsTextsLongerThanASkipCanCount) {
+    const std::string text = std::string(300, 'x') + "Y" + std::string(300, 'z');
+    EXPECT_TRUE(contains(std::string(1000, 'X') + "y" + std::string(500, 'Z'), text));
+    EXPECT_FALSE(contains(std::string(1000, 'X') + "y" + std::string(299, 'Z'), text));
+}
+
+TEST(CaseInsensitiveSearch, findsTheEmptyTextInEverything) {
+    EXPECT_TRUE(contains("/a", ""));
+    EXPECT_TRUE(contains("", ""));
+    EXPECT_FALSE(contains("", "a"));
+}
+
+TEST(CaseInsensitiveSearch, foldsCaseBeyondAscii) {
+    EXPECT_TRUE(contains("/ÄRGER/ΩΜΈΓΑ", "ärger/ωμέγα"));
+    EXPECT_TRUE(contains("/straße", "STRASSE"));
+    EXPECT_TRUE(contains("/5 \u212Aelvin", "5 kelvin")); // the Kelvin sign
+    EXPECT_TRUE(contains("/5 kelvin", "\u212Aelvin"));
+}
+
+TEST(CaseInsensitiveSearch, takesComposedAndDecomposedLettersForTheSame) {
+    EXPECT_TRUE(contains("/Cafe\u0301 menu", "CAFÉ"));
+    EXPECT_TRUE(contains("/Café menu", "cafe\u0301"));
+}
+
+TEST(CaseInsensitiveSearch, mindsDiacriticsInEveryForm) {
+    EXPECT_FALSE(contains("/Café", "cafe"));
+    EXPECT_FALSE(contains("/Cafe\u0301", "cafe"));
+    EXPECT_FALSE(contains("/Cafe", "café"));
+    EXPECT_TRUE(contains("/Cafe\u0301/cafe", "cafe")); // a later place counts
+}
+
+TEST(CaseInsensitiveSearch, knowsTheTurkishLetters) {
+    EXPECT_FALSE(contains("/FILE", "file", turkish));
+    EXPECT_TRUE(contains("/FILE", "fıle", turkish));
+    EXPECT_TRUE(contains("/fıle", "FILE", turkish));
+    EXPECT_TRUE(contains("/FİLE", "file", turkish));
+    EXPECT_TRUE(contains("/FI\u0307LE", "file", turkish));
+    EXPECT_TRUE(contains("/DATA", "data", turkish));
+    EXPECT_TRUE(contains("/FILE", "file", english));
+}
+
+TEST(CaseInsensitiveSearch, survivesBytesThatAreNoText) {
+    EXPECT_TRUE(contains("/a\xFF\xC3/Name", "name"));
+    EXPECT_FALSE(contains("/name", "\xC3"));
+}
+
+} // namespace tallyglass
