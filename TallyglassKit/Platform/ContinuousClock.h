@@ -1,0 +1,20 @@
+// A clock for spans of time: it never goes back, and it counts on while the computer sleeps. Any thread.
+
+#pragma once
+
+#include <chrono>
+
+namespace tallyglass {
+
+/// A clock as std::chrono knows them.
+struct ContinuousClock {
+    using duration = std::chrono::nanoseconds;
+    using rep = duration::rep;
+    using period = duration::period;
+    using time_point = std::chrono::time_point<ContinuousClock>;
+    static constexpr bool is_steady = true;
+
+    [[nodiscard]] static time_point now() noexcept;
+};
+
+} // namespace tallyglass

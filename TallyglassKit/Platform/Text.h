@@ -1,0 +1,16 @@
+// Questions about UTF-8 text that need no language. Any thread.
+
+#pragma once
+
+#include <string_view>
+
+namespace tallyglass {
+
+/// `text` without white space and newlines at both ends: the tab, the space characters (Zs) and the line ends
+/// of Unicode.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
+/// Whether `text` contains `words`, whatever the case of their letters. Requires: `words` is ASCII.
+[[nodiscard]] bool containsIgnoringCase(std::string_view text, std::string_view words);
+
+} // namespace tallyglass
