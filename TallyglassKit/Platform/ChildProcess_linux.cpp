@@ -10,7 +10,6 @@
 #include <poll.h>
 #include <spawn.h>
 #include <sys/eventfd.h>
-#include <sys/pidfd.h>
 #include <sys/timerfd.h>
 #include <sys/wait.h>
 
@@ -18,7 +17,11 @@
 #include <array>
 #include <csignal>
 #include <cstdint>
-#include <optional>
+#include <span>
+
+extern "C" { // glibc 2.36 has forgotten it in this header
+#include <sys/pidfd.h>
+}
 
 namespace tallyglass {
 
