@@ -1,0 +1,42 @@
+// A property list in memory, read from any of its three forms: binary, XML or old-style text.
+//
+// Immutable and shared: any thread may read it. It owns all that its values borrow, a copy of the bytes it
+// was read from included, and moves without moving any of that.
+//
+// Memory: reading needs at most memoryPerByte times the size of the input and 64 KiB, whatever the bytes are.
+// Time: in proportion to the size of the input.
+
+#pragma once
+
+#include "TallyglassKit/Platform/PropertyListError.h"
+#include "TallyglassKit/Platform/PropertyListStorage.h"
+#include "TallyglassKit/Platform/PropertyListValue.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace tallyglass {
+
+class PropertyList {
+public:
+    /// Worst is a binary dictionary, in which 2 bytes name a pair that takes up to 43 with its place in the
+    /// table of keys.
+    static constexpr std::size_t memoryPerByte = 40;
+
+    /// Reads bytes that begin as a binary list as such, others as XML or else as old-style text. Throws
+    /// PropertyListError; if no form fits, that of the form that the bytes look most like.
+    [[nodiscard]] static PropertyList parse(std::string_view bytes);
+
+    [[nodiscard]] PropertyListValue root() const { return m_root; }
+
+    /// The bytes of memory that the list holds.
+    [[nodiscard]] std::size_t memorySize() const { return m_storage.size(); }
+
+private:
+    PropertyList() = default;
+
+    PropertyListStorage m_storage;
+    PropertyListValue m_root;
+};
+
+} // namespace tallyglass
