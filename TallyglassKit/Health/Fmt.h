@@ -1,0 +1,34 @@
+// Sizes, durations and dates in the same words on every screen, with one text for what is absent.
+// Without shared mutable state; any thread.
+
+#pragma once
+
+#include "TallyglassKit/Platform/Date.h"
+#include "TallyglassKit/Platform/Durations.h"
+#include "TallyglassKit/Platform/UserLocale.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tallyglass {
+
+struct Fmt {
+    /// A byte count in the file style, "12.3 MB", or "—".
+    [[nodiscard]] static std::string size(std::optional<std::int64_t> bytes,
+                                          const UserLocale& locale = UserLocale::current());
+
+    /// In minutes below an hour, in hours and minutes below a day, else in days and hours. Nothing reads as
+    /// less than a minute. "—" for what is absent or can't be told.
+    [[nodiscard]] static std::string duration(std::optional<double> seconds, DurationStyle style,
+                                              const UserLocale& locale = UserLocale::current());
+
+    /// "2 hours ago" as seen from `relativeTo`, or "Never".
+    [[nodiscard]] static std::string relative(std::optional<Date> date, Date relativeTo,
+                                              const UserLocale& locale = UserLocale::current());
+
+    /// "Nov 22, 2026 at 7:38 PM".
+    [[nodiscard]] static std::string timestamp(Date date, const UserLocale& locale = UserLocale::current());
+};
+
+} // namespace tallyglass

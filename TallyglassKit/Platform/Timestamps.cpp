@@ -1,0 +1,81 @@
+#include "TallyglassKit/Platform/Timestamps.h"
+
+#include "TallyglassKit/Platform/Icu.h"
+
+#include <fmt/format.h>
+#include <unicode/dtptngen.h>
+#include <unicode/simpleformatter.h>
+#include <unicode/smpdtfmt.h>
+
+#include <cmath>
+
+namespace tallyglass {
+
+namespace {
+
+/// One locale's patterns, which take several times longer to find than a date to format. Immutable; any
+/// thread.
+struct Patterns {
+    explicit Patterns(const UserLocale& locale) : identifier(locale.identifier) {
+        icutext::Status status;
+        const std::unique_ptr<icu::DateTimePatternGenerator> generator(
+            icu::DateTimePatternGenerator::createInstance(icutext::icuLocale(locale), status));
+        status.check("find a date pattern");
+        monthAndDay = generator->getBestPattern(u"MMMd", status);
+        // The long joint, which is the "at" of "Nov 22 at 7 PM", takes {1} for the date and {0} for the time.
+        const icu::SimpleFormatter joint(generator->getDateTimeFormat(UDAT_LONG, status), 2, 2, status);
+        joint.format(generator->getBestPattern(u"jmm", status), generator->getBestPattern(u"yMMMd", status),
+                     timestamp, status);
+        status.check("find a date pattern");
+    }
+
+    std::string identifier;
+    icu::UnicodeString timestamp;
+    icu::UnicodeString monthAndDay;
+};
+
+std::string format(Date date, icu::UnicodeString Patterns::*pattern, const UserLocale& locale) {
+    if (std::isnan(secondsSince1970(date)))
+        return "—";
+    static const Patterns usual(UserLocale::current());
+    icutext::Status status;
+    icu::SimpleDateFormat formatter(locale.identifier == usual.identifier ? usual.*pattern
+                                                                          : Patterns(locale).*pattern,
+                                    icutext::icuLocale(locale), status);
+    status.check("format a date");
+    formatter.adoptTimeZone(icutext::icuTimeZone(locale).release());
+    icu::UnicodeString text;
+    formatter.format(icutext::icuDate(date), text);
+    return icutext::toUtf8(text);
+}
+
+} // namespace
+
+std::string formatTimestamp(Date date, const UserLocale& locale) {
+    return format(date, &Patterns::timestamp, locale);
+}
+
+std::string formatMonthAndDay(Date date, const UserLocale& locale) {
+    return format(date, &Patterns::monthAndDay, locale);
+}
+
+std::optional<std::string> formatIso8601(Date date) {
+    using namespace std::chrono;
+    const double roundedMilliseconds = std::round(secondsSince1970(date) * 1000);
+    constexpr auto first = sys_time<milliseconds>(sys_days(year(0) / January / 1));
+    constexpr auto end = sys_time<milliseconds>(sys_days(year(10000) / January / 1));
+    if (!(roundedMilliseconds >= static_cast<double>(first.time_since_epoch().count()) &&
+          roundedMilliseconds < static_cast<double>(end.time_since_epoch().count()))) // nor what is no number
+        return std::nullopt;
+
+    const sys_time<milliseconds> moment(milliseconds(static_cast<std::int64_t>(roundedMilliseconds)));
+    const auto midnight = floor<days>(moment);
+    const year_month_day day(midnight);
+    const hh_mm_ss time(moment - midnight);
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}Z", static_cast<int>(day.year()),
+                       static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
+                       time.hours().count(), time.minutes().count(), time.seconds().count(),
+                       time.subseconds().count());
+}
+
+} // namespace tallyglass
