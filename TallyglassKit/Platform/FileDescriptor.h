@@ -25,9 +25,11 @@ public:
     [[nodiscard]] int number() const noexcept { return m_number; }
     [[nodiscard]] bool isOpen() const noexcept { return m_number >= 0; }
 
+    /// Gives the descriptor away, open.
+    int release() noexcept { return std::exchange(m_number, -1); }
     void close() noexcept {
         if (isOpen())
-            ::close(std::exchange(m_number, -1));
+            ::close(release());
     }
 
 private:

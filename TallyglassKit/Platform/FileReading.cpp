@@ -1,0 +1,55 @@
+#include "TallyglassKit/Platform/FileReading.h"
+
+#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/FileError.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+
+namespace tallyglass {
+
+namespace {
+
+/// What one read takes at most, so that a stop is seen soon.
+constexpr std::size_t readSize = std::size_t{16} << 20;
+
+/// The size of the open regular file.
+std::size_t checkedSize(const FileDescriptor& file, const std::string& path) {
+    struct stat status {};
+    if (fstat(file.number(), &status) != 0)
+        throw FileError(errno, path);
+    if (S_ISDIR(status.st_mode))
+        throw FileError(EISDIR, path);
+    if (!S_ISREG(status.st_mode))
+        throw FileError(EINVAL, path, "Not a regular file");
+    return static_cast<std::size_t>(status.st_size);
+}
+
+} // namespace
+
+ByteBuffer readFile(const std::string& path, std::stop_token stop) {
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.isOpen())
+        throw FileError(errno, path);
+    // A file may grow meanwhile, so the end counts and not the size; the byte more is for meeting the end.
+    std::size_t expected = checkedSize(file, path) + 1;
+    ByteBuffer bytes;
+    while (true) {
+        if (stop.stop_requested())
+            throw Cancelled();
+        const auto room = bytes.tail(std::max<std::size_t>(expected, 1 << 12));
+        const auto count = read(file.number(), room.data(), std::min(room.size(), readSize));
+        if (count == 0)
+            return bytes;
+        if (count > 0) {
+            bytes.commit(static_cast<std::size_t>(count));
+            expected -= std::min(expected, static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            throw FileError(errno, path);
+        }
+    }
+}
+
+} // namespace tallyglass

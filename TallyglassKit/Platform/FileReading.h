@@ -1,0 +1,17 @@
+// Whole files as bytes. Any thread.
+
+#pragma once
+
+#include "TallyglassKit/Platform/ByteBuffer.h"
+
+#include <stop_token>
+#include <string>
+
+namespace tallyglass {
+
+/// The contents of the regular file at `path`, a symbolic link being followed. Throws FileError if it is
+/// missing, may not be read or is something else than a file: a folder has EISDIR, and a pipe or a device,
+/// which might never end, has EINVAL.
+[[nodiscard]] ByteBuffer readFile(const std::string& path, std::stop_token stop = {});
+
+} // namespace tallyglass

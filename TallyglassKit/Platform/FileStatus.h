@@ -1,0 +1,42 @@
+// What the file system says of one item, without opening it. A value; any thread.
+
+#pragma once
+
+#include "TallyglassKit/Platform/Date.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tallyglass {
+
+struct FileStatus {
+    enum class Kind { file, folder, symbolicLink, other };
+
+    Kind kind = Kind::file;
+    std::uint64_t device = 0; ///< the file system that holds the item, within which `inode` is unique
+    std::uint64_t inode = 0;
+    std::int64_t size = 0;                ///< bytes of the contents; of a link, of its target's path
+    std::int64_t modifiedSeconds = 0;     ///< since 1970, rounded down
+    std::int32_t modifiedNanoseconds = 0; ///< on top of them
+
+    [[nodiscard]] bool isFolder() const { return kind == Kind::folder; }
+    [[nodiscard]] Date modified() const {
+        return dateSince1970(static_cast<double>(modifiedSeconds) + modifiedNanoseconds * 1e-9);
+    }
+
+    /// The status of the item at `path`, a symbolic link being reported as itself; absent when it can't be
+    /// had, for whatever reason.
+    [[nodiscard]] static std::optional<FileStatus> of(const std::string& path);
+
+    friend bool operator==(const FileStatus&, const FileStatus&) = default;
+};
+
+/// Whether there is an item at `path`, where a symbolic link counts as what it leads to.
+[[nodiscard]] bool fileExists(const std::string& path);
+
+/// 0 if the file at `path` can be opened for reading, else the platform's error number. Reads nothing and
+/// keeps nothing open.
+[[nodiscard]] int openStatus(const std::string& path);
+
+} // namespace tallyglass
