@@ -1,0 +1,95 @@
+// One open SQLite database with the statements prepared on it. Not thread-safe: its owner lets one thread in
+// at a time. Statements on it never outlive it.
+
+#pragma once
+
+#include "TallyglassKit/Persistence/Statement.h"
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <stop_token>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+namespace SQLite {
+class Database;
+}
+
+namespace tallyglass {
+
+/// How long a statement waits for the lock of another connection before it fails.
+inline constexpr std::chrono::milliseconds defaultLockTimeout{5000};
+
+class Connection {
+public:
+    /// Opens the database file, making it when it is missing. Throws DatabaseError.
+    explicit Connection(const std::filesystem::path& file,
+                        std::chrono::milliseconds lockTimeout = defaultLockTimeout);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Runs one or more statements that give no rows.
+    void execute(const std::string& sql);
+
+    /// The statement of that text, prepared at its first use and kept. Requires: no other use of the same
+    /// text is under way.
+    [[nodiscard]] Query query(std::string_view sql);
+
+    [[nodiscard]] std::int64_t lastInsertedRow() const;
+
+    /// The failure that the last call reported with `code`: throws DatabaseError, or Cancelled when it failed
+    /// because the token of a StopScope was stopped.
+    [[noreturn]] void fail(int code) const;
+
+    [[nodiscard]] const std::filesystem::path& file() const { return m_file; }
+    [[nodiscard]] sqlite3* handle() const;
+
+private:
+    friend class StopScope;
+    static int isStopRequested(void* connection);
+    static int waitForLock(void* connection, int attempt);
+
+    std::filesystem::path m_file;
+    std::chrono::milliseconds m_lockTimeout;
+    std::chrono::steady_clock::time_point m_waitingSince;
+    std::stop_token m_stop;
+    std::unique_ptr<SQLite::Database> m_database;
+    std::map<std::string, Statement, std::less<>> m_statements; // after the database, so closed before it
+};
+
+/// While it lives, statements of the connection, and their waits for a lock, end with Cancelled soon after
+/// `stop` was stopped. Throws Cancelled at once if it already is.
+class StopScope {
+public:
+    StopScope(Connection& connection, std::stop_token stop);
+    ~StopScope();
+    StopScope(const StopScope&) = delete;
+    StopScope& operator=(const StopScope&) = delete;
+
+private:
+    Connection& m_connection;
+};
+
+/// A transaction, rolled back at the end of the scope unless it was committed.
+class Transaction {
+public:
+    enum class Kind {
+        read,  ///< all statements see the same state
+        write, ///< takes the write lock at once, so that no later statement can fail for want of it
+    };
+    Transaction(Connection& connection, Kind kind);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void commit();
+
+private:
+    Connection& m_connection;
+};
+
+} // namespace tallyglass

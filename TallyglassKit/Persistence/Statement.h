@@ -1,0 +1,84 @@
+// A prepared SQL statement of one connection. Its owner uses it from one thread at a time.
+//
+// Use: bind its parameters (counted from 1), step through its rows and read their columns (counted from 0),
+// reset it. Texts are bound without a copy: what they view must stay until the reset.
+
+#pragma once
+
+#include "TallyglassKit/Platform/SharedText.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct sqlite3_stmt;
+
+namespace tallyglass {
+
+class Connection;
+
+class Statement {
+public:
+    /// Prepares the one statement in `sql`, to be used many times. `connection` must outlive it.
+    Statement(Connection& connection, std::string_view sql);
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    void bindNull(int parameter);
+    void bindInteger(int parameter, std::int64_t value);
+    void bindText(int parameter, std::string_view text);
+    /// For a text that goes before the reset.
+    void bindCopyOfText(int parameter, std::string_view text);
+
+    /// Goes to the next row; false when there is none. Throws DatabaseError, or Cancelled when the
+    /// connection's stop token was stopped. After either, the statement must be reset before its next use.
+    bool step();
+
+    /// Steps to the end and resets, keeping what is bound.
+    void run();
+
+    /// Back to the start, with nothing bound.
+    void reset() noexcept;
+
+    [[nodiscard]] bool isNull(int column) const;
+    [[nodiscard]] bool isText(int column) const;
+    [[nodiscard]] std::int64_t integer(int column) const;
+    [[nodiscard]] double real(int column) const;
+    /// Valid until the next step or reset.
+    [[nodiscard]] std::string_view text(int column) const;
+    /// The text of the column, shared with earlier rows of the same text.
+    [[nodiscard]] SharedText sharedText(int column);
+
+    /// The index of the result column of that name; throws DatabaseError when there is none.
+    [[nodiscard]] int column(std::string_view name) const;
+
+    /// Throws a DatabaseError that says that the column holds what it never should.
+    [[noreturn]] void failForValue(int column) const;
+
+private:
+    void check(int code) const;
+
+    Connection& m_connection;
+    sqlite3_stmt* m_statement = nullptr;
+    std::vector<TextPool> m_texts; // by column
+};
+
+/// A use of a statement that its connection keeps: reset when the use ends.
+class Query {
+public:
+    explicit Query(Statement& statement) : m_statement(&statement) {}
+
+    [[nodiscard]] Statement& operator*() const { return *m_statement; }
+    Statement* operator->() const { return m_statement.get(); }
+
+private:
+    struct Reset {
+        void operator()(Statement* statement) const noexcept { statement->reset(); }
+    };
+    std::unique_ptr<Statement, Reset> m_statement;
+};
+
+} // namespace tallyglass

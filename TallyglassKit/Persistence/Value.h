@@ -1,0 +1,93 @@
+// How the types of a record's fields stand in columns: booleans as 0 or 1, moments as text in UTC (see
+// Timestamp.h), enumerations as their raw values, absent optionals as NULL, integers and texts as they are.
+//
+// One pair of functions per type, found by Record.h.
+
+#pragma once
+
+#include "TallyglassKit/Persistence/DatabaseError.h"
+#include "TallyglassKit/Persistence/Statement.h"
+#include "TallyglassKit/Persistence/Timestamp.h"
+#include "TallyglassKit/Platform/RawValue.h"
+
+#include <concepts>
+#include <optional>
+#include <string>
+#include <type_traits>
+
+namespace tallyglass {
+
+inline void bindValue(Statement& statement, int parameter, std::int64_t value) {
+    statement.bindInteger(parameter, value);
+}
+inline void readValue(Statement& statement, int column, std::int64_t& value) {
+    value = statement.integer(column);
+}
+
+template <std::same_as<bool> Boolean>
+void bindValue(Statement& statement, int parameter, Boolean value) {
+    statement.bindInteger(parameter, value);
+}
+inline void readValue(Statement& statement, int column, bool& value) {
+    value = statement.integer(column) != 0;
+}
+
+inline void bindValue(Statement& statement, int parameter, std::string_view value) {
+    statement.bindText(parameter, value);
+}
+inline void readValue(Statement& statement, int column, std::string& value) {
+    value = statement.text(column);
+}
+inline void readValue(Statement& statement, int column, SharedText& value) {
+    value = statement.sharedText(column);
+}
+
+inline void bindValue(Statement& statement, int parameter, Date value) {
+    statement.bindCopyOfText(parameter, TimestampText(value));
+}
+/// A number counts as seconds since 1970; what can't be read is absent.
+inline void readValue(Statement& statement, int column, std::optional<Date>& value) {
+    if (statement.isText(column))
+        value = parseTimestamp(statement.text(column));
+    else
+        value =
+            statement.isNull(column) ? std::nullopt : std::optional(dateSince1970(statement.real(column)));
+}
+/// What can't be read is 1970.
+inline void readValue(Statement& statement, int column, Date& value) {
+    std::optional<Date> date;
+    readValue(statement, column, date);
+    value = date.value_or(Date());
+}
+
+template <typename E>
+    requires std::is_enum_v<E>
+void bindValue(Statement& statement, int parameter, E value) {
+    statement.bindText(parameter, rawValue(value));
+}
+/// Throws DatabaseError for a text that stands for no case.
+template <typename E>
+    requires std::is_enum_v<E>
+void readValue(Statement& statement, int column, E& value) {
+    const auto known = fromRawValue<E>(statement.text(column));
+    if (!known)
+        statement.failForValue(column);
+    value = *known;
+}
+
+template <typename T>
+void bindValue(Statement& statement, int parameter, const std::optional<T>& value) {
+    if (value)
+        bindValue(statement, parameter, *value);
+    else
+        statement.bindNull(parameter);
+}
+template <typename T>
+void readValue(Statement& statement, int column, std::optional<T>& value) {
+    if (statement.isNull(column))
+        value.reset();
+    else
+        readValue(statement, column, value.emplace());
+}
+
+} // namespace tallyglass
