@@ -21,6 +21,8 @@
 
 namespace tallyglass {
 
+struct BackupStatus;
+
 class TMUtilRunner {
 public:
     using Arguments = TMUtilError::Arguments;
@@ -67,6 +69,19 @@ public:
     template <std::invocable<std::string_view> Decode>
     auto runDecoding(Decode&& decode, const Arguments& arguments, std::stop_token stop = {}) const
         -> std::invoke_result_t<Decode, std::string_view>;
+
+    // Verbs. Each is one run and throws what run() throws.
+
+    /// What the backup engine is doing; output that can't be understood counts as idle.
+    [[nodiscard]] BackupStatus status(std::stop_token stop = {}) const;
+    /// Start and stop a backup. Both return as soon as tmutil does.
+    void startBackup(std::stop_token stop = {}) const;
+    void stopBackup(std::stop_token stop = {}) const;
+
+    /// The roots of all backups, oldest first.
+    [[nodiscard]] std::vector<std::string> backupPathsThrowing(std::stop_token stop = {}) const;
+    /// The same, and empty after any failure, a stop among them.
+    [[nodiscard]] std::vector<std::string> backupPaths(std::stop_token stop = {}) const;
 
 private:
     std::shared_ptr<const std::string> m_executable;

@@ -1,0 +1,52 @@
+#include "TallyglassKit/Access/FullDiskAccessProbe.h"
+
+#include "TallyglassKit/Platform/TrialOpening.h"
+
+#include <cerrno>
+
+namespace tallyglass {
+
+std::string_view rawValue(FDAStatus status) {
+    switch (status) {
+    case FDAStatus::granted:
+        return "granted";
+    case FDAStatus::denied:
+        return "denied";
+    case FDAStatus::indeterminate:
+        return "indeterminate";
+    }
+    return {};
+}
+
+template <>
+std::optional<FDAStatus> fromRawValue<FDAStatus>(std::string_view raw) {
+    for (const auto status : {FDAStatus::granted, FDAStatus::denied, FDAStatus::indeterminate})
+        if (raw == rawValue(status))
+            return status;
+    return std::nullopt;
+}
+
+FDAStatus FullDiskAccessProbe::probe(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored))
+        return FDAStatus::indeterminate;
+    return statusOfOpening(errorOfOpening(path));
+}
+
+FDAStatus FullDiskAccessProbe::probe(const SystemPaths& paths) {
+    return probe(std::filesystem::path(paths.path(canaryPath)));
+}
+
+// EACCES and others leave the answer open: plain file permissions forbid the file to everyone.
+FDAStatus FullDiskAccessProbe::statusOfOpening(int error) {
+    switch (error) {
+    case 0:
+        return FDAStatus::granted;
+    case EPERM:
+        return FDAStatus::denied;
+    default:
+        return FDAStatus::indeterminate;
+    }
+}
+
+} // namespace tallyglass

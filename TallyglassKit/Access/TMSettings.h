@@ -1,0 +1,23 @@
+// What the system's preferences say about Time Machine. A value.
+
+#pragma once
+
+#include "TallyglassKit/Access/TMDestination.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tallyglass {
+
+struct TMSettings {
+    bool autoBackupEnabled = false;
+    std::optional<double> autoBackupInterval = {}; ///< seconds between automatic backups
+    bool requiresACPower = false;                  ///< backups wait for mains power
+    std::vector<std::string> skipPaths = {};       ///< excluded in the settings
+    std::vector<TMDestination> destinations = {};  ///< in the order of the preferences
+
+    friend bool operator==(const TMSettings&, const TMSettings&) = default;
+};
+
+} // namespace tallyglass

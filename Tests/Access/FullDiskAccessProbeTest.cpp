@@ -1,0 +1,78 @@
+#include "TallyglassKit/Access/FullDiskAccessProbe.h"
+
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace tallyglass {
+namespace {
+
+// The lowest descriptor that is free: the same before and after whatever leaves none open.
+int lowestDescriptor() {
+    const int descriptor = dup(0);
+    close(descriptor);
+    return descriptor;
+}
+
+TEST(FullDiskAccessProbe, isGrantedByAFileThatOpens) {
+    const test::TemporaryFolder folder;
+    folder.write("Library/Application Support/com.apple.TCC/TCC.db", "");
+    const int before = lowestDescriptor();
+
+    EXPECT_EQ(FullDiskAccessProbe::probe(SystemPaths(folder.path())), FDAStatus::granted);
+
+    EXPECT_EQ(lowestDescriptor(), before);
+}
+
+TEST(FullDiskAccessProbe, leavesOpenWhatAMissingFileMeans) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(FullDiskAccessProbe::probe(SystemPaths(folder.path())), FDAStatus::indeterminate);
+    EXPECT_EQ(FullDiskAccessProbe::probe(folder.write("file", "") / "TCC.db"), FDAStatus::indeterminate);
+}
+
+TEST(FullDiskAccessProbe, leavesOpenWhatOtherFailuresMean) {
+    const test::TemporaryFolder folder;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strcpy(address.sun_path, (folder / "socket").c_str());
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+
+    EXPECT_EQ(FullDiskAccessProbe::probe(folder / "socket"), FDAStatus::indeterminate);
+
+    close(listener);
+}
+
+TEST(FullDiskAccessProbe, leavesOpenWhatPlainPermissionsForbid) {
+    if (geteuid() == 0)
+        GTEST_SKIP() << "nothing is forbidden to this user";
+    const test::TemporaryFolder folder;
+    const auto file = folder.write("closed/TCC.db", "");
+    chmod(file.parent_path().c_str(), 0);
+
+    EXPECT_EQ(FullDiskAccessProbe::probe(file), FDAStatus::indeterminate);
+
+    chmod(file.parent_path().c_str(), 0700);
+}
+
+TEST(FullDiskAccessProbe, takesOnlyOneErrorForDenial) {
+    EXPECT_EQ(FullDiskAccessProbe::statusOfOpening(EPERM), FDAStatus::denied);
+    EXPECT_EQ(FullDiskAccessProbe::statusOfOpening(EACCES), FDAStatus::indeterminate);
+    EXPECT_EQ(FullDiskAccessProbe::statusOfOpening(ENOENT), FDAStatus::indeterminate);
+}
+
+TEST(FDAStatus, isFoundByItsRawValueAlone) {
+    for (const auto status : {FDAStatus::granted, FDAStatus::denied, FDAStatus::indeterminate})
+        EXPECT_EQ(fromRawValue<FDAStatus>(rawValue(status)), status);
+    EXPECT_FALSE(fromRawValue<FDAStatus>("Granted"));
+}
+
+} // namespace
+} // namespace tallyglass
