@@ -3,6 +3,7 @@
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/ErrorNumber.h"
 #include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/PrivateFile.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <fcntl.h>
@@ -95,13 +96,12 @@ std::optional<std::vector<std::string>> UserDefaults::stringArray(std::string_vi
 }
 
 void UserDefaults::setStringArray(std::string_view key, const std::vector<std::string>& value) const {
-    std::error_code failure;
-    std::filesystem::create_directories(m_file.parent_path(), failure); // a failure shows at the next line
+    makePrivateFolder(m_file.parent_path());
     const FileDescriptor locked = lockFile(beside(m_file, ".lock"));
 
     Json settings = read(m_file);
     if (settings.is_discarded()) {
-        if (std::filesystem::exists(m_file, failure))
+        if (std::error_code ignored; std::filesystem::exists(m_file, ignored))
             moveFile(m_file, beside(m_file, ".broken"));
         settings = Json::object();
     }
