@@ -21,8 +21,7 @@ std::int32_t exitCode(const ChildProcess::Signalled& end) {
 TMUtilResult runChild(const std::string& executable, const TMUtilRunner::Arguments& arguments,
                       std::chrono::milliseconds killAfter, const TMUtilRunner::OnBytes& onBytes,
                       std::stop_token stop) {
-    ChildProcess child{
-        .executable = executable, .arguments = arguments, .killAfter = killAfter, .onOutput = {}};
+    ChildProcess child{.executable = executable, .arguments = arguments, .killAfter = killAfter};
     if (onBytes)
         child.onOutput = [&](std::size_t total) { onBytes(static_cast<std::int64_t>(total)); };
     try {

@@ -19,14 +19,14 @@
 namespace tallyglass {
 
 struct ChildProcess {
-    std::string executable;             ///< a path; no search for a bare name
-    std::vector<std::string> arguments; ///< without the executable itself
+    std::string executable;                  ///< a path; no search for a bare name
+    std::vector<std::string> arguments = {}; ///< without the executable itself
     /// Between the request to terminate (SIGTERM) and the end by force (SIGKILL) of a child that is to stop;
     /// time in which the computer sleeps counts.
     std::chrono::milliseconds killAfter{5000};
     /// Called on the running thread after each read of standard output, with all bytes that it has brought so
     /// far; not after a stop. What it throws comes out of run() when the child has been killed.
-    std::function<void(std::size_t total)> onOutput;
+    std::function<void(std::size_t total)> onOutput = {};
 
     /// The child could not be started. The description is the platform's text for the reason.
     class LaunchError : public Error {
