@@ -54,14 +54,14 @@ BackupStatus BackupStatus::parse(const PropertyListDictionary& dictionary) {
 
     BackupStatus status;
     status.isRunning = isSet("Running");
-    status.percent = onlyIf(anywhere("Percent"), [](double percent) { return percent >= 0; });
+    status.percent = onlyIf(anywhere("Percent"), [](double value) { return value >= 0; });
     if (const auto phase = dictionary.find("BackupPhase"); phase && phase->text())
         status.phase = *phase->text();
     status.bytesCopied = count(anywhere("bytes"));
     status.totalBytes = count(anywhere("totalBytes"));
     status.filesCopied = count(anywhere("files"));
     status.totalFiles = count(anywhere("totalFiles"));
-    status.timeRemaining = onlyIf(inProgress("TimeRemaining"), [](double seconds) { return seconds > 0; });
+    status.timeRemaining = onlyIf(inProgress("TimeRemaining"), [](double value) { return value > 0; });
     status.numberOfChangedItems = count(atTopLevel("NumberOfChangedItems"));
     status.isStopping = isSet("Stopping");
     return status;

@@ -26,8 +26,8 @@ TEST(BackupListing, failsOnlyInTheThrowingForm) {
     const test::StandInRunner failing(1, "No backups found for host.");
     const test::StandInRunner cancelled([](std::stop_token) -> TMUtilResult { throw Cancelled(); });
 
-    EXPECT_THROW(failing->backupPathsThrowing(), TMUtilError);
-    EXPECT_THROW(cancelled->backupPathsThrowing(), Cancelled);
+    EXPECT_THROW((void)failing->backupPathsThrowing(), TMUtilError);
+    EXPECT_THROW((void)cancelled->backupPathsThrowing(), Cancelled);
     EXPECT_EQ(failing->backupPaths(), Paths{});
     EXPECT_EQ(cancelled->backupPaths(), Paths{});
 }

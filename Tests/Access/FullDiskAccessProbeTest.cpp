@@ -51,15 +51,19 @@ TEST(FullDiskAccessProbe, leavesOpenWhatOtherFailuresMean) {
 }
 
 TEST(FullDiskAccessProbe, leavesOpenWhatPlainPermissionsForbid) {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "nothing is forbidden to this user";
+    constexpr uid_t nobody = 65534;
     const test::TemporaryFolder folder;
-    const auto file = folder.write("closed/TCC.db", "");
-    chmod(file.parent_path().c_str(), 0);
+    const auto file = folder.write("TCC.db", "");
+    chmod(folder.path().c_str(), 0755);
+    chmod(file.c_str(), 0);
+    const uid_t user = geteuid();
+    if (user == 0) // to whom nothing is forbidden
+        ASSERT_EQ(seteuid(nobody), 0);
 
     EXPECT_EQ(FullDiskAccessProbe::probe(file), FDAStatus::indeterminate);
+    EXPECT_EQ(errno, EACCES);
 
-    chmod(file.parent_path().c_str(), 0700);
+    ASSERT_EQ(seteuid(user), 0);
 }
 
 TEST(FullDiskAccessProbe, takesOnlyOneErrorForDenial) {
