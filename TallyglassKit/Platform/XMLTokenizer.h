@@ -54,9 +54,13 @@ public:
 
     /// Reads over the rest of the value that `first`, the token just returned, begins.
     void skipRest(Token first);
+    /// Reads over one whole value.
+    void skipValue() { skipRest(next()); }
 
     /// Of a key or string: its text. Of data: its bytes. Valid until the next token.
     [[nodiscard]] std::string_view text() const { return m_text; }
+    /// Whether text() needed no decoding, and so stays valid as long as the tokenizer.
+    [[nodiscard]] bool isTextLasting() const { return m_text.data() != m_decoded.data(); }
     [[nodiscard]] XMLInteger integer() const { return m_integer; }
     [[nodiscard]] double real() const { return m_real; }
     [[nodiscard]] bool boolean() const { return m_boolean; }
