@@ -31,24 +31,27 @@ const std::string* longestPrefix(std::string_view path, std::span<const std::str
     return longest;
 }
 
-} // namespace
-
-std::optional<BackupPath::View> BackupPath::splitView(std::string_view path, std::string_view root) {
-    if (!path.starts_with(root))
-        return std::nullopt;
+// Requires: `path` begins with `root`.
+BackupPath::View splitBehind(std::string_view path, std::string_view root) {
     std::string_view rest = path.substr(root.size());
     if (rest.starts_with('/'))
         rest.remove_prefix(1);
     if (rest.empty())
-        return View{root, std::nullopt, {}};
+        return {root, std::nullopt, {}};
     const auto slash = std::min(rest.find('/'), rest.size());
-    return View{root, rest.substr(0, slash), rest.substr(slash)};
+    return {root, rest.substr(0, slash), rest.substr(slash)};
+}
+
+} // namespace
+
+std::optional<BackupPath::View> BackupPath::splitView(std::string_view path, std::string_view root) {
+    return path.starts_with(root) ? std::optional(splitBehind(path, root)) : std::nullopt;
 }
 
 std::optional<BackupPath::View> BackupPath::splitView(std::string_view path,
                                                       std::span<const std::string> roots) {
     const std::string* root = longestPrefix(path, roots);
-    return root ? splitView(path, *root) : std::nullopt;
+    return root ? std::optional(splitBehind(path, *root)) : std::nullopt;
 }
 
 std::optional<BackupPath> BackupPath::split(std::string_view path, std::string_view root) {
