@@ -1,5 +1,8 @@
 #include "TallyglassKit/Platform/PropertyList.h"
 
+#include "TallyglassKit/Platform/BinaryPropertyListReader.h"
+#include "TallyglassKit/Platform/TextPropertyListReader.h"
+
 #include <cstdint>
 
 namespace tallyglass {
@@ -9,7 +12,12 @@ PropertyList PropertyList::parse(std::string_view bytes) {
         throw PropertyListError("it is empty");
     if (bytes.size() > UINT32_MAX)
         throw PropertyListError("it is larger than 4 GiB");
-    throw PropertyListError("its form is unknown");
+    PropertyList list;
+    if (isBinaryPropertyList(bytes))
+        list.m_root = readBinaryPropertyList(bytes, list.m_storage);
+    else
+        list.m_root = readTextPropertyList(bytes, list.m_storage);
+    return list;
 }
 
 } // namespace tallyglass

@@ -39,6 +39,7 @@ public:
     /// A text with the hash by which dictionaries find it. Takes time with the length of the text, unless the
     /// text is one that asKey() gave.
     [[nodiscard]] static PropertyListValue asKey(PropertyListValue text);
+    [[nodiscard]] static bool isKey(PropertyListValue text) { return text.tag() != 0; }
 
     /// The bytes in all blocks.
     [[nodiscard]] std::size_t size() const { return m_size; }

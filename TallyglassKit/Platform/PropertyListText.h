@@ -19,4 +19,7 @@ void appendUTF8(std::string& text, char32_t codePoint);
 /// dropped.
 [[nodiscard]] std::string utf8FromUTF16(std::string_view bytes, std::endian order);
 
+/// The character of a byte in the encoding that octal escapes of old-style text are in.
+[[nodiscard]] char32_t characterOfNextStep(unsigned char byte);
+
 } // namespace tallyglass
