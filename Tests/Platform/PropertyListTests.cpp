@@ -11,6 +11,7 @@
 
 using namespace tallyglass;
 using namespace tallyglass::test;
+using namespace std::string_literals;
 using Kind = PropertyListValue::Kind;
 
 namespace {
@@ -98,6 +99,11 @@ TEST(PropertyList, takesTheFormFromTheBytes) {
     EXPECT_EQ(PropertyList::parse("{ a = b; }").root().kind(), Kind::dictionary);
     EXPECT_EQ(PropertyList::parse(BinaryPropertyListFile{.objects = {"\x08"}}.bytes()).root().boolean(),
               false);
+    for (const char* xml :
+         {"<true/>", " \n<?xml version='1.0'?><plist><true/></plist>", "\xEF\xBB\xBF<true/>"})
+        EXPECT_EQ(PropertyList::parse(xml).root().boolean(), true) << xml;
+    EXPECT_EQ(PropertyList::parse("\xFF\xFE<\0t\0r\0u\0e\0/\0>\0"s).root().boolean(), true);
+    EXPECT_EQ(PropertyList::parse(" <da da>").root().data(), "\xDA\xDA");
     EXPECT_THROW((void)PropertyList::parse(""), PropertyListError);
     EXPECT_THROW((void)PropertyList::parse("bplist0"), PropertyListError);
     EXPECT_EQ(PropertyList::parse("bplist").root().text(), "bplist");
