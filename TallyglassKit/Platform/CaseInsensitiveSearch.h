@@ -37,8 +37,8 @@ private:
     const CaseTable* m_lower; ///< what each byte of ASCII counts as
     std::u16string m_folded;  ///< the text as it is compared
     std::string m_ascii;      ///< the same in bytes; empty if it isn't all ASCII
-    std::array<std::uint8_t, 256>
-        m_skips; ///< how far a search may move on from the byte under the text's last
+    /// By how much a search may move on from the byte under the text's last one.
+    std::array<std::uint8_t, 256> m_skips{};
 };
 
 } // namespace tallyglass

@@ -3,6 +3,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 
 namespace tallyglass {
@@ -12,7 +13,10 @@ namespace {
 std::filesystem::path homeFolder() {
     if (const char* home = std::getenv("HOME"); home && *home)
         return home;
-    const passwd* user = getpwuid(getuid());
+    std::array<char, 16384> texts{};
+    passwd entry{};
+    passwd* user = nullptr;
+    getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &user);
     return user ? user->pw_dir : "/";
 }
 
