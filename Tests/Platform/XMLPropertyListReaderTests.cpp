@@ -1,6 +1,5 @@
-#include "TallyglassKit/Platform/XMLPropertyListReader.h"
-
 #include "TallyglassKit/Platform/PropertyListError.h"
+#include "TallyglassKit/Platform/XMLPropertyListReader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
