@@ -78,6 +78,9 @@ public:
     /// The value of a key. Absent if there is none, or if this isn't a dictionary.
     [[nodiscard]] std::optional<PropertyListValue> find(std::string_view key) const;
 
+    /// Tells a container from any other that holds something: one that is shared has the same at each place.
+    [[nodiscard]] const void* identity() const { return kind() >= Kind::array ? m_elements : nullptr; }
+
     /// How deep containers nest here: 0 for a scalar, 1 for a container without another in it.
     [[nodiscard]] unsigned nesting() const { return kind() >= Kind::array ? tag() : 0; }
 
