@@ -37,6 +37,6 @@ struct BackupStatus {
     friend bool operator==(const BackupStatus&, const BackupStatus&) = default;
 };
 
-inline const BackupStatus BackupStatus::idle{};
+inline constinit const BackupStatus BackupStatus::idle{};
 
 } // namespace tallyglass
