@@ -9,6 +9,10 @@ build_packages=(
     g++ cmake ninja-build pkg-config
     libsqlitecpp-dev libsqlite3-dev libicu-dev libfmt-dev libcli11-dev nlohmann-json3-dev libplist-dev
     libgtest-dev libgmock-dev libexpat1-dev
+    qt6-base-dev qt6-declarative-dev qt6-l10n-tools
+    qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
+    qml6-module-qtquick-window qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
+    qml6-module-qt-labs-platform fonts-material-design-icons-iconfont
     rsync tzdata
 )
 # What the checks of .ci/run need besides.
