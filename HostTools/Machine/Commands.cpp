@@ -1,0 +1,284 @@
+#include "HostTools/Machine/Commands.h"
+
+#include "HostTools/Machine/BackgroundBackup.h"
+#include "HostTools/Machine/CompareCommand.h"
+#include "HostTools/Machine/ExclusionCommands.h"
+#include "HostTools/Machine/HostPreferences.h"
+#include "HostTools/Machine/MachineSetup.h"
+#include "HostTools/Machine/PlistDocument.h"
+#include "HostTools/Machine/RunState.h"
+#include "HostTools/Machine/Snapshots.h"
+#include "TallyglassKit/Platform/Error.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+namespace tallyglass {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+/// What a verb works with.
+struct Call {
+    const MachinePaths& machine;
+    const Arguments& arguments; ///< behind the verb
+    FILE* output;
+    FILE* complaints;
+
+    int complain(const std::string& text) const {
+        fmt::print(complaints, "{}\n", text);
+        return ExitStatus::failure;
+    }
+};
+
+int status(const Call& call) {
+    const auto state = RunFiles::read(call.machine);
+    fmt::print(call.output, "Backup session status:\n{}\n",
+               state ? state->statusText(RunFiles::isStopRequested(call.machine))
+                     : RunState::idleStatusText());
+    return ExitStatus::success;
+}
+
+int startBackup(const Call& call) {
+    BackgroundBackup::Options options;
+    for (std::size_t index = 0; index < call.arguments.size(); ++index) {
+        const std::string& argument = call.arguments[index];
+        if (argument == "-b" || argument == "--block")
+            options.waits = true;
+        else if ((argument == "-d" || argument == "--destination") && index + 1 < call.arguments.size())
+            options.destinationID = call.arguments[++index];
+        else if (argument != "-a" && argument != "--auto" && argument != "-r" && argument != "--rotation")
+            throw UsageError(fmt::format("startbackup: {} is unknown here", argument));
+    }
+    switch (BackgroundBackup::start(call.machine, options, call.complaints)) {
+    case BackgroundBackup::Outcome::failed:
+        return ExitStatus::failure;
+    case BackgroundBackup::Outcome::alreadyRunning:
+        fmt::print(call.output, "A backup is already running.\n");
+        break;
+    case BackgroundBackup::Outcome::started:
+        break;
+    }
+    return ExitStatus::success;
+}
+
+int stopBackup(const Call& call) {
+    if (RunFiles::read(call.machine))
+        RunFiles::requestStop(call.machine);
+    return ExitStatus::success;
+}
+
+std::vector<Snapshot> currentSnapshots(const MachinePaths& machine) {
+    const HostPreferences preferences = HostPreferences::load(machine);
+    const HostDestination* destination = preferences.current();
+    return destination ? Snapshots::list(machine.backups(destination->uuid)) : std::vector<Snapshot>();
+}
+
+/// None is no failure: the words are for people, the empty output for programs.
+int noBackups(const Call& call) {
+    call.complain("No backups found for host.");
+    return ExitStatus::success;
+}
+
+int listBackups(const Call& call) {
+    for (const std::string& argument : call.arguments)
+        if (argument != "-m") // all backups here are mounted
+            throw UsageError(fmt::format("listbackups: {} is unknown here", argument));
+    const auto snapshots = currentSnapshots(call.machine);
+    for (const Snapshot& snapshot : snapshots)
+        fmt::print(call.output, "{}\n", snapshot.path.string());
+    return snapshots.empty() ? noBackups(call) : ExitStatus::success;
+}
+
+int latestBackup(const Call& call) {
+    const auto snapshots = currentSnapshots(call.machine);
+    if (snapshots.empty())
+        return noBackups(call);
+    fmt::print(call.output, "{}\n", snapshots.back().path.string());
+    return ExitStatus::success;
+}
+
+int machineDirectory(const Call& call) {
+    const HostPreferences preferences = HostPreferences::load(call.machine);
+    const HostDestination* destination = preferences.current();
+    if (!destination ||
+        !std::filesystem::exists(call.machine.backups(destination->uuid) / Snapshots::manifestName))
+        return call.complain("No machine directory found for host.");
+    fmt::print(call.output, "{}\n", call.machine.mountPoint(destination->name).string());
+    return ExitStatus::success;
+}
+
+int destinationInfo(const Call& call) {
+    const bool wantsPropertyList = std::ranges::find(call.arguments, "-X") != call.arguments.end();
+    const HostPreferences preferences = HostPreferences::load(call.machine);
+    if (preferences.destinations.empty() && !wantsPropertyList)
+        return call.complain("tmutil: No destinations configured.");
+    const PlistDocument document = PlistDocument::dictionary();
+    const PlistNode list = document.root().setArray("Destinations");
+    for (const HostDestination& destination : preferences.destinations) {
+        const bool isCurrent = &destination == preferences.current();
+        const std::string mountPoint = call.machine.mountPoint(destination.name);
+        const bool isMounted = std::filesystem::is_directory(mountPoint);
+        if (wantsPropertyList) {
+            const PlistNode node = list.appendDictionary();
+            node.set("ID", destination.id);
+            node.set("Kind", "Local");
+            node.set("LastDestination", std::int64_t{isCurrent});
+            if (isMounted)
+                node.set("MountPoint", mountPoint);
+            node.set("Name", destination.name);
+            continue;
+        }
+        fmt::print(call.output, "{}\nName          : {}\nKind          : Local\n",
+                   isCurrent ? "> ==================================================" : std::string(52, '='),
+                   destination.name);
+        if (isMounted)
+            fmt::print(call.output, "Mount Point   : {}\n", mountPoint);
+        fmt::print(call.output, "ID            : {}\n", destination.id);
+    }
+    if (wantsPropertyList)
+        fmt::print(call.output, "{}", document.xml());
+    return ExitStatus::success;
+}
+
+int compare(const Call& call) {
+    compareCommand(call.machine, CompareArguments::parse(call.arguments), call.output, call.complaints);
+    return ExitStatus::success;
+}
+
+int isExcluded(const Call& call) {
+    return isExcludedCommand(call.machine, call.arguments, call.output);
+}
+
+int addExclusion(const Call& call) {
+    return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::add, call.complaints);
+}
+
+int removeExclusion(const Call& call) {
+    return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::remove, call.complaints);
+}
+
+/// Reads options with CLI11, whose failures become usage errors.
+void parse(CLI::App& app, const Arguments& arguments) {
+    Arguments reversed(arguments.rbegin(), arguments.rend());
+    try {
+        app.parse(std::move(reversed));
+    } catch (const CLI::CallForHelp&) {
+        throw UsageError(app.help());
+    } catch (const CLI::ParseError& failure) {
+        throw UsageError(failure.what());
+    }
+}
+
+int setUp(const Call& call) {
+    CLI::App app("Makes a machine whose backups this program keeps, or adds a destination to it",
+                 "tmutil setup");
+    MachineSetup setup;
+    std::vector<std::string> sources;
+    std::string destination;
+    app.add_option("--source", sources, "A folder to back up; may be given more than once");
+    app.add_option("--destination", destination, "The folder that holds the backups")->required();
+    app.add_option("--name", setup.destinationName, "The destination's name; its folder's without it");
+    app.add_option("--volume", setup.volumeName, "The sources' volume in the backups (Data)");
+    app.add_option("--quota", setup.quota, "The most bytes that the backups may take");
+    parse(app, call.arguments);
+    setup.sources.assign(sources.begin(), sources.end());
+    setup.destination = destination;
+    setUpMachine(call.machine, setup);
+    fmt::print(call.output, "The machine at {} is set up.\n", call.machine.root().string());
+    return ExitStatus::success;
+}
+
+int arrange(const Call& call) {
+    CLI::App app("Brings about conditions that are rare or slow to come by", "tmutil arrange");
+    std::string permission;
+    std::optional<std::int64_t> nextResult;
+    std::optional<std::int64_t> copyLimit;
+    app.add_option("--permission", permission, "Whether programs may read backups")
+        ->check(CLI::IsMember({"granted", "revoked"}));
+    app.add_option("--next-result", nextResult, "The result code that the next backup ends with")
+        ->check(CLI::NonNegativeNumber);
+    app.add_option("--copy-limit", copyLimit, "The most KiB a second that backups copy; 0 for no limit")
+        ->check(CLI::NonNegativeNumber);
+    parse(app, call.arguments);
+    if (permission == "granted")
+        Permission::grant(call.machine);
+    else if (permission == "revoked")
+        Permission::revoke(call.machine);
+    if (nextResult || copyLimit)
+        HostPreferences::edit(call.machine, [&](HostPreferences& preferences) {
+            if (nextResult)
+                preferences.nextResult = nextResult;
+            if (copyLimit)
+                preferences.copyLimit = *copyLimit ? copyLimit : std::nullopt;
+        });
+    return ExitStatus::success;
+}
+
+struct Verb {
+    std::string_view name;
+    int (*run)(const Call&);
+    bool readsBackups; ///< and so needs the permission to
+    std::string_view synopsis;
+};
+
+constexpr std::array verbs{
+    Verb{"status", status, false, ""},
+    Verb{"startbackup", startBackup, false, "[--block] [--destination ID]"},
+    Verb{"stopbackup", stopBackup, false, ""},
+    Verb{"listbackups", listBackups, true, "[-m]"},
+    Verb{"latestbackup", latestBackup, true, ""},
+    Verb{"machinedirectory", machineDirectory, true, ""},
+    Verb{"destinationinfo", destinationInfo, false, "[-X]"},
+    Verb{"compare", compare, true, "[-an@cdefgmstuEX] [-D DEPTH] [-I NAME] [BACKUP | OLDER NEWER]"},
+    Verb{"isexcluded", isExcluded, false, "ITEM..."},
+    Verb{"addexclusion", addExclusion, false, "[-p] ITEM..."},
+    Verb{"removeexclusion", removeExclusion, false, "[-p] ITEM..."},
+    Verb{"setup", setUp, false,
+         "--source FOLDER --destination FOLDER [--name NAME] [--volume NAME] [--quota BYTES]"},
+    Verb{"arrange", arrange, false, "[--permission granted|revoked] [--next-result CODE] [--copy-limit KIB]"},
+};
+
+std::string usage() {
+    std::string text = "Usage:\n";
+    for (const Verb& verb : verbs)
+        text += fmt::format("    tmutil {} {}\n", verb.name, verb.synopsis);
+    return text;
+}
+
+} // namespace
+
+int runCommand(const MachinePaths& machine, const Arguments& arguments, FILE* output, FILE* complaints) {
+    const bool wantsHelp = !arguments.empty() && (arguments[0] == "help" || arguments[0] == "--help");
+    const auto verb = arguments.empty() ? verbs.end() : std::ranges::find(verbs, arguments[0], &Verb::name);
+    if (verb == verbs.end()) {
+        if (!arguments.empty() && !wantsHelp)
+            fmt::print(complaints, "tmutil: there is no verb {}\n", arguments[0]);
+        fmt::print(wantsHelp ? output : complaints, "{}", usage());
+        return wantsHelp ? ExitStatus::success : ExitStatus::usage;
+    }
+    if (verb->readsBackups && !Permission::isGranted(machine)) {
+        fmt::print(complaints,
+                   "tmutil: {} requires Full Disk Access privileges.\n"
+                   "To allow this operation, select Full Disk Access in the Privacy\n"
+                   "tab of the Security & Privacy preference pane, and add Terminal\n"
+                   "to the list of applications which are allowed Full Disk Access.\n",
+                   verb->name);
+        return ExitStatus::noPermission;
+    }
+    try {
+        return verb->run({machine, Arguments(arguments.begin() + 1, arguments.end()), output, complaints});
+    } catch (const UsageError& failure) {
+        fmt::print(complaints, "tmutil: {}\n", failure.what());
+        return ExitStatus::usage;
+    } catch (const std::exception& failure) {
+        fmt::print(complaints, "tmutil: {}\n", failure.what());
+        return ExitStatus::failure;
+    }
+}
+
+} // namespace tallyglass
