@@ -118,11 +118,7 @@ Comparison BackupStore::beginComparison(const Comparison& comparison) {
 void BackupStore::appendChanges(std::span<const ChangeRecord> changes, const std::string& comparisonID) {
     const std::lock_guard lock(m_mutex);
     Transaction transaction(*m_connection, Transaction::Kind::write);
-    const Query insertion = m_connection->query(RecordSQL<ChangeRecord>::insert());
-    for (const ChangeRecord& change : changes) {
-        bindRecord(*insertion, change);
-        insertion->run();
-    }
+    insertAll(*m_connection, changes);
     if (auto comparison = fetchOne<Comparison>(*m_connection, comparisonID)) {
         for (const ChangeRecord& change : changes)
             comparison->count(change);

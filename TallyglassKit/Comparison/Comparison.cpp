@@ -1,6 +1,7 @@
 #include "TallyglassKit/Comparison/Comparison.h"
 
 #include "TallyglassKit/Comparison/ChangeRecord.h"
+#include "TallyglassKit/Platform/ByteCount.h"
 
 #include <limits>
 #include <utility>
@@ -61,6 +62,12 @@ std::int64_t Comparison::netBytes() const {
     if (__builtin_sub_overflow(bytesAdded, bytesRemoved, &result))
         return bytesRemoved > 0 ? least : most;
     return result;
+}
+
+std::string Comparison::netBytesFormatted() const {
+    const auto net = netBytes();
+    const std::string sign = net > 0 ? "+" : net < 0 ? "\u2212" : ""; // a true minus, as wide as the plus
+    return sign + formatByteCount(net < 0 ? negated(net) : net);
 }
 
 } // namespace tallyglass

@@ -17,9 +17,11 @@
 #include "TallyglassKit/Persistence/Value.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <array>
 #include <functional>
+#include <span>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -41,6 +43,8 @@ struct Column {
 /// The statements on records of one type. Those that store have the columns as their parameters, in order.
 template <typename Record>
 struct RecordSQL {
+    /// Of that many records in one statement, whose parameters stand one record after the other.
+    template <std::size_t count = 1>
     [[nodiscard]] static const std::string& insert();
     /// A row with the same primary key takes all other values.
     [[nodiscard]] static const std::string& upsert();
@@ -59,10 +63,13 @@ private:
     [[nodiscard]] static std::string list(std::string_view pattern, Which which = Which::all);
 };
 
-/// Binds the fields of `record` to the first parameters. They must stay until the statement is reset.
 template <typename Record>
-void bindRecord(Statement& statement, const Record& record) {
-    int parameter = 0;
+inline constexpr std::size_t columnCount = std::tuple_size_v<decltype(RecordTable<Record>::columns)>;
+
+/// Binds the fields of `record` to the parameters that follow `parameter`. They must stay until the statement
+/// is reset.
+template <typename Record>
+void bindRecord(Statement& statement, const Record& record, int parameter = 0) {
     std::apply(
         [&](const auto&... column) {
             (bindValue(statement, ++parameter, std::invoke(column.field, record)), ...);
@@ -102,7 +109,7 @@ private:
     }
 
     Statement& m_statement;
-    std::array<int, std::tuple_size_v<decltype(Table::columns)>> m_indexes{};
+    std::array<int, columnCount<Record>> m_indexes{};
 };
 
 /// All rows that are left of the statement.
@@ -123,6 +130,31 @@ template <typename Record>
     if (!query->step())
         return std::nullopt;
     return RecordReader<Record>(*query).read();
+}
+
+/// Inserts the records from the front of `records` that fill statements of `count` each, and takes them off.
+template <std::size_t count, typename Record>
+void insertInGroups(Connection& connection, std::span<const Record>& records) {
+    if (records.size() < count)
+        return;
+    const Query query = connection.query(RecordSQL<Record>::template insert<count>());
+    for (; records.size() >= count; records = records.subspan(count)) {
+        int parameter = 0;
+        for (const Record& record : records.first(count)) {
+            bindRecord(*query, record, parameter);
+            parameter += static_cast<int>(columnCount<Record>);
+        }
+        query->run();
+    }
+}
+
+/// Inserts the records in their order. Many go into one statement, because each statement that fires triggers
+/// is a savepoint, at which a full-text index writes out what it has gathered.
+template <typename Record>
+void insertAll(Connection& connection, std::span<const Record> records) {
+    insertInGroups<100>(connection, records);
+    insertInGroups<10>(connection, records);
+    insertInGroups<1>(connection, records);
 }
 
 template <typename Record>
@@ -162,9 +194,13 @@ std::string RecordSQL<Record>::list(std::string_view pattern, Which which) {
 }
 
 template <typename Record>
+template <std::size_t count>
 const std::string& RecordSQL<Record>::insert() {
-    static const std::string sql =
-        fmt::format("INSERT INTO \"{}\" ({}) VALUES ({})", Table::name, list("\"@\""), list("#"));
+    static const std::string sql = [] {
+        const std::vector<std::string> rows(count, fmt::format("({})", list("?")));
+        return fmt::format("INSERT INTO \"{}\" ({}) VALUES {}", Table::name, list("\"@\""),
+                           fmt::join(rows, ", "));
+    }();
     return sql;
 }
 

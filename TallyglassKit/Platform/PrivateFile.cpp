@@ -1,41 +1,30 @@
 #include "TallyglassKit/Platform/PrivateFile.h"
 
-#include "TallyglassKit/Platform/Error.h"
+#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/FileError.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <mutex>
-#include <system_error>
 
 namespace tallyglass {
 
-namespace {
-
-[[noreturn]] void fail(const char* what, const std::filesystem::path& path, int code) {
-    throw Error(fmt::format("The {} {} couldn't be created: {}.", what, path.string(),
-                            std::generic_category().message(code)));
-}
-
-} // namespace
-
 void makePrivateFolder(const std::filesystem::path& folder) {
     struct stat status {};
-    if (folder.empty() || stat(folder.c_str(), &status) == 0) {
-        if (!folder.empty() && !S_ISDIR(status.st_mode))
-            fail("folder", folder, ENOTDIR);
+    if (stat(folder.c_str(), &status) == 0) {
+        if (!S_ISDIR(status.st_mode))
+            throw FileError(ENOTDIR, folder);
         return;
     }
-    if (folder.has_relative_path())
+    if (folder.has_parent_path() && folder.has_relative_path())
         makePrivateFolder(folder.parent_path());
     if (mkdir(folder.c_str(), S_IRWXU) == 0) {
         if (chmod(folder.c_str(), S_IRWXU) != 0) // the umask may have taken our own rights
-            fail("folder", folder, errno);
+            throw FileError(errno, folder);
     } else if (errno != EEXIST) { // another process may have been faster
-        fail("folder", folder, errno);
+        throw FileError(errno, folder);
     }
 }
 
@@ -44,17 +33,10 @@ void makePrivateFile(const std::filesystem::path& file) {
     // another thread can find the file and lock it.
     static std::mutex creation;
     const std::lock_guard lock(creation);
-    const int descriptor = open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (descriptor < 0) {
-        if (errno != EEXIST)
-            fail("file", file, errno);
-        return;
-    }
-    const int result = fchmod(descriptor, S_IRUSR | S_IWUSR);
-    const int code = errno;
-    close(descriptor);
-    if (result != 0)
-        fail("file", file, code);
+    const FileDescriptor descriptor(
+        open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (descriptor.isOpen() ? fchmod(descriptor.number(), S_IRUSR | S_IWUSR) != 0 : errno != EEXIST)
+        throw FileError(errno, file);
 }
 
 void takeRightsFromOthers(const std::filesystem::path& path) {

@@ -1,4 +1,5 @@
-// Files and folders that their user alone may read, whatever the process's umask is. Any thread.
+// Files and folders that their user alone may read, whatever the process's umask is. Failures are FileErrors.
+// Any thread.
 
 #pragma once
 
@@ -7,10 +8,10 @@
 namespace tallyglass {
 
 /// Makes `folder` and those above it that are missing, with mode 0700. Folders that stand are left as they
-/// are. Throws Error.
+/// are.
 void makePrivateFolder(const std::filesystem::path& folder);
 
-/// Makes an empty file with mode 0600, unless something stands there already. Throws Error.
+/// Makes an empty file with mode 0600, unless something stands there already.
 void makePrivateFile(const std::filesystem::path& file);
 
 /// Takes the rights of others away from a file or folder of this user's. What belongs to someone else, or
