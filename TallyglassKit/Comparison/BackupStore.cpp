@@ -186,7 +186,7 @@ std::int64_t BackupStore::changeCount(const std::string& comparisonID) {
     const std::lock_guard lock(m_mutex);
     const Query query = m_connection->query("SELECT COUNT(*) FROM fileChange WHERE comparisonID = ?");
     query->bindText(1, comparisonID);
-    return query->step() ? query->integer(0) : 0;
+    return query->step() ? query->value(0).integer() : 0;
 }
 
 std::vector<DirectoryRollup> BackupStore::rollups(const std::string& comparisonID, std::int64_t limit,

@@ -14,7 +14,7 @@
 #pragma once
 
 #include "TallyglassKit/Persistence/Connection.h"
-#include "TallyglassKit/Persistence/Value.h"
+#include "TallyglassKit/Persistence/FieldValue.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -89,7 +89,7 @@ public:
     [[nodiscard]] Record read() {
         Record record;
         eachColumn([&](const auto& column, int index) {
-            readValue(m_statement, index, std::invoke(column.field, record));
+            readValue(m_statement.value(index), std::invoke(column.field, record));
         });
         return record;
     }

@@ -25,6 +25,35 @@ const char* start(std::string_view text) {
 
 } // namespace
 
+// SQLite calls these values unprotected: it doesn't lock the connection for them, and neither need it, since
+// one thread at a time uses the statement.
+
+bool Value::isNull() const {
+    return sqlite3_value_type(m_value) == SQLITE_NULL;
+}
+
+bool Value::isText() const {
+    return sqlite3_value_type(m_value) == SQLITE_TEXT;
+}
+
+std::int64_t Value::integer() const {
+    return sqlite3_value_int64(m_value);
+}
+
+double Value::real() const {
+    return sqlite3_value_double(m_value);
+}
+
+std::string_view Value::text() const {
+    const void* bytes = sqlite3_value_text(m_value);
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(m_value));
+    return bytes ? std::string_view(static_cast<const char*>(bytes), size) : std::string_view();
+}
+
+void Value::failAsUnexpected() const {
+    throw DatabaseError(SQLITE_MISMATCH, fmt::format("unexpected value: {}", text()));
+}
+
 Statement::Statement(Connection& connection, std::string_view sql) : m_connection(connection) {
     check(sqlite3_prepare_v3(connection.handle(), start(sql), length(sql), SQLITE_PREPARE_PERSISTENT,
                              &m_statement, nullptr));
@@ -76,30 +105,8 @@ void Statement::reset() noexcept {
         texts.clear();
 }
 
-bool Statement::isNull(int column) const {
-    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
-}
-
-bool Statement::isText(int column) const {
-    return sqlite3_column_type(m_statement, column) == SQLITE_TEXT;
-}
-
-std::int64_t Statement::integer(int column) const {
-    return sqlite3_column_int64(m_statement, column);
-}
-
-double Statement::real(int column) const {
-    return sqlite3_column_double(m_statement, column);
-}
-
-std::string_view Statement::text(int column) const {
-    const void* bytes = sqlite3_column_text(m_statement, column);
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
-    return bytes ? std::string_view(static_cast<const char*>(bytes), size) : std::string_view();
-}
-
-SharedText Statement::sharedText(int column) {
-    return m_texts[static_cast<std::size_t>(column)].share(text(column));
+Value Statement::value(int column) {
+    return {sqlite3_column_value(m_statement, column), m_texts[static_cast<std::size_t>(column)]};
 }
 
 int Statement::column(std::string_view name) const {
@@ -107,11 +114,6 @@ int Statement::column(std::string_view name) const {
         if (name == sqlite3_column_name(m_statement, column))
             return column;
     throw DatabaseError(SQLITE_ERROR, "no such column: " + std::string(name));
-}
-
-void Statement::failForValue(int column) const {
-    throw DatabaseError(SQLITE_MISMATCH, fmt::format("unexpected value in column {}: {}",
-                                                     sqlite3_column_name(m_statement, column), text(column)));
 }
 
 void Statement::check(int code) const {

@@ -14,10 +14,33 @@
 #include <vector>
 
 struct sqlite3_stmt;
+struct sqlite3_value;
 
 namespace tallyglass {
 
 class Connection;
+
+/// What one column of the present row holds. Valid until the next step or reset.
+class Value {
+public:
+    Value(sqlite3_value* value, TextPool& texts) : m_value(value), m_texts(texts) {}
+
+    [[nodiscard]] bool isNull() const;
+    [[nodiscard]] bool isText() const;
+    [[nodiscard]] std::int64_t integer() const;
+    [[nodiscard]] double real() const;
+    /// Valid as long as the value.
+    [[nodiscard]] std::string_view text() const;
+    /// The text, shared with earlier rows that hold the same in this column.
+    [[nodiscard]] SharedText sharedText() const { return m_texts.share(text()); }
+
+    /// Throws a DatabaseError that says that the column holds what it never should.
+    [[noreturn]] void failAsUnexpected() const;
+
+private:
+    sqlite3_value* m_value;
+    TextPool& m_texts;
+};
 
 class Statement {
 public:
@@ -43,20 +66,10 @@ public:
     /// Back to the start, with nothing bound.
     void reset() noexcept;
 
-    [[nodiscard]] bool isNull(int column) const;
-    [[nodiscard]] bool isText(int column) const;
-    [[nodiscard]] std::int64_t integer(int column) const;
-    [[nodiscard]] double real(int column) const;
-    /// Valid until the next step or reset.
-    [[nodiscard]] std::string_view text(int column) const;
-    /// The text of the column, shared with earlier rows of the same text.
-    [[nodiscard]] SharedText sharedText(int column);
+    [[nodiscard]] Value value(int column);
 
     /// The index of the result column of that name; throws DatabaseError when there is none.
     [[nodiscard]] int column(std::string_view name) const;
-
-    /// Throws a DatabaseError that says that the column holds what it never should.
-    [[noreturn]] void failForValue(int column) const;
 
 private:
     void check(int code) const;

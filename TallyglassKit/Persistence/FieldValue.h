@@ -20,43 +20,42 @@ namespace tallyglass {
 inline void bindValue(Statement& statement, int parameter, std::int64_t value) {
     statement.bindInteger(parameter, value);
 }
-inline void readValue(Statement& statement, int column, std::int64_t& value) {
-    value = statement.integer(column);
+inline void readValue(const Value& stored, std::int64_t& value) {
+    value = stored.integer();
 }
 
 template <std::same_as<bool> Boolean>
 void bindValue(Statement& statement, int parameter, Boolean value) {
     statement.bindInteger(parameter, value);
 }
-inline void readValue(Statement& statement, int column, bool& value) {
-    value = statement.integer(column) != 0;
+inline void readValue(const Value& stored, bool& value) {
+    value = stored.integer() != 0;
 }
 
 inline void bindValue(Statement& statement, int parameter, std::string_view value) {
     statement.bindText(parameter, value);
 }
-inline void readValue(Statement& statement, int column, std::string& value) {
-    value = statement.text(column);
+inline void readValue(const Value& stored, std::string& value) {
+    value = stored.text();
 }
-inline void readValue(Statement& statement, int column, SharedText& value) {
-    value = statement.sharedText(column);
+inline void readValue(const Value& stored, SharedText& value) {
+    value = stored.sharedText();
 }
 
 inline void bindValue(Statement& statement, int parameter, Date value) {
     statement.bindCopyOfText(parameter, TimestampText(value));
 }
 /// A number counts as seconds since 1970; what can't be read is absent.
-inline void readValue(Statement& statement, int column, std::optional<Date>& value) {
-    if (statement.isText(column))
-        value = parseTimestamp(statement.text(column));
+inline void readValue(const Value& stored, std::optional<Date>& value) {
+    if (stored.isText())
+        value = parseTimestamp(stored.text());
     else
-        value =
-            statement.isNull(column) ? std::nullopt : std::optional(dateSince1970(statement.real(column)));
+        value = stored.isNull() ? std::nullopt : std::optional(dateSince1970(stored.real()));
 }
 /// What can't be read is 1970.
-inline void readValue(Statement& statement, int column, Date& value) {
+inline void readValue(const Value& stored, Date& value) {
     std::optional<Date> date;
-    readValue(statement, column, date);
+    readValue(stored, date);
     value = date.value_or(Date());
 }
 
@@ -68,10 +67,10 @@ void bindValue(Statement& statement, int parameter, E value) {
 /// Throws DatabaseError for a text that stands for no case.
 template <typename E>
     requires std::is_enum_v<E>
-void readValue(Statement& statement, int column, E& value) {
-    const auto known = fromRawValue<E>(statement.text(column));
+void readValue(const Value& stored, E& value) {
+    const auto known = fromRawValue<E>(stored.text());
     if (!known)
-        statement.failForValue(column);
+        stored.failAsUnexpected();
     value = *known;
 }
 
@@ -83,11 +82,11 @@ void bindValue(Statement& statement, int parameter, const std::optional<T>& valu
         statement.bindNull(parameter);
 }
 template <typename T>
-void readValue(Statement& statement, int column, std::optional<T>& value) {
-    if (statement.isNull(column))
+void readValue(const Value& stored, std::optional<T>& value) {
+    if (stored.isNull())
         value.reset();
     else
-        readValue(statement, column, value.emplace());
+        readValue(stored, value.emplace());
 }
 
 } // namespace tallyglass
