@@ -1,10 +1,15 @@
-// Looks through bytes eight at a time. Any thread.
+// Looks through bytes sixteen at a time. Any thread.
 
 #pragma once
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace tallyglass {
 
@@ -17,15 +22,59 @@ inline std::uint64_t loadWord(const char* bytes) {
     return word;
 }
 
-/// A word of eight equal bytes.
-constexpr std::uint64_t everyByte(unsigned char byte) {
-    return 0x0101010101010101 * byte;
-}
+/// Sixteen bytes. Each mask has one bit for a byte, the lowest for the first.
+class ByteBlock {
+public:
+    static constexpr std::ptrdiff_t size = 16;
 
-/// The high bit of the first byte of `word` that equals `byte`. Bits above it may be wrong, none below it is.
-constexpr std::uint64_t firstEqual(std::uint64_t word, unsigned char byte) {
-    const std::uint64_t difference = word ^ everyByte(byte);
-    return (difference - everyByte(1)) & ~difference & everyByte(0x80);
+#ifdef __SSE2__
+    explicit ByteBlock(const char* bytes) { std::memcpy(&m_bytes, bytes, sizeof(m_bytes)); }
+
+    [[nodiscard]] std::uint32_t equalTo(char c) const {
+        return mask(_mm_cmpeq_epi8(m_bytes, _mm_set1_epi8(c)));
+    }
+    [[nodiscard]] std::uint32_t nonASCII() const { return mask(m_bytes); }
+
+private:
+    static std::uint32_t mask(__m128i bytes) { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
+
+    __m128i m_bytes;
+#else
+    explicit ByteBlock(const char* bytes) { std::memcpy(m_bytes, bytes, sizeof(m_bytes)); }
+
+    [[nodiscard]] std::uint32_t equalTo(char c) const {
+        return mask([c](char byte) { return byte == c; });
+    }
+    [[nodiscard]] std::uint32_t nonASCII() const {
+        return mask([](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
+    }
+
+private:
+    template <typename Test>
+    [[nodiscard]] std::uint32_t mask(Test test) const {
+        std::uint32_t result = 0;
+        for (int i = 0; i < size; ++i)
+            result |= static_cast<std::uint32_t>(test(m_bytes[i])) << i;
+        return result;
+    }
+
+    char m_bytes[size];
+#endif
+};
+
+/// The first byte that is no white space of XML, or the end.
+inline const char* skipXMLBlanks(const char* begin, const char* end) {
+    const char* p = begin;
+    for (; end - p >= ByteBlock::size; p += ByteBlock::size) {
+        const ByteBlock block(p);
+        const std::uint32_t others =
+            ~(block.equalTo('\t') | block.equalTo('\n') | block.equalTo(' ') | block.equalTo('\r')) & 0xffff;
+        if (others)
+            return p + std::countr_zero(others);
+    }
+    while (p != end && (*p == ' ' || *p == '\n' || *p == '\t' || *p == '\r'))
+        ++p;
+    return p;
 }
 
 struct MarkupScan {
@@ -35,20 +84,19 @@ struct MarkupScan {
 
 /// Where text in a document of markup ends.
 inline MarkupScan scanToMarkup(const char* begin, const char* end) {
-    std::uint64_t bits = 0;
+    std::uint32_t nonASCII = 0;
     const char* p = begin;
-    for (; end - p >= 8; p += 8) {
-        const std::uint64_t word = loadWord(p);
-        if (const std::uint64_t found = firstEqual(word, '<') | firstEqual(word, '&')) {
-            const int offset = std::countr_zero(found) / 8;
-            bits |= word & ((std::uint64_t{1} << 8 * offset) - 1);
-            return {p + offset, (bits & everyByte(0x80)) == 0};
+    for (; end - p >= ByteBlock::size; p += ByteBlock::size) {
+        const ByteBlock block(p);
+        if (const std::uint32_t markup = block.equalTo('<') | block.equalTo('&')) {
+            const std::uint32_t before = (markup & -markup) - 1;
+            return {p + std::countr_zero(markup), (nonASCII | (block.nonASCII() & before)) == 0};
         }
-        bits |= word;
+        nonASCII |= block.nonASCII();
     }
     for (; p != end && *p != '<' && *p != '&'; ++p)
-        bits |= static_cast<unsigned char>(*p);
-    return {p, (bits & everyByte(0x80)) == 0};
+        nonASCII |= static_cast<unsigned char>(*p) & 0x80;
+    return {p, nonASCII == 0};
 }
 
 } // namespace tallyglass

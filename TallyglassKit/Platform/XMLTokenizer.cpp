@@ -107,8 +107,7 @@ bool XMLTokenizer::skip(const char (&literal)[N]) {
 }
 
 inline void XMLTokenizer::skipBlanks() {
-    while (m_position != m_end && isXMLBlank(*m_position))
-        ++m_position;
+    m_position = skipXMLBlanks(m_position, m_end);
 }
 
 void XMLTokenizer::skipPast(std::string_view terminator, std::string_view what) {
@@ -299,7 +298,7 @@ XMLTokenizer::Token XMLTokenizer::next() {
             readEndTag(tag.element);
         return finish(Token::string);
     case Element::integer:
-        m_integer = valid(parseXMLInteger(readRaw(tag)), tag);
+        readInteger(tag);
         if (!skip("</integer>"))
             readEndTag(tag.element);
         return finish(Token::integer);
@@ -442,6 +441,21 @@ inline std::string_view XMLTokenizer::readRaw(Tag tag) {
     const void* found = std::memchr(m_position, '<', remaining());
     m_position = found ? static_cast<const char*>(found) : m_end;
     return {start, m_position};
+}
+
+inline void XMLTokenizer::readInteger(Tag tag) {
+    constexpr int safeDigits = 18;
+    const char* const last = m_position + std::min<std::size_t>(remaining(), safeDigits);
+    std::uint64_t value = 0;
+    const char* p = m_position;
+    for (; p != last && *p >= '0' && *p <= '9'; ++p)
+        value = value * 10 + static_cast<std::uint64_t>(*p - '0');
+    if (p == m_position || p == m_end || *p != '<') { // no plain number
+        m_integer = valid(parseXMLInteger(readRaw(tag)), tag);
+        return;
+    }
+    m_position = p;
+    m_integer = {value, false};
 }
 
 template <typename Value>

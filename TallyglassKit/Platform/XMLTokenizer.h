@@ -98,6 +98,7 @@ private:
     void readText(Tag tag);
     void decodeText(Element element, const char* start);
     void decodeReference();
+    void readInteger(Tag tag);
     std::string_view readRaw(Tag tag);
     template <typename Value>
     Value valid(const std::optional<Value>& value, Tag tag) const;
