@@ -1,0 +1,173 @@
+#include "TallyglassKit/Comparison/BackupStore.h"
+#include "TallyglassKit/Comparison/TallyglassDatabase.h"
+#include "TallyglassKit/Persistence/Connection.h"
+#include "TallyglassKit/Persistence/DatabaseError.h"
+#include "TallyglassKit/Platform/Error.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <thread>
+
+using namespace tallyglass;
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool countsMemory = false;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+constexpr bool countsMemory = false;
+#else
+constexpr bool countsMemory = true;
+#endif
+#else
+constexpr bool countsMemory = true;
+#endif
+
+class BackupStoreSharingTest : public testing::Test {
+protected:
+    static std::string begin(BackupStore& store, const std::string& to) {
+        return store.beginComparison(Comparison("/a", to, {}, {}, 0, "k", Date())).id;
+    }
+    static std::vector<ChangeRecord> batch(const SharedText& id, int count) {
+        std::vector<ChangeRecord> result;
+        for (int row = 0; row < count; ++row)
+            result.emplace_back(std::nullopt, id, fmt::format("/file {}", row), ChangeKind::added, false, 1,
+                                1, std::nullopt);
+        return result;
+    }
+
+    test::TemporaryFolder folder;
+    std::filesystem::path file = folder / "cache.sqlite";
+};
+
+TEST_F(BackupStoreSharingTest, showsEveryReaderWholeBatches) {
+    constexpr int rounds = 15;
+    constexpr int size = 20;
+    BackupStore one(file);
+    BackupStore other(file);
+    const std::array ids{begin(one, "/b"), begin(other, "/c")};
+    std::atomic<int> writing = 2;
+    const auto write = [&](BackupStore& store, const std::string& id) {
+        for (int round = 0; round < rounds; ++round)
+            store.appendChanges(batch(id, size), id);
+        store.finishComparison(id, std::nullopt);
+        --writing;
+    };
+    const auto read = [&](BackupStore& store, const std::string& id) {
+        do {
+            const auto before = store.comparison(id)->addedCount;
+            const auto rows = store.changeCount(id);
+            EXPECT_EQ(rows % size, 0);
+            EXPECT_LE(before, rows);
+            EXPECT_GE(store.comparison(id)->addedCount, rows);
+            static_cast<void>(store.searchPaths("file", 10));
+        } while (writing > 0);
+    };
+    {
+        std::vector<std::jthread> threads;
+        threads.emplace_back(write, std::ref(one), ids[0]);
+        threads.emplace_back(write, std::ref(other), ids[1]);
+        threads.emplace_back(read, std::ref(one), ids[0]);
+        threads.emplace_back(read, std::ref(other), ids[0]);
+    }
+    for (const std::string& id : ids)
+        EXPECT_EQ(one.comparison(id)->addedCount, rounds * size);
+}
+
+TEST_F(BackupStoreSharingTest, opensForManyAtOnceOnAFreshFile) {
+    std::vector<std::jthread> threads;
+    for (int index = 0; index < 4; ++index)
+        threads.emplace_back([this] { EXPECT_TRUE(BackupStore(file).allComparisons().empty()); });
+}
+
+TEST_F(BackupStoreSharingTest, opensAndReadsBesideAWriter) {
+    BackupStore store(file);
+    const auto id = begin(store, "/b");
+    const auto writer = TallyglassDatabase::makeQueue(file);
+    const Transaction transaction(*writer, Transaction::Kind::write);
+    writer->execute("DELETE FROM comparison");
+
+    BackupStore reader(TallyglassDatabase::makeQueue(file, std::chrono::milliseconds(0)));
+    EXPECT_TRUE(reader.comparison(id));
+    EXPECT_THROW(reader.deleteComparison(id), DatabaseError);
+}
+
+TEST_F(BackupStoreSharingTest, stopsReadsAndNothingElse) {
+    BackupStore store(file);
+    const auto id = begin(store, "/b");
+    store.appendChanges(batch(id, 10), id);
+    std::stop_source stopped;
+    stopped.request_stop();
+    const auto token = stopped.get_token();
+
+    EXPECT_THROW(static_cast<void>(store.changes(id, {}, {}, 10, 0, token)), Cancelled);
+    EXPECT_THROW(static_cast<void>(store.rollups(id, 10, token)), Cancelled);
+    EXPECT_THROW(static_cast<void>(store.history("/file 1", token)), Cancelled);
+    EXPECT_THROW(static_cast<void>(store.searchPaths("file", 10, token)), Cancelled);
+
+    EXPECT_EQ(store.changes(id, {}, {}, 10, 0).size(), 10U);
+    store.appendChanges(batch(id, 10), id);
+    EXPECT_EQ(store.changeCount(id), 20);
+}
+
+TEST_F(BackupStoreSharingTest, leavesALongReadSoonAfterItIsStopped) {
+    BackupStore store(file);
+    const auto id = begin(store, "/b");
+    store.appendChanges(batch(id, 5000), id);
+    std::stop_source source;
+    std::atomic<bool> isDone = false;
+    std::jthread reader([&] {
+        // Each of these is long enough to look at the token, so the loop ends soon after the stop.
+        EXPECT_THROW(
+            {
+                while (true)
+                    static_cast<void>(store.changes(id, {}, "no such text", 10, 0, source.get_token()));
+            },
+            Cancelled);
+        isDone = true;
+    });
+    while (!isDone) {
+        EXPECT_EQ(store.changeCount(id), 5000); // another operation is never hit
+        source.request_stop();
+    }
+}
+
+TEST_F(BackupStoreSharingTest, holdsAMillionRowsInLittleMemory) {
+    if (!countsMemory)
+        GTEST_SKIP() << "a sanitizer keeps the memory";
+    constexpr std::int64_t rows = 1'000'000;
+    const auto connection = TallyglassDatabase::makeQueue(file);
+    BackupStore store(file);
+    const auto id = begin(store, "/" + std::string(200, 'b'));
+    connection->execute(fmt::format(
+        "PRAGMA synchronous = OFF; DROP TRIGGER __fileChangeSearch_ai; DROP INDEX idx_change_path; "
+        "DROP INDEX index_fileChange_on_comparisonID; DROP INDEX index_fileChange_on_parentPath; "
+        "WITH RECURSIVE c(x) AS (VALUES (100000000) UNION ALL SELECT x + 1 FROM c LIMIT {0}) "
+        "INSERT INTO fileChange (comparisonID, path, parentPath, kind, size, sizeDelta, differences) "
+        "SELECT '{1}', '/folder/' || x, '/folder', 'modified', x, x, iif(x % 2, 'size,mtime', "
+        "'mode,uid,gid') "
+        "FROM c; UPDATE comparison SET modifiedCount = {0}",
+        rows, id));
+    constexpr std::int64_t pathLength = 17;
+    static_cast<void>(store.changes(id, {}, {}, 1, rows - 1)); // what SQLite keeps, it now has
+    const auto used = [] {
+        const auto info = mallinfo2();
+        return static_cast<std::int64_t>(info.uordblks + info.hblkhd);
+    };
+
+    const auto before = used();
+    const auto changes = store.changes(id, {}, {}, rows, 0);
+    const auto each = (used() - before) / rows - pathLength;
+
+    ASSERT_EQ(std::ssize(changes), rows);
+    EXPECT_LE(each, 160);
+    RecordProperty("bytesPerRow", std::to_string(each));
+    EXPECT_LE(changes.capacity(), changes.size() * 9 / 8);
+}
+
+} // namespace
