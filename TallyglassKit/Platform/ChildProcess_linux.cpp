@@ -102,7 +102,10 @@ public:
         check(posix_spawnattr_setsigmask(&m_attributes, &signals));
         sigfillset(&signals);
         check(posix_spawnattr_setsigdefault(&m_attributes, &signals));
-        check(posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
+        // In a group of its own: Ctrl-C at a terminal reaches this program alone, which then stops the child.
+        check(posix_spawnattr_setpgroup(&m_attributes, 0));
+        check(posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
+                                                          POSIX_SPAWN_SETPGROUP));
     }
     SpawnSettings(const SpawnSettings&) = delete;
     SpawnSettings& operator=(const SpawnSettings&) = delete;
