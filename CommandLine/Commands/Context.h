@@ -1,0 +1,35 @@
+// What every command works with: where the machine is, how to print, and when to stop.
+// Main thread only, but for the stop token.
+
+#pragma once
+
+#include "TallyglassKit/Access/TMUtilRunner.h"
+#include "TallyglassKit/Platform/SystemPaths.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <ostream>
+#include <stop_token>
+
+namespace tallyglass {
+class BackupStore;
+}
+
+namespace tallyglass::commandline {
+
+struct Context {
+    SystemPaths paths;
+    bool json = false;
+    std::ostream& out;
+    std::stop_token stop;
+
+    [[nodiscard]] TMUtilRunner runner() const;
+
+    /// The user's diff cache.
+    [[nodiscard]] BackupStore openStore() const;
+
+    /// Prints a whole document.
+    void print(const nlohmann::ordered_json& document) const;
+};
+
+} // namespace tallyglass::commandline

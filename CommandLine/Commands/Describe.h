@@ -1,0 +1,36 @@
+// The lines that tally prints for people.
+
+#pragma once
+
+#include "TallyglassKit/Access/FullDiskAccessProbe.h"
+
+#include <cstddef>
+#include <ostream>
+#include <span>
+#include <string>
+
+namespace tallyglass {
+struct BackupStatus;
+struct ChangeRecord;
+struct Comparison;
+struct TMDestination;
+} // namespace tallyglass
+
+namespace tallyglass::commandline {
+
+/// Such as "Idle" or "Running: Copying, 59 %, 831.4 MB of 1.81 TB, 457 of 10,159,895 files, 2m left".
+[[nodiscard]] std::string describe(const BackupStatus& status);
+
+/// Such as "Full Disk Access is granted".
+[[nodiscard]] std::string describe(FDAStatus access);
+
+/// Such as "Backups of mini: 41.2 MB of 50 MB used (82 %), 60 backups, latest Nov 22, 2026 at 7:38 PM".
+[[nodiscard]] std::string describe(const TMDestination& destination);
+
+/// Such as "12 added, 3 removed, 40 modified, +1.2 MB in all".
+[[nodiscard]] std::string describe(const Comparison& comparison);
+
+/// One line a change: its kind, by how much it made the backup bigger, its path.
+void printChanges(std::ostream& out, std::span<const ChangeRecord> changes);
+
+} // namespace tallyglass::commandline

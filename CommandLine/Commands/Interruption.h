@@ -1,0 +1,31 @@
+// Turns the signals by which a person or a system ends a program (SIGINT, SIGTERM, SIGHUP) into a stop
+// request, so that children are stopped and results are kept in order before the program ends. A second
+// signal ends it at once.
+//
+// Make one in main before any other thread starts: threads inherit the blocked signals from there. It ends
+// its own thread. Children get the default signal mask from the child-process layer.
+
+#pragma once
+
+#include <stop_token>
+#include <thread>
+
+namespace tallyglass::commandline {
+
+class Interruption {
+public:
+    Interruption();
+    ~Interruption();
+    Interruption(const Interruption&) = delete;
+    Interruption& operator=(const Interruption&) = delete;
+
+    [[nodiscard]] std::stop_token stopToken() const { return m_source.get_token(); }
+
+private:
+    std::stop_source m_source;
+    int m_signals = -1; ///< signalfd
+    int m_end = -1;     ///< eventfd that wakes the thread for the last time
+    std::thread m_thread;
+};
+
+} // namespace tallyglass::commandline

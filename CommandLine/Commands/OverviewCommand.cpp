@@ -1,0 +1,102 @@
+#include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/CompareBackups.h"
+#include "CommandLine/Commands/Describe.h"
+#include "CommandLine/Commands/ModelJSON.h"
+#include "TallyglassKit/Access/BackupStatus.h"
+#include "TallyglassKit/Access/FullDiskAccessProbe.h"
+#include "TallyglassKit/Access/TimeMachinePreferences.h"
+#include "TallyglassKit/Comparison/BackupStore.h"
+#include "TallyglassKit/Comparison/ChangeRecord.h"
+#include "TallyglassKit/Comparison/DiffEngine.h"
+#include "TallyglassKit/Health/Fmt.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace tallyglass::commandline {
+
+namespace {
+
+constexpr std::size_t latestShown = 10;
+constexpr std::size_t biggestShown = 10;
+
+std::uint64_t magnitude(const ChangeRecord& change) {
+    const auto bytes = change.sizeDelta.value_or(change.size.value_or(0));
+    return bytes < 0 ? 0 - static_cast<std::uint64_t>(bytes) : static_cast<std::uint64_t>(bytes);
+}
+
+/// The changes of a comparison that moved the most bytes, biggest first. Reads a page at a time: there may be
+/// millions.
+std::vector<ChangeRecord> biggestChanges(BackupStore& store, const std::string& comparisonID,
+                                         const std::stop_token& stop) {
+    constexpr std::int64_t pageSize = 20'000;
+    std::vector<ChangeRecord> biggest;
+    for (std::int64_t offset = 0;; offset += pageSize) {
+        auto page = store.changes(comparisonID, std::nullopt, std::nullopt, pageSize, offset, stop);
+        const bool isLast = page.size() < static_cast<std::size_t>(pageSize);
+        std::ranges::move(page, std::back_inserter(biggest));
+        std::ranges::stable_sort(biggest, std::ranges::greater{}, magnitude);
+        biggest.resize(std::min(biggest.size(), biggestShown));
+        if (isLast)
+            return biggest;
+    }
+}
+
+void overview(const Context& context) {
+    const auto runner = context.runner();
+    auto store = context.openStore();
+    const auto status = runner.status(context.stop);
+    const auto settings = TimeMachinePreferences().read(context.paths);
+    const auto backups = DiffEngine(runner, store).availableBackupsThrowing(context.stop);
+    const auto latest = std::span(backups).last(std::min(backups.size(), latestShown));
+
+    if (!context.json) {
+        context.out << "State: " << describe(status) << "\n";
+        for (const auto& destination : settings ? settings->destinations : std::vector<TMDestination>())
+            context.out << "Destination: " << describe(destination) << "\n";
+        context.out << "Latest backups:\n";
+        for (const auto& backup : latest)
+            context.out << "  " << (backup.date ? Fmt::timestamp(*backup.date) : "—") << "  " << backup.path
+                        << "\n";
+        context.out << std::flush; // what is known so far, before the long part
+    }
+    std::optional<ComparisonResult> result;
+    std::vector<ChangeRecord> biggest;
+    if (backups.size() >= 2) {
+        const auto& from = backups[backups.size() - 2];
+        const auto& to = backups.back();
+        result = compareBackups(context, store, from.path, to.path, CompareOptions::fast(), true);
+        biggest = biggestChanges(store, result->comparison.id, context.stop);
+    }
+    if (context.json) {
+        JSON document{{"status", toJSON(status)}, {"settings", toJSON(settings)}};
+        document["backups"] = JSON::array();
+        for (const auto& backup : latest)
+            document["backups"].push_back({{"path", backup.path}, {"date", toJSON(backup.date)}});
+        document["comparison"] = result ? toJSON(result->comparison) : JSON(nullptr);
+        document["cached"] = result ? JSON(result->cached) : JSON(nullptr);
+        document["biggestChanges"] = toJSONArray(biggest);
+        return context.print(document);
+    }
+    if (!result) {
+        context.out << "There is nothing to compare until there are two backups.\n";
+        return;
+    }
+    context.out << "From the backup before to the latest" << (result->cached ? ", out of the cache" : "")
+                << ": " << describe(result->comparison) << "\n";
+    if (!biggest.empty())
+        context.out << "Biggest changes:\n";
+    printChanges(context.out, biggest);
+}
+
+} // namespace
+
+void addOverviewCommand(CLI::App& app, Action& chosen) {
+    app.add_subcommand("overview", "State, destinations, the latest backups and what changed in the last one")
+        ->callback([&chosen] { chosen = overview; });
+}
+
+} // namespace tallyglass::commandline

@@ -1,0 +1,97 @@
+#include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/Interruption.h"
+#include "TallyglassKit/Access/TMUtilError.h"
+#include "TallyglassKit/Platform/Error.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+#include <string>
+
+namespace tallyglass::commandline {
+
+namespace {
+
+enum ExitCode : int { success = 0, failure = 1, wrongUsage = 2, needsFullDiskAccess = 3, stopped = 130 };
+
+constexpr auto epilogue = R"(Exit codes:
+  0    done
+  1    failed; standard error says why in one line
+  2    wrong usage
+  3    Full Disk Access is missing
+  130  stopped by Ctrl-C or a request to end
+
+With --json, standard output holds one JSON document and nothing else. Field names
+are those of the data models, an absent value is null, and dates are ISO 8601 in
+UTC with milliseconds.
+
+Without --root the machine is the one in the environment variable TALLYGLASS_ROOT,
+or else in "Tallyglass/root" in your data folder. Comparisons are kept in
+"Tallyglass/cache.sqlite" there; the file can be deleted at any time.)";
+
+int fail(ExitCode code, const std::string& description) {
+    auto line = description.empty() ? std::string("It failed without saying why.") : description;
+    while (!line.empty() && line.back() == '\n')
+        line.pop_back();
+    for (char& character : line)
+        if (character == '\n')
+            character = ' '; // one line, whatever the failed command wrote
+    std::cerr << "tally: " << line << "\n";
+    return code;
+}
+
+int perform(const Action& action, const Context& context) {
+    try {
+        action(context);
+    } catch (const Cancelled&) {
+        return fail(stopped, "Cancelled.");
+    } catch (const TMUtilError& error) {
+        const bool needsAccess = error.get<TMUtilError::RequiresFullDiskAccess>() != nullptr;
+        return fail(needsAccess ? needsFullDiskAccess : failure, error.errorDescription());
+    } catch (const CLI::ParseError& error) {
+        return fail(wrongUsage, error.what());
+    } catch (const std::exception& error) {
+        return fail(failure, error.what());
+    }
+    if (!context.out.flush())
+        return fail(failure, "The output couldn't be written.");
+    return success;
+}
+
+} // namespace
+
+int runTally(int argc, char** argv) {
+    CLI::App app("Shows what a computer's Time Machine backups hold and what changed between them.", "tally");
+    app.footer(epilogue);
+    app.require_subcommand(1);
+    app.fallthrough(); // --root and --json may stand behind the command too
+    std::string root;
+    bool json = false;
+    app.add_option("--root", root, "The folder that stands for \"/\" of the machine to look at")
+        ->type_name("DIR");
+    app.add_flag("--json", json, "Print one JSON document instead of text");
+
+    Action chosen;
+    addOverviewCommand(app, chosen);
+    addAccessCommands(app, chosen);
+    addCompareCommand(app, chosen);
+    addCacheCommands(app, chosen);
+    addPropertyListCommand(app, chosen);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) // --help
+            return app.exit(error);
+        return fail(wrongUsage, std::string(error.what()) + " See tally --help.");
+    }
+
+    const Interruption interruption;
+    return perform(chosen, {.paths = root.empty() ? SystemPaths::standard() : SystemPaths(root),
+                            .json = json,
+                            .out = std::cout,
+                            .stop = interruption.stopToken()});
+}
+
+} // namespace tallyglass::commandline
