@@ -235,10 +235,10 @@ TEST_F(DiffEngineTest, listsBackupsWithTheirDatesOrSaysWhyNot) {
 
 TEST_F(DiffEngineTest, runsSeveralComparisonsAtOnce) {
     const auto output = outputOf(numberedPaths(300));
-    const DiffEngine shared(TMUtilRunner([&](const auto&, auto, const auto&, auto) {
-                                return TMUtilResult{.exitCode = 0, .stdout = output, .stderr = {}};
-                            }),
-                            store, 50);
+    const TMUtilRunner runner([&](const auto&, auto, const auto&, auto) {
+        return TMUtilResult{.exitCode = 0, .stdout = output, .stderr = {}};
+    });
+    const DiffEngine shared(runner, store, 50);
     std::vector<std::jthread> threads;
     for (int depth = 0; depth < 4; ++depth)
         threads.emplace_back(

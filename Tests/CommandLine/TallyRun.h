@@ -1,0 +1,44 @@
+// Runs the real tally, with a cache of the test's own, and takes down what it said.
+
+#pragma once
+
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tallyglass::test {
+
+struct TallyRun {
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+
+    /// Standard output, which must be one JSON document.
+    [[nodiscard]] nlohmann::json json() const { return nlohmann::json::parse(out); }
+};
+
+/// A fixture in whose process, and its children's, the user's data folder is a temporary one.
+class TallySession {
+public:
+    TallySession();
+    ~TallySession();
+    TallySession(const TallySession&) = delete;
+    TallySession& operator=(const TallySession&) = delete;
+
+    [[nodiscard]] TallyRun tally(const std::vector<std::string>& arguments) const;
+
+    /// The same through a shell, in which $TALLY is the program.
+    [[nodiscard]] TallyRun shell(const std::string& script) const;
+
+    [[nodiscard]] const TemporaryFolder& folder() const { return m_folder; }
+    [[nodiscard]] std::filesystem::path cacheFile() const;
+
+private:
+    TemporaryFolder m_folder;
+};
+
+} // namespace tallyglass::test

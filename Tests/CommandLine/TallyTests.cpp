@@ -1,0 +1,249 @@
+#include "Tests/CommandLine/TallyRun.h"
+#include "Tests/Support/SampleMachine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+namespace tallyglass::test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+/// A session over a sample machine.
+class TallyTest : public testing::Test, protected TallySession {
+protected:
+    [[nodiscard]] TallyRun onMachine(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {"--root", SampleMachine::shared().root().string()});
+        return tally(arguments);
+    }
+
+    /// The two newest backups.
+    [[nodiscard]] std::pair<std::string, std::string> latestPair() const {
+        const auto backups = onMachine({"backups", "--json"}).json();
+        return {backups.at(backups.size() - 2).at("path"), backups.back().at("path")};
+    }
+};
+
+/// A session over a machine whose tmutil is a script.
+class TallyWithScriptTest : public testing::Test, protected TallySession {
+protected:
+    void tmutilDoes(const std::string& script) {
+        const auto file = folder().write("root/usr/bin/tmutil", "#!/bin/sh\n" + script + "\n");
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    }
+    [[nodiscard]] std::string root() const { return (folder() / "root").string(); }
+};
+
+bool isOneLine(const std::string& text) {
+    return std::ranges::count(text, '\n') == 1 && text.ends_with('\n');
+}
+
+TEST_F(TallyTest, saysWhatIsWrongWithTheArguments) {
+    for (const std::vector<std::string>& wrong : {std::vector<std::string>{},
+                                                  {"frobnicate"},
+                                                  {"compare", "one"},
+                                                  {"compare", "a", "b", "--depth", "-1"},
+                                                  {"compare", "a", "b", "--properties", "slow"},
+                                                  {"compare", "a", "b", "--kinds", "added,lost"},
+                                                  {"compare", "a", "b", "--depth", "1", "--no-limit"},
+                                                  {"status", "--limit", "3"}}) {
+        const auto run = tally(wrong);
+        EXPECT_EQ(run.exitCode, 2) << testing::PrintToString(wrong);
+        EXPECT_TRUE(isOneLine(run.err)) << run.err;
+        EXPECT_THAT(run.out, IsEmpty());
+    }
+}
+
+TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
+    const auto help = tally({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* word :
+         {"status", "settings", "backups", "manifest", "compare", "comparisons", "search", "rollups",
+          "history-of-changes", "plist", "--root", "--json", "130", "Full Disk Access"})
+        EXPECT_THAT(help.out, HasSubstr(word));
+    EXPECT_THAT(tally({"compare", "--help"}).out, HasSubstr("--no-limit"));
+}
+
+TEST_F(TallyTest, tellsStatusAndSettings) {
+    const auto status = onMachine({"status", "--json"}).json();
+    EXPECT_EQ(status.at("isRunning"), false);
+    EXPECT_EQ(status.at("percent"), nullptr);
+    EXPECT_EQ(status.at("access"), "granted");
+    EXPECT_EQ(status.size(), 11U);
+    EXPECT_THAT(onMachine({"status"}).out, StartsWith("Idle\n"));
+
+    const auto destination = onMachine({"--json", "settings"}).json().at("destinations").at(0);
+    EXPECT_EQ(destination.at("totalBytes"), destination.at("bytesUsed").get<std::int64_t>() +
+                                                destination.at("bytesAvailable").get<std::int64_t>());
+    EXPECT_EQ(destination.at("latestSnapshot"), destination.at("snapshotDates").back());
+    EXPECT_EQ(destination.at("kind"), "local");
+    EXPECT_THAT(destination.at("latestSnapshot"), testing::Truly([](const nlohmann::json& date) {
+                    return date.get<std::string>().size() == 24 && date.get<std::string>().ends_with("Z");
+                }));
+}
+
+TEST_F(TallyTest, listsBackupsAndTheirManifestOldestFirst) {
+    const auto backups = onMachine({"backups", "--json"}).json();
+    const auto manifest = onMachine({"manifest", "--json"}).json();
+
+    ASSERT_EQ(backups.size(), SampleMachine::backupCount);
+    EXPECT_EQ(manifest.size(), backups.size());
+    EXPECT_TRUE(std::ranges::is_sorted(backups, {}, [](const auto& backup) { return backup.at("date"); }));
+    EXPECT_EQ(manifest.front().at("isInitialBackup"), true);
+    EXPECT_EQ(manifest.back().at("isInitialBackup"), false);
+    EXPECT_GT(manifest.front().at("duration"), 0.0);
+    EXPECT_TRUE(std::filesystem::is_directory(backups.back().at("path").get<std::string>()));
+}
+
+TEST_F(TallyTest, keepsAComparisonInTheCache) {
+    const auto [from, to] = latestPair();
+
+    const auto first = onMachine({"compare", from, to, "--no-limit", "--json"}).json();
+    const auto second = onMachine({"compare", from, to, "--no-limit", "--json"}).json();
+    const auto forced = onMachine({"compare", from, to, "--no-limit", "--no-cache", "--json"}).json();
+
+    EXPECT_EQ(first.at("cached"), false);
+    EXPECT_EQ(second.at("cached"), true);
+    EXPECT_EQ(forced.at("cached"), false);
+    EXPECT_EQ(first.at("comparison"), second.at("comparison"));
+    EXPECT_EQ(first.at("changes"), second.at("changes"));
+    EXPECT_EQ(first.at("comparison").at("id"), from + "|" + to + "|pst|dall|i");
+    EXPECT_GT(first.at("changes").size(), 0U);
+    EXPECT_TRUE(std::ranges::is_sorted(first.at("changes"), {},
+                                       [](const auto& change) { return change.at("path"); }));
+    EXPECT_THAT(onMachine({"compare", from, to, "--no-limit"}).out, HasSubstr("from the cache"));
+}
+
+TEST_F(TallyTest, narrowsWhatItShowsOfAComparison) {
+    const auto [from, to] = latestPair();
+    const auto shown = [&, from = from, to = to](std::vector<std::string> options) {
+        options.insert(options.begin(), {"compare", from, to, "--no-limit", "--json"});
+        return onMachine(options).json().at("changes");
+    };
+    const auto all = shown({});
+    const auto added = shown({"--kinds", "added"});
+
+    EXPECT_TRUE(std::ranges::all_of(added, [](const auto& change) { return change.at("kind") == "added"; }));
+    EXPECT_EQ(added.size() + shown({"--kinds", "removed,modified"}).size(), all.size());
+    EXPECT_EQ(shown({"--limit", "1"}).size(), 1U);
+    EXPECT_EQ(shown({"--search", all.front().at("path")}).front(), all.front());
+    EXPECT_THAT(onMachine({"compare", from, to, "--depth", "1", "--properties", "default", "--ignore", "b",
+                           "--ignore", "a", "--json"})
+                    .json()
+                    .at("comparison")
+                    .at("id"),
+                EndsWith("|p@gmstu|d1|ia,b"));
+}
+
+TEST_F(TallyTest, looksUpWhatTheCacheHolds) {
+    const auto [from, to] = latestPair();
+    const auto comparison = onMachine({"compare", from, to, "--no-limit", "--json"}).json();
+    const auto change = comparison.at("changes").front();
+    const std::string id = comparison.at("comparison").at("id");
+
+    EXPECT_EQ(onMachine({"comparisons", "--json"}).json().at(0), comparison.at("comparison"));
+    EXPECT_EQ(onMachine({"rollups", id, "--limit", "1", "--json"}).json().size(), 1U);
+    const auto history = onMachine({"history-of-changes", change.at("path"), "--json"}).json();
+    EXPECT_EQ(history.at(0).at("change"), change);
+    EXPECT_EQ(history.at(0).at("comparison"), comparison.at("comparison"));
+    const auto found = onMachine({"search", change.at("path"), "--json"}).json();
+    EXPECT_NE(std::ranges::find(found, change), found.end());
+    EXPECT_EQ(onMachine({"search", "...", "--json"}).json(), nlohmann::json::array());
+}
+
+TEST_F(TallyTest, givesAnOverviewThatUsesTheCacheTheSecondTime) {
+    const auto first = onMachine({"overview"});
+    const auto second = onMachine({"overview"});
+    EXPECT_EQ(first.exitCode, 0) << first.err;
+    EXPECT_THAT(first.out, testing::Not(HasSubstr("cache")));
+    EXPECT_THAT(second.out, HasSubstr("cache"));
+
+    const auto document = onMachine({"overview", "--json"}).json();
+    EXPECT_LE(document.at("backups").size(), 10U);
+    EXPECT_EQ(document.at("cached"), true);
+    const auto sizes = document.at("biggestChanges");
+    EXPECT_TRUE(std::ranges::is_sorted(sizes, std::ranges::greater{}, [](const auto& change) {
+        const auto& bytes = change.at("sizeDelta").is_null() ? change.at("size") : change.at("sizeDelta");
+        return bytes.is_null() ? 0 : std::abs(bytes.template get<std::int64_t>());
+    }));
+}
+
+TEST_F(TallyTest, printsPropertyListsFromFilesAndStandardInput) {
+    const auto preferences =
+        SampleMachine::shared().root() / "Library/Preferences/com.apple.TimeMachine.plist";
+    EXPECT_TRUE(tally({"plist", preferences.string()}).json().at("Destinations").is_array());
+
+    const auto piped = shell("printf '{ a = (1, <0f>); }' | \"$TALLY\" plist -");
+    EXPECT_EQ(piped.json(), nlohmann::json::parse(R"({"a": ["1", {"data": "0f"}]})"));
+
+    const auto broken = shell("printf '{ a = ' | \"$TALLY\" plist -");
+    EXPECT_EQ(broken.exitCode, 1);
+    EXPECT_TRUE(isOneLine(broken.err)) << broken.err;
+    EXPECT_THAT(broken.out, IsEmpty());
+}
+
+TEST_F(TallyWithScriptTest, endsWithThreeWithoutFullDiskAccess) {
+    tmutilDoes("echo 'tmutil: listbackups requires Full Disk Access privileges.' >&2; exit 80");
+    const auto run = tally({"--root", root(), "backups", "--json"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.err, "tally: This requires Full Disk Access.\n");
+    EXPECT_THAT(run.out, IsEmpty());
+}
+
+TEST_F(TallyWithScriptTest, tellsFailuresInOneLine) {
+    tmutilDoes("printf 'first\\nsecond\\n' >&2; exit 70");
+    const auto failed = tally({"--root", root(), "backups"});
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_EQ(failed.err, "tally: first second\n");
+
+    const auto missing = tally({"--root", (folder() / "nowhere").string(), "status"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_THAT(missing.err, StartsWith("tally: Could not run tmutil: "));
+
+    const auto full = shell("\"$TALLY\" comparisons --json > /dev/full");
+    EXPECT_EQ(full.exitCode, 1);
+
+    folder().write("data/Tallyglass/cache.sqlite", "this is no database, whatever its name says about it");
+    const auto noCache = tally({"comparisons"});
+    EXPECT_EQ(noCache.exitCode, 1);
+    EXPECT_TRUE(isOneLine(noCache.err)) << noCache.err;
+}
+
+TEST_F(TallyWithScriptTest, stopsTheChildAndRecordsTheCancellationWhenItIsInterrupted) {
+    const auto pidFile = (folder() / "pid").string();
+    tmutilDoes("echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile + "'; exec sleep 600");
+    std::vector<std::string> arguments{program("tally"), "--root", root(), "compare", "/a", "/b"};
+    std::vector<char*> argv;
+    for (auto& argument : arguments)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    pid_t tallyPid = 0;
+    ASSERT_EQ(posix_spawn(&tallyPid, argv[0], nullptr, nullptr, argv.data(), environ), 0);
+    while (!std::filesystem::exists(pidFile))
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+
+    kill(tallyPid, SIGINT);
+    int status = 0;
+    ASSERT_EQ(waitpid(tallyPid, &status, 0), tallyPid);
+
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 130);
+    pid_t child = 0;
+    std::ifstream(pidFile) >> child;
+    EXPECT_GT(child, 0);
+    EXPECT_NE(kill(child, 0), 0) << "the child lives on";
+    EXPECT_EQ(tally({"comparisons", "--json"}).json().at(0).at("errorMessage"), "Cancelled");
+}
+
+} // namespace
+} // namespace tallyglass::test
