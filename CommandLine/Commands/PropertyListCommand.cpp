@@ -15,7 +15,7 @@ void addPropertyListCommand(CLI::App& app, Action& chosen) {
     command->add_option("FILE", *file, "The file, or - for standard input")->required();
     command->callback([&chosen, file] {
         chosen = [file](const Context& context) {
-            const auto bytes = readFile(*file == "-" ? "/dev/stdin" : *file);
+            const auto bytes = *file == "-" ? readStandardInput(context.stop) : readFile(*file, context.stop);
             const auto list = PropertyList::parse(bytes);
             printPropertyListJSON(list.root(), context.out);
             context.out << "\n";

@@ -4,7 +4,9 @@
 #include "TallyglassKit/Platform/FileError.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -14,6 +16,8 @@ namespace {
 
 /// What one read takes at most, so that a stop is seen soon.
 constexpr std::size_t readSize = std::size_t{16} << 20;
+/// Milliseconds after which a wait for input looks for a stop.
+constexpr int stopInterval = 100;
 
 /// The size of the open regular file.
 std::size_t checkedSize(const FileDescriptor& file, const std::string& path) {
@@ -27,6 +31,29 @@ std::size_t checkedSize(const FileDescriptor& file, const std::string& path) {
     return static_cast<std::size_t>(status.st_size);
 }
 
+/// Reads until the end; `expected` is how many bytes that may be, `wait` returns when a read won't block for
+/// long.
+template <typename Wait>
+ByteBuffer readToEnd(int descriptor, const std::string& name, std::size_t expected,
+                     const std::stop_token& stop, Wait wait) {
+    ByteBuffer bytes;
+    while (true) {
+        wait();
+        if (stop.stop_requested())
+            throw Cancelled();
+        const auto room = bytes.tail(std::max<std::size_t>(expected, 1 << 12));
+        const auto count = read(descriptor, room.data(), std::min(room.size(), readSize));
+        if (count == 0)
+            return bytes;
+        if (count > 0) {
+            bytes.commit(static_cast<std::size_t>(count));
+            expected -= std::min(expected, static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            throw FileError(errno, name);
+        }
+    }
+}
+
 } // namespace
 
 ByteBuffer readFile(const std::string& path, std::stop_token stop) {
@@ -34,22 +61,16 @@ ByteBuffer readFile(const std::string& path, std::stop_token stop) {
     if (!file.isOpen())
         throw FileError(errno, path);
     // A file may grow meanwhile, so the end counts and not the size; the byte more is for meeting the end.
-    std::size_t expected = checkedSize(file, path) + 1;
-    ByteBuffer bytes;
-    while (true) {
-        if (stop.stop_requested())
-            throw Cancelled();
-        const auto room = bytes.tail(std::max<std::size_t>(expected, 1 << 12));
-        const auto count = read(file.number(), room.data(), std::min(room.size(), readSize));
-        if (count == 0)
-            return bytes;
-        if (count > 0) {
-            bytes.commit(static_cast<std::size_t>(count));
-            expected -= std::min(expected, static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            throw FileError(errno, path);
+    return readToEnd(file.number(), path, checkedSize(file, path) + 1, stop, [] {});
+}
+
+ByteBuffer readStandardInput(std::stop_token stop) {
+    const auto waitForInput = [&] {
+        pollfd input{STDIN_FILENO, POLLIN, 0};
+        while (!stop.stop_requested() && poll(&input, 1, stopInterval) <= 0) {
         }
-    }
+    };
+    return readToEnd(STDIN_FILENO, "standard input", 0, stop, waitForInput);
 }
 
 } // namespace tallyglass

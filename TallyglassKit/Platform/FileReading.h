@@ -1,4 +1,4 @@
-// Whole files as bytes. Any thread.
+// Whole files as bytes. Any thread. A stop throws Cancelled.
 
 #pragma once
 
@@ -13,5 +13,8 @@ namespace tallyglass {
 /// missing, may not be read or is something else than a file: a folder has EISDIR, and a pipe or a device,
 /// which might never end, has EINVAL.
 [[nodiscard]] ByteBuffer readFile(const std::string& path, std::stop_token stop = {});
+
+/// What the program is given on standard input, of whichever kind that is, up to its end.
+[[nodiscard]] ByteBuffer readStandardInput(std::stop_token stop = {});
 
 } // namespace tallyglass
