@@ -50,10 +50,9 @@ TEST(Timestamp, isReadInItsKindredForms) {
 }
 
 TEST(Timestamp, isAbsentWhereNothingCanBeTold) {
-    for (const char* unreadable :
-         {"", "now", "1970", "1970-13-01", "1970-02-30", "1970-01-01 ", "1970-01-01 24:00",
-          "1970-01-01 00:00:00.",  "1970-01-01 00:00:00x", "1970-01-01 00:00:00Zx",
-          "-1970-01-01", "1970-01-01 00:00:00+1"})
+    for (const char* unreadable : {"", "now", "1970", "1970-13-01", "1970-02-30", "1970-01-01 ",
+                                   "1970-01-01 24:00", "1970-01-01 00:00:00.", "1970-01-01 00:00:00x",
+                                   "1970-01-01 00:00:00Zx", "-1970-01-01", "1970-01-01 00:00:00+1"})
         EXPECT_EQ(seconds(unreadable), std::nullopt) << unreadable;
 }
 
