@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 namespace tallyglass {
 
@@ -18,15 +17,11 @@ ByteBuffer& ByteBuffer::operator=(const ByteBuffer& other) {
 }
 
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
-    : m_bytes(std::move(other.m_bytes)), m_size(std::exchange(other.m_size, 0)),
-      m_capacity(std::exchange(other.m_capacity, 0)) {}
+    : m_block(std::move(other.m_block)), m_size(std::exchange(other.m_size, 0)) {}
 
 ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
-    if (this != &other) {
-        m_bytes = std::move(other.m_bytes);
-        m_size = std::exchange(other.m_size, 0);
-        m_capacity = std::exchange(other.m_capacity, 0);
-    }
+    m_block = std::move(other.m_block);
+    m_size = std::exchange(other.m_size, 0);
     return *this;
 }
 
@@ -38,31 +33,17 @@ void ByteBuffer::append(std::string_view bytes) {
 }
 
 void ByteBuffer::shrinkToFit() noexcept {
-    if (m_size == 0)
-        *this = ByteBuffer();
-    else if (auto* block = static_cast<char*>(std::realloc(m_bytes.get(), m_size))) {
-        static_cast<void>(m_bytes.release()); // realloc has taken the old block
-        m_bytes.reset(block);
-        m_capacity = m_size;
-    }
+    if (m_size < m_block.size())
+        static_cast<void>(m_block.resize(m_size)); // without memory for less, more stays
 }
 
 std::span<char> ByteBuffer::tail(std::size_t minimum) {
-    if (m_capacity - m_size < minimum) {
-        if (minimum > PTRDIFF_MAX - m_size)
+    if (m_block.size() - m_size < minimum) {
+        const bool isPossible = minimum <= PTRDIFF_MAX - m_size;
+        if (!isPossible || !m_block.resize(std::max(m_size + minimum, m_size * 2)))
             throw Error("Cannot allocate memory");
-        grow(std::max(m_size + minimum, m_size + m_size / 2));
     }
-    return {m_bytes.get() + m_size, m_capacity - m_size};
-}
-
-void ByteBuffer::grow(std::size_t capacity) {
-    auto* block = static_cast<char*>(std::realloc(m_bytes.get(), capacity));
-    if (!block)
-        throw Error("Cannot allocate memory");
-    static_cast<void>(m_bytes.release()); // realloc has taken the old block
-    m_bytes.reset(block);
-    m_capacity = capacity;
+    return {m_block.start() + m_size, m_block.size() - m_size};
 }
 
 } // namespace tallyglass

@@ -1,17 +1,17 @@
 // Bytes in one block that grows at its end, for reading streams of unknown length: the reader reads straight
-// into the tail, big blocks grow by remapping their pages instead of copying them, and memory that was never
-// written costs nothing.
+// into the tail, big blocks grow without being copied, and memory that was never written costs nothing.
 //
 // A value; different threads may read one object at once. Running out of memory throws an Error.
 
 #pragma once
 
+#include "TallyglassKit/Platform/MemoryBlock.h"
+
 #include <concepts>
 #include <cstddef>
-#include <cstdlib>
-#include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace tallyglass {
 
@@ -32,7 +32,7 @@ public:
     ~ByteBuffer() = default;
 
     /// The bytes, valid until the next change.
-    [[nodiscard]] std::string_view view() const noexcept { return {m_bytes.get(), m_size}; }
+    [[nodiscard]] std::string_view view() const noexcept { return {m_block.start(), m_size}; }
     operator std::string_view() const noexcept { return view(); }
     [[nodiscard]] std::size_t size() const noexcept { return m_size; }
     [[nodiscard]] bool empty() const noexcept { return m_size == 0; }
@@ -52,15 +52,8 @@ public:
     friend bool operator==(const ByteBuffer& a, const ByteBuffer& b) noexcept { return a.view() == b.view(); }
 
 private:
-    struct Free {
-        void operator()(char* block) const noexcept { std::free(block); }
-    };
-
-    void grow(std::size_t capacity);
-
-    std::unique_ptr<char, Free> m_bytes;
+    MemoryBlock m_block;
     std::size_t m_size = 0;
-    std::size_t m_capacity = 0;
 };
 
 } // namespace tallyglass

@@ -29,6 +29,8 @@ namespace {
 
 /// What one read takes at least, if it is there, and what a stream starts with.
 constexpr std::size_t readSize = std::size_t{64} << 10;
+/// What one read takes at most: the child is woken after it, and should write while we read the rest.
+constexpr std::size_t longestRead = std::size_t{256} << 10;
 /// Room in the pipe of standard output, so that the child goes on writing while we are busy.
 constexpr int pipeCapacity = 1 << 20;
 
@@ -61,7 +63,7 @@ public:
     /// Takes what is there. Requires: poll() has reported the stream. Returns whether there were bytes.
     bool read() {
         const auto space = room();
-        const auto count = ::read(m_readEnd.number(), space.data(), space.size());
+        const auto count = ::read(m_readEnd.number(), space.data(), std::min(space.size(), longestRead));
         if (count > 0)
             m_bytes.commit(static_cast<std::size_t>(count));
         else if (count == 0)

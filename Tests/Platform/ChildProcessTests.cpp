@@ -356,7 +356,7 @@ TEST_F(ChildProcessFailure, isToldWhenTheOutputFindsNoMemory) {
         const rlimit little = {pagesInUse * sysconf(_SC_PAGESIZE) + (std::size_t{256} << 20), RLIM_INFINITY};
         setrlimit(RLIMIT_AS, &little);
         try {
-            run({"--flood-out", std::to_string(std::size_t{1} << 30)});
+            run({"--flood-out", std::to_string(std::size_t{1} << 33)});
         } catch (const ChildProcess::OutputError& failure) {
             std::_Exit(failure.what() == std::string("Cannot allocate memory") ? 0 : 1);
         }
