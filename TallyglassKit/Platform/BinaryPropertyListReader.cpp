@@ -27,28 +27,38 @@ constexpr std::string_view magic = "bplist0";
 constexpr std::size_t headerSize = 8;
 constexpr std::size_t trailerSize = 32;
 
+// How many objects are fetched ahead of their use.
+constexpr std::size_t prefetched = 16;
+
 // A shorter text is cheaper to look at again than to remember.
 constexpr std::size_t shortText = 64;
 
-// A big-endian number of any width, of which the low 64 bits count. Reads the 8 bytes from `place` on, which
-// must exist; the trailer is behind everything that is read so.
-std::uint64_t number(const char* place, std::size_t width) {
-    if (width > 8) {
-        place += width - 8;
-        width = 8;
-    }
-    std::uint64_t word = 0;
-    std::memcpy(&word, place, sizeof word);
+// The 8 bytes from a place on, big-endian. They always exist: the trailer is behind all that is read so.
+std::uint64_t word(const char* place) {
+    std::uint64_t result = 0;
+    std::memcpy(&result, place, sizeof result);
     if constexpr (std::endian::native == std::endian::little)
-        word = __builtin_bswap64(word);
-    return word >> (64 - 8 * width);
+        result = __builtin_bswap64(result);
+    return result;
 }
 
-double realNumber(std::uint64_t bits, std::size_t width) {
-    if (width == 4)
-        return std::bit_cast<float>(static_cast<std::uint32_t>(bits));
-    return std::bit_cast<double>(bits);
-}
+/// Numbers of one width, one behind the other, of which the low 64 bits count.
+class Column {
+public:
+    Column(const char* start, std::size_t width)
+        : m_start(start + (width > 8 ? width - 8 : 0)), m_stride(width),
+          m_unused(width > 8 ? 0 : 64 - 8 * width) {}
+
+    [[nodiscard]] std::uint64_t operator[](std::size_t i) const { return word(place(i)) >> m_unused; }
+    void prefetch(std::size_t i) const { __builtin_prefetch(place(i)); }
+
+private:
+    [[nodiscard]] const char* place(std::size_t i) const { return m_start + i * m_stride; }
+
+    const char* m_start;
+    std::size_t m_stride;
+    std::size_t m_unused; // low bits of a word from the start, which belong to the next number
+};
 
 /// The extents of a file, checked against its size.
 struct Layout {
@@ -68,9 +78,9 @@ Layout::Layout(std::string_view bytes) {
     const char* const trailer = bytes.data() + trailerStart;
     offsetWidth = static_cast<unsigned char>(trailer[6]);
     referenceWidth = static_cast<unsigned char>(trailer[7]);
-    objectCount = number(trailer + 8, 8);
-    root = number(trailer + 16, 8);
-    objectsEnd = number(trailer + 24, 8);
+    objectCount = word(trailer + 8);
+    root = word(trailer + 16);
+    objectsEnd = word(trailer + 24);
 
     const auto require = [](bool holds, std::string_view problem, std::size_t offset) {
         if (!holds)
@@ -86,10 +96,10 @@ Layout::Layout(std::string_view bytes) {
     require(tableSize % offsetWidth == 0 && tableSize / offsetWidth == objectCount,
             "the offset table doesn't fill the file", trailerStart + 8);
 
-    for (std::size_t entry = objectsEnd; entry < trailerStart; entry += offsetWidth) {
-        const std::uint64_t offset = number(bytes.data() + entry, offsetWidth);
-        require(offset >= headerSize && offset < objectsEnd, "an offset lies outside of the objects", entry);
-    }
+    const Column offsets(bytes.data() + objectsEnd, offsetWidth);
+    for (std::size_t i = 0; i < objectCount; ++i)
+        require(offsets[i] >= headerSize && offsets[i] < objectsEnd, "an offset lies outside of the objects",
+                objectsEnd + i * offsetWidth);
 }
 
 /// Goes through the objects from the root on, depth first, with a stack of its own.
@@ -101,6 +111,7 @@ class BinaryReader {
 public:
     BinaryReader(std::string_view bytes, const Layout& layout, PropertyListStorage& storage)
         : m_bytes(bytes), m_layout(layout), m_storage(storage),
+          m_offsets(bytes.data() + layout.objectsEnd, layout.offsetWidth),
           m_kept(storage.keep(bytes.substr(0, layout.objectsEnd))),
           m_unclaimed(layout.objectsEnd - headerSize), m_states(layout.objectCount) {}
 
@@ -131,29 +142,28 @@ private:
         std::size_t start; // of what is counted
     };
 
-    [[nodiscard]] std::size_t offsetOf(std::uint64_t index) const {
-        return number(m_bytes.data() + m_layout.objectsEnd + index * m_layout.offsetWidth,
-                      m_layout.offsetWidth);
-    }
-    [[nodiscard]] std::uint32_t reference(std::size_t offset) const;
+    [[nodiscard]] std::uint32_t reference(std::size_t offset, std::size_t i) const;
     [[nodiscard]] Extent extent(std::size_t offset, std::size_t unit) const;
     [[nodiscard]] std::uint64_t numberAt(std::size_t offset, std::size_t width) const;
     void claim(std::size_t size, std::size_t offset);
 
-    /// Makes an object, or opens it and returns false.
-    bool make(std::uint32_t index, PropertyListValue& value);
-    bool fill(Open& container);
+    /// Makes an object. A container with something in it is only opened, and made when that is filled.
+    PropertyListValue make(std::uint32_t index);
+    /// Makes the elements of a container, until one is opened.
+    void fill(Open& container);
+    void prefetch(const Open& container) const;
     void close();
     PropertyListValue makeInteger(std::size_t offset) const;
     PropertyListValue makeASCII(std::uint32_t index, std::size_t offset);
     PropertyListValue makeUTF16(std::uint32_t index, std::size_t offset);
-    bool openContainer(Kind kind, std::uint32_t index, std::size_t offset, PropertyListValue& value);
+    PropertyListValue makeContainer(Kind kind, std::uint32_t index, std::size_t offset);
     PropertyListValue makeKey(std::uint32_t index, PropertyListValue value);
     PropertyListValue remember(std::uint32_t index, PropertyListValue value);
 
     std::string_view m_bytes;
     const Layout& m_layout;
     PropertyListStorage& m_storage;
+    Column m_offsets;        // of the objects, by their index
     std::string_view m_kept; // the objects, as values borrow them
     std::size_t m_unclaimed;
     std::vector<std::uint32_t> m_states;
@@ -166,35 +176,39 @@ private:
 void BinaryReader::joinEqualOffsets() {
     std::vector<std::uint32_t> order(m_layout.objectCount);
     std::iota(order.begin(), order.end(), 0);
-    std::ranges::stable_sort(order, {}, [&](std::uint32_t index) { return offsetOf(index); });
+    std::ranges::stable_sort(order, {}, [&](std::uint32_t index) { return m_offsets[index]; });
     m_first.resize(order.size());
     for (std::size_t i = 0; i < order.size(); ++i) {
-        const bool isEqual = i > 0 && offsetOf(order[i]) == offsetOf(order[i - 1]);
+        const bool isEqual = i > 0 && m_offsets[order[i]] == m_offsets[order[i - 1]];
         m_first[order[i]] = isEqual ? m_first[order[i - 1]] : order[i];
     }
 }
 
 PropertyListValue BinaryReader::read() {
-    const auto root = static_cast<std::uint32_t>(m_layout.root);
-    PropertyListValue value;
-    if (make(root, value))
+    const PropertyListValue value = make(static_cast<std::uint32_t>(m_layout.root));
+    if (m_open.empty())
         return value;
-    while (!m_open.empty())
-        if (fill(m_open.back()))
+    while (!m_open.empty()) {
+        fill(m_open.back());
+        if (m_open.back().next == m_open.back().values.size())
             close();
+    }
     return m_made.back();
 }
 
-bool BinaryReader::fill(Open& container) {
+void BinaryReader::fill(Open& container) {
+    const std::size_t depth = m_open.size();
     const bool isDictionary = container.kind == Kind::dictionary;
     const std::size_t count = container.values.size();
     const std::size_t pairs = isDictionary ? count / 2 : 0;
     for (; container.next < count; ++container.next) {
         const std::size_t i = container.next;
-        const auto index = reference(container.references + i * m_layout.referenceWidth);
-        PropertyListValue value;
-        if (!make(index, value))
-            return false;
+        if (i % prefetched == 0)
+            prefetch(container);
+        const auto index = reference(container.references, i);
+        const PropertyListValue value = make(index);
+        if (m_open.size() > depth)
+            return;
         container.nesting = std::max(container.nesting, value.nesting() + 1);
         if (!isDictionary)
             container.values[i] = value;
@@ -203,67 +217,70 @@ bool BinaryReader::fill(Open& container) {
         else
             container.values[2 * (i - pairs) + 1] = value;
     }
-    return true;
+}
+
+// Objects lie anywhere, so that most of the time would go into waiting for memory, one object after the
+// other.
+void BinaryReader::prefetch(const Open& container) const {
+    const std::size_t end = std::min(container.next + prefetched, container.values.size());
+    for (std::size_t i = container.next; i < end; ++i)
+        m_offsets.prefetch(reference(container.references, i));
+    for (std::size_t i = container.next; i < end; ++i)
+        __builtin_prefetch(m_bytes.data() + m_offsets[reference(container.references, i)]);
 }
 
 void BinaryReader::close() {
     const Open closed = m_open.back();
     m_open.pop_back();
     if (closed.nesting > PropertyListStorage::maximumNesting)
-        throw PropertyListError::atByte("containers are nested too deeply", offsetOf(closed.index));
+        throw PropertyListError::atByte("containers are nested too deeply", m_offsets[closed.index]);
     remember(closed.index,
              m_storage.finish(closed.kind, closed.values, closed.nesting, DuplicateKeys::firstWins));
 }
 
-bool BinaryReader::make(std::uint32_t index, PropertyListValue& value) {
-    const std::uint32_t state = m_states[index];
-    if (state >= made) {
-        value = m_made[state - made];
-        return true;
-    }
-    const std::size_t offset = offsetOf(index);
-    if (state == open)
-        throw PropertyListError::atByte("a container holds itself", offset);
-
+PropertyListValue BinaryReader::make(std::uint32_t index) {
+    const std::size_t offset = m_offsets[index];
     const auto marker = static_cast<unsigned char>(m_bytes[offset]);
     switch (marker >> 4) {
     case 0x1:
-        value = makeInteger(offset);
-        return true;
+        return makeInteger(offset);
     case 0x4: {
         const Extent data = extent(offset, 1);
-        value = PropertyListValue::ofData(m_kept.substr(data.start, data.count));
-        return true;
+        return PropertyListValue::ofData(m_kept.substr(data.start, data.count));
     }
     case 0x5:
-        value = makeASCII(index, offset);
-        return true;
+        return makeASCII(index, offset);
     case 0x6:
-        value = makeUTF16(index, offset);
-        return true;
+        return makeUTF16(index, offset);
+    case 0x8:
+        if (marker > 0x87)
+            break;
+        return PropertyListValue::ofUID(numberAt(offset + 1, std::size_t{marker & 0xFu} + 1));
     case 0xA:
-        return openContainer(Kind::array, index, offset, value);
+        return makeContainer(Kind::array, index, offset);
     case 0xC:
-        return openContainer(Kind::set, index, offset, value);
+        return makeContainer(Kind::set, index, offset);
     case 0xD:
-        return openContainer(Kind::dictionary, index, offset, value);
+        return makeContainer(Kind::dictionary, index, offset);
     default:
         break;
     }
-    if (marker == 0x00)
-        value = {};
-    else if (marker == 0x08 || marker == 0x09)
-        value = PropertyListValue::ofBoolean(marker == 0x09);
-    else if (marker == 0x22 || marker == 0x23)
-        value = PropertyListValue::ofReal(
-            realNumber(numberAt(offset + 1, marker == 0x22 ? 4 : 8), marker == 0x22 ? 4 : 8));
-    else if (marker == 0x33)
-        value = PropertyListValue::ofDate(realNumber(numberAt(offset + 1, 8), 8));
-    else if (marker >= 0x80 && marker <= 0x87)
-        value = PropertyListValue::ofUID(numberAt(offset + 1, std::size_t{marker & 0xFu} + 1));
-    else
+    switch (marker) {
+    case 0x00:
+        return {};
+    case 0x08:
+    case 0x09:
+        return PropertyListValue::ofBoolean(marker == 0x09);
+    case 0x22:
+        return PropertyListValue::ofReal(
+            std::bit_cast<float>(static_cast<std::uint32_t>(numberAt(offset + 1, 4))));
+    case 0x23:
+        return PropertyListValue::ofReal(std::bit_cast<double>(numberAt(offset + 1, 8)));
+    case 0x33:
+        return PropertyListValue::ofDate(std::bit_cast<double>(numberAt(offset + 1, 8)));
+    default:
         throw PropertyListError::atByte(fmt::format("an object of unknown type 0x{:02x}", marker), offset);
-    return true;
+    }
 }
 
 PropertyListValue BinaryReader::makeInteger(std::size_t offset) const {
@@ -279,11 +296,11 @@ PropertyListValue BinaryReader::makeInteger(std::size_t offset) const {
 
 PropertyListValue BinaryReader::makeASCII(std::uint32_t index, std::size_t offset) {
     const Extent text = extent(offset, 1);
+    if (text.count > shortText && m_states[index] >= made)
+        return m_made[m_states[index] - made];
     const auto value = m_kept.substr(text.start, text.count);
-    const auto outside = std::ranges::find_if(value, [](char c) { return c < 0; });
-    if (outside != value.end())
-        throw PropertyListError::atByte("an ASCII text holds another character",
-                                        text.start + static_cast<std::size_t>(outside - value.begin()));
+    if (const std::size_t outside = findNonASCII(value); outside < value.size())
+        throw PropertyListError::atByte("an ASCII text holds another character", text.start + outside);
     if (text.count <= shortText)
         return PropertyListValue::ofText(value);
     claim(text.start + text.count - offset, offset);
@@ -291,32 +308,35 @@ PropertyListValue BinaryReader::makeASCII(std::uint32_t index, std::size_t offse
 }
 
 PropertyListValue BinaryReader::makeUTF16(std::uint32_t index, std::size_t offset) {
+    if (m_states[index] >= made)
+        return m_made[m_states[index] - made];
     const Extent text = extent(offset, 2);
     claim(text.start + 2 * text.count - offset, offset);
     const std::string utf8 = utf8FromUTF16(m_bytes.substr(text.start, 2 * text.count), std::endian::big);
     return remember(index, PropertyListValue::ofText(m_storage.keep(utf8)));
 }
 
-bool BinaryReader::openContainer(Kind kind, std::uint32_t index, std::size_t offset,
-                                 PropertyListValue& value) {
+PropertyListValue BinaryReader::makeContainer(Kind kind, std::uint32_t index, std::size_t offset) {
+    if (m_states[index] >= made)
+        return m_made[m_states[index] - made];
+    if (m_states[index] == open)
+        throw PropertyListError::atByte("a container holds itself", offset);
     const std::size_t referencesEach = kind == Kind::dictionary ? 2 : 1;
     const Extent elements = extent(offset, referencesEach * m_layout.referenceWidth);
-    if (elements.count == 0) {
-        value = m_storage.finish(kind, {}, 1, DuplicateKeys::firstWins);
-        return true;
-    }
+    if (elements.count == 0)
+        return m_storage.finish(kind, {}, 1, DuplicateKeys::firstWins);
     if (m_open.size() == PropertyListStorage::maximumNesting)
         throw PropertyListError::atByte("containers are nested too deeply", offset);
     claim(elements.start + elements.count * referencesEach * m_layout.referenceWidth - offset, offset);
     m_states[index] = open;
     m_open.push_back({kind, 1, index, elements.start, 0, m_storage.allocate(kind, elements.count)});
-    return false;
+    return {};
 }
 
 PropertyListValue BinaryReader::makeKey(std::uint32_t index, PropertyListValue value) {
     if (value.kind() != Kind::text)
-        throw PropertyListError::atByte("a dictionary has a key that isn't text", offsetOf(index));
-    if (m_states[index] < made || PropertyListStorage::isKey(value))
+        throw PropertyListError::atByte("a dictionary has a key that isn't text", m_offsets[index]);
+    if (value.text()->size() <= shortText || PropertyListStorage::isKey(value))
         return PropertyListStorage::asKey(value);
     const auto text = *m_longKeys.insert(*value.text()).first;
     return m_made[m_states[index] - made] = PropertyListStorage::asKey(PropertyListValue::ofText(text));
@@ -328,17 +348,18 @@ PropertyListValue BinaryReader::remember(std::uint32_t index, PropertyListValue 
     return value;
 }
 
-std::uint32_t BinaryReader::reference(std::size_t offset) const {
-    const std::uint64_t index = number(m_bytes.data() + offset, m_layout.referenceWidth);
+std::uint32_t BinaryReader::reference(std::size_t offset, std::size_t i) const {
+    const std::uint64_t index = Column(m_bytes.data() + offset, m_layout.referenceWidth)[i];
     if (index >= m_layout.objectCount)
-        throw PropertyListError::atByte("a reference to an object that doesn't exist", offset);
+        throw PropertyListError::atByte("a reference to an object that doesn't exist",
+                                        offset + i * m_layout.referenceWidth);
     return m_first.empty() ? static_cast<std::uint32_t>(index) : m_first[index];
 }
 
 std::uint64_t BinaryReader::numberAt(std::size_t offset, std::size_t width) const {
     if (offset + width > m_layout.objectsEnd)
         throw PropertyListError::atByte("a number runs past the objects", offset);
-    return number(m_bytes.data() + offset, width);
+    return Column(m_bytes.data() + offset, width)[0];
 }
 
 BinaryReader::Extent BinaryReader::extent(std::size_t offset, std::size_t unit) const {

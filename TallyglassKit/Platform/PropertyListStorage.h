@@ -5,10 +5,10 @@
 
 #pragma once
 
+#include "TallyglassKit/Platform/MemoryBlock.h"
 #include "TallyglassKit/Platform/PropertyListValue.h"
 
 #include <cstddef>
-#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -45,11 +45,11 @@ public:
     [[nodiscard]] std::size_t size() const { return m_size; }
 
 private:
-    std::byte* allocateBytes(std::size_t size, bool aligned);
+    char* allocateBytes(std::size_t size, bool aligned);
 
-    std::vector<std::unique_ptr<std::byte[]>> m_blocks;
-    std::byte* m_front = nullptr; // of the newest block: values are laid from here up, as they are aligned,
-    std::byte* m_back = nullptr;  // and bytes from here down
+    std::vector<MemoryBlock> m_blocks;
+    char* m_front = nullptr; // of the newest block: values are laid from here up, as they are aligned,
+    char* m_back = nullptr;  // and bytes from here down
     std::size_t m_size = 0;
 };
 

@@ -53,17 +53,21 @@ void appendUTF8(std::string& text, char32_t codePoint) {
     text.append(encoded, size);
 }
 
-std::size_t findInvalidUTF8(std::string_view text) {
+std::size_t findNonASCII(std::string_view text) {
     constexpr std::uint64_t highBits = 0x8080808080808080;
-    const char* const bytes = text.data();
-    const std::size_t size = text.size();
+    std::uint64_t word = 0;
     std::size_t i = 0;
-    while (i < size) {
-        std::uint64_t word = 0;
-        while (i + sizeof word <= size && (std::memcpy(&word, bytes + i, sizeof word), !(word & highBits)))
-            i += sizeof word;
-        if (i == size)
-            break;
+    while (i + sizeof word <= text.size() &&
+           (std::memcpy(&word, text.data() + i, sizeof word), !(word & highBits)))
+        i += sizeof word;
+    while (i < text.size() && !(text[i] & 0x80))
+        ++i;
+    return i;
+}
+
+std::size_t findInvalidUTF8(std::string_view text) {
+    std::size_t i = 0;
+    while ((i += findNonASCII(text.substr(i))) < text.size()) {
         const std::size_t length = sequenceLength(text.substr(i, U8_MAX_LENGTH));
         if (length == 0)
             return i;

@@ -12,6 +12,9 @@ namespace tallyglass {
 /// Appends a code point; a surrogate or a number beyond Unicode becomes U+FFFD.
 void appendUTF8(std::string& text, char32_t codePoint);
 
+/// The offset of the first byte of 128 or more, or the size of the text.
+[[nodiscard]] std::size_t findNonASCII(std::string_view text);
+
 /// The offset of the first byte that isn't UTF-8, or npos.
 [[nodiscard]] std::size_t findInvalidUTF8(std::string_view text);
 

@@ -6,54 +6,6 @@ namespace tallyglass {
 
 static_assert(sizeof(PropertyListValue) == 16);
 
-PropertyListValue PropertyListValue::ofBoolean(bool value) {
-    PropertyListValue result(Kind::boolean, 0, 0);
-    result.m_integer = value;
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofInteger(std::int64_t value) {
-    PropertyListValue result(Kind::integer, 0, 0);
-    result.m_integer = value;
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofUnsigned(std::uint64_t value) {
-    PropertyListValue result(Kind::integer, value > INT64_MAX, 0);
-    result.m_integer = static_cast<std::int64_t>(value);
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofReal(double value) {
-    PropertyListValue result(Kind::real, 0, 0);
-    result.m_real = value;
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofDate(double secondsSince2001) {
-    PropertyListValue result(Kind::date, 0, 0);
-    result.m_real = secondsSince2001;
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofUID(std::uint64_t value) {
-    PropertyListValue result(Kind::uid, 0, 0);
-    result.m_integer = static_cast<std::int64_t>(value);
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofText(std::string_view utf8) {
-    PropertyListValue result(Kind::text, 0, utf8.size());
-    result.m_bytes = utf8.empty() ? "" : utf8.data();
-    return result;
-}
-
-PropertyListValue PropertyListValue::ofData(std::string_view bytes) {
-    PropertyListValue result(Kind::data, 0, bytes.size());
-    result.m_bytes = bytes.empty() ? "" : bytes.data();
-    return result;
-}
-
 std::optional<bool> PropertyListValue::boolean() const {
     if (kind() != Kind::boolean)
         return {};

@@ -9,6 +9,7 @@
 
 #include "TallyglassKit/Platform/Date.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -38,14 +39,22 @@ public:
     PropertyListValue() = default;
 
     // Scalars. Text and data borrow their bytes.
-    [[nodiscard]] static PropertyListValue ofBoolean(bool value);
-    [[nodiscard]] static PropertyListValue ofInteger(std::int64_t value);
-    [[nodiscard]] static PropertyListValue ofUnsigned(std::uint64_t value);
-    [[nodiscard]] static PropertyListValue ofReal(double value);
-    [[nodiscard]] static PropertyListValue ofDate(double secondsSince2001);
-    [[nodiscard]] static PropertyListValue ofUID(std::uint64_t value);
-    [[nodiscard]] static PropertyListValue ofText(std::string_view utf8);
-    [[nodiscard]] static PropertyListValue ofData(std::string_view bytes);
+    [[nodiscard]] static PropertyListValue ofBoolean(bool value) {
+        return {Kind::boolean, 0, std::int64_t{value}};
+    }
+    [[nodiscard]] static PropertyListValue ofInteger(std::int64_t value) { return {Kind::integer, 0, value}; }
+    [[nodiscard]] static PropertyListValue ofUnsigned(std::uint64_t value) {
+        return {Kind::integer, value > INT64_MAX, static_cast<std::int64_t>(value)};
+    }
+    [[nodiscard]] static PropertyListValue ofReal(double value) { return {Kind::real, value}; }
+    [[nodiscard]] static PropertyListValue ofDate(double secondsSince2001) {
+        return {Kind::date, secondsSince2001};
+    }
+    [[nodiscard]] static PropertyListValue ofUID(std::uint64_t value) {
+        return {Kind::uid, 0, static_cast<std::int64_t>(value)};
+    }
+    [[nodiscard]] static PropertyListValue ofText(std::string_view utf8) { return {Kind::text, utf8}; }
+    [[nodiscard]] static PropertyListValue ofData(std::string_view bytes) { return {Kind::data, bytes}; }
 
     [[nodiscard]] Kind kind() const { return static_cast<Kind>(m_head & 0xFF); }
     [[nodiscard]] bool isNull() const { return kind() == Kind::null; }
@@ -91,8 +100,17 @@ private:
 
     // What the tag holds: the nesting of a container; the hash of a text that is a key (0 in any other); 1
     // for an integer that is unsigned.
-    PropertyListValue(Kind kind, std::uint32_t tag, std::size_t size)
-        : m_head(static_cast<std::uint32_t>(kind) | tag << 8), m_size(static_cast<std::uint32_t>(size)) {}
+    PropertyListValue(Kind kind, std::uint32_t tag, std::int64_t integer)
+        : m_head(head(kind, tag)), m_integer(integer) {}
+    PropertyListValue(Kind kind, double real) : m_head(head(kind, 0)), m_real(real) {}
+    PropertyListValue(Kind kind, std::string_view bytes)
+        : m_head(head(kind, 0)), m_size(static_cast<std::uint32_t>(bytes.size())),
+          m_bytes(bytes.empty() ? "" : bytes.data()) {}
+    PropertyListValue(Kind kind, std::uint32_t tag, std::size_t size, const PropertyListValue* elements)
+        : m_head(head(kind, tag)), m_size(static_cast<std::uint32_t>(size)), m_elements(elements) {}
+    static std::uint32_t head(Kind kind, std::uint32_t tag) {
+        return static_cast<std::uint32_t>(kind) | tag << 8;
+    }
     [[nodiscard]] std::uint32_t tag() const { return m_head >> 8; }
     [[nodiscard]] std::span<const PropertyListValue> elements() const { return {m_elements, m_size}; }
 

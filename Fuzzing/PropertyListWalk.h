@@ -1,0 +1,60 @@
+// What every reader of property lists promises for any bytes, as the fuzzers of the readers check it.
+
+#pragma once
+
+#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyListText.h"
+
+#include <cstdlib>
+#include <set>
+#include <string_view>
+#include <vector>
+
+namespace tallyglass::fuzzing {
+
+inline void require(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+/// Looks at every value once, and at every byte of text and data.
+inline void walk(PropertyListValue root) {
+    require(root.nesting() <= PropertyListStorage::maximumNesting);
+    std::set<const void*> seen;
+    std::vector<PropertyListValue> waiting{root};
+    while (!waiting.empty()) {
+        const PropertyListValue value = waiting.back();
+        waiting.pop_back();
+        const auto add = [&](PropertyListValue inner) {
+            if (inner.kind() >= PropertyListValue::Kind::array)
+                require(inner.nesting() < value.nesting());
+            if (!inner.identity() || seen.insert(inner.identity()).second)
+                waiting.push_back(inner);
+        };
+        if (const auto text = value.text(); text && seen.insert(text->data()).second)
+            require(findInvalidUTF8(*text) == std::string_view::npos);
+        if (const auto elements = value.kind() == PropertyListValue::Kind::set ? value.set() : value.array())
+            for (const PropertyListValue element : *elements)
+                add(element);
+        if (const auto dictionary = value.dictionary()) {
+            for (const auto& [key, inner] : *dictionary) {
+                const auto found = dictionary->find(key);
+                require(found && found->kind() == inner.kind());
+                add(inner);
+            }
+        }
+    }
+}
+
+template <typename Reader>
+void readAndWalk(std::string_view bytes, Reader read) {
+    PropertyListStorage storage;
+    try {
+        walk(read(bytes, storage));
+    } catch (const PropertyListError&) {
+        return; // most bytes are no list
+    }
+    require(storage.size() <= PropertyList::memoryPerByte * bytes.size() + (64 << 10));
+}
+
+} // namespace tallyglass::fuzzing
