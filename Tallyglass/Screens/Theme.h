@@ -2,6 +2,7 @@
 // colours and sizes from here and nowhere else.
 //
 // Main thread only. Follows the desktop while the program runs: light or dark, the size of text, less motion.
+// Text stands out from every ground at least 4.5 : 1, symbols and lines that carry meaning at least 3 : 1.
 
 #pragma once
 
@@ -10,6 +11,9 @@
 #include <QColor>
 #include <QObject>
 #include <QString>
+#include <QVariantList>
+
+class QQmlEngine;
 
 namespace tallyglass {
 
@@ -24,9 +28,14 @@ class Theme : public QObject {
                    setDifferentiateWithoutColor NOTIFY changed)
     Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY changed)
 
+    /// The colour of symbols and shapes, and of text, for a role that C++ chose:
+    /// `Theme.colors[content.role]`.
+    Q_PROPERTY(QVariantList colors READ colors NOTIFY changed)
+    Q_PROPERTY(QVariantList textColors READ textColors NOTIFY changed)
+
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor accentSoft READ accentSoft NOTIFY changed)
-    Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed)
+    Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed) ///< text on the accent
     Q_PROPERTY(QColor healthy READ healthy NOTIFY changed)
     Q_PROPERTY(QColor warning READ warning NOTIFY changed)
     Q_PROPERTY(QColor critical READ critical NOTIFY changed)
@@ -35,9 +44,13 @@ class Theme : public QObject {
     Q_PROPERTY(QColor windowGround READ windowGround NOTIFY changed)
     Q_PROPERTY(QColor sidebarGround READ sidebarGround NOTIFY changed)
     Q_PROPERTY(QColor cardGround READ cardGround NOTIFY changed)
-    Q_PROPERTY(QColor line READ line NOTIFY changed) ///< borders of cards, dividers
     Q_PROPERTY(QColor controlGround READ controlGround NOTIFY changed)
-    Q_PROPERTY(QColor hoverGround READ hoverGround NOTIFY changed)
+    Q_PROPERTY(QColor hoverGround READ hoverGround NOTIFY changed) ///< of a control under the pointer
+    Q_PROPERTY(QColor selectedGround READ selectedGround NOTIFY changed)
+    Q_PROPERTY(QColor line READ line NOTIFY changed)     ///< borders of cards, dividers
+    Q_PROPERTY(QColor track READ track NOTIFY changed)   ///< the empty part of a ring or a bar
+    Q_PROPERTY(QColor scrim READ scrim NOTIFY changed)   ///< dims the window behind a sheet
+    Q_PROPERTY(QColor shadow READ shadow NOTIFY changed) ///< under what floats
 
     Q_PROPERTY(double unit READ unit CONSTANT)     ///< of the 8-point grid
     Q_PROPERTY(double radius READ radius CONSTANT) ///< of a card's corners
@@ -47,11 +60,19 @@ class Theme : public QObject {
     Q_PROPERTY(double headlineSize READ headlineSize NOTIFY changed)
     Q_PROPERTY(double titleSize READ titleSize NOTIFY changed)
     Q_PROPERTY(double displaySize READ displaySize NOTIFY changed)
+    Q_PROPERTY(double controlHeight READ controlHeight NOTIFY changed)
     Q_PROPERTY(int motion READ motion NOTIFY changed) ///< milliseconds of a transition, 0 without motion
     Q_PROPERTY(QString symbolFont READ symbolFont CONSTANT)
 
 public:
+    /// What a colour says. Content that is made in C++ names a role, so that it can be tested and the
+    /// appearance can change under it.
+    enum class Role { text, secondaryText, accent, accentSoft, healthy, warning, critical };
+    Q_ENUM(Role)
+
     explicit Theme(QObject* parent = nullptr);
+    /// The theme that the QML of an engine uses.
+    [[nodiscard]] static Theme* of(QQmlEngine& engine);
 
     [[nodiscard]] bool isDark() const { return m_dark; }
     [[nodiscard]] bool reducesMotion() const { return m_reduceMotion; }
@@ -60,33 +81,45 @@ public:
     void setDark(bool dark);
     void setReduceMotion(bool reduce);
     void setDifferentiateWithoutColor(bool differentiate);
+    /// 1 is the usual size of text. Kept within 0.5 and 3.
     void setTextScale(double scale);
 
-    [[nodiscard]] QColor accent() const;
-    [[nodiscard]] QColor accentSoft() const;
+    [[nodiscard]] QColor color(Role role) const;
+    /// As `color`, darker or lighter where text of that colour would be hard to read.
+    [[nodiscard]] QColor textColor(Role role) const;
+    [[nodiscard]] QVariantList colors() const;
+    [[nodiscard]] QVariantList textColors() const;
+
+    [[nodiscard]] QColor accent() const { return color(Role::accent); }
+    [[nodiscard]] QColor accentSoft() const { return color(Role::accentSoft); }
+    [[nodiscard]] QColor healthy() const { return color(Role::healthy); }
+    [[nodiscard]] QColor warning() const { return color(Role::warning); }
+    [[nodiscard]] QColor critical() const { return color(Role::critical); }
+    [[nodiscard]] QColor text() const { return color(Role::text); }
+    [[nodiscard]] QColor secondaryText() const { return color(Role::secondaryText); }
     [[nodiscard]] QColor onAccent() const;
-    [[nodiscard]] QColor healthy() const;
-    [[nodiscard]] QColor warning() const;
-    [[nodiscard]] QColor critical() const;
-    [[nodiscard]] QColor text() const;
-    [[nodiscard]] QColor secondaryText() const;
     [[nodiscard]] QColor windowGround() const;
     [[nodiscard]] QColor sidebarGround() const;
     [[nodiscard]] QColor cardGround() const;
-    [[nodiscard]] QColor line() const;
     [[nodiscard]] QColor controlGround() const;
     [[nodiscard]] QColor hoverGround() const;
+    [[nodiscard]] QColor selectedGround() const;
+    [[nodiscard]] QColor line() const;
+    [[nodiscard]] QColor track() const;
+    [[nodiscard]] QColor scrim() const;
+    [[nodiscard]] QColor shadow() const;
 
     [[nodiscard]] double unit() const { return 8; }
     [[nodiscard]] double radius() const { return 12; }
-    [[nodiscard]] double controlRadius() const { return 6; }
-    [[nodiscard]] double captionSize() const { return 11 * m_textScale; }
+    [[nodiscard]] double controlRadius() const { return 7; }
+    [[nodiscard]] double captionSize() const { return 12 * m_textScale; }
     [[nodiscard]] double bodySize() const { return 13 * m_textScale; }
     [[nodiscard]] double headlineSize() const { return 15 * m_textScale; }
     [[nodiscard]] double titleSize() const { return 20 * m_textScale; }
-    [[nodiscard]] double displaySize() const { return 28 * m_textScale; }
+    [[nodiscard]] double displaySize() const { return 26 * m_textScale; }
+    [[nodiscard]] double controlHeight() const { return 14 + 18 * m_textScale; }
     [[nodiscard]] int motion() const { return m_reduceMotion ? 0 : 180; }
-    [[nodiscard]] QString symbolFont() const { return m_symbolFont; }
+    [[nodiscard]] QString symbolFont() const;
 
 signals:
     void changed();
@@ -94,12 +127,13 @@ signals:
 private:
     template <typename Value>
     void set(Value& field, Value value);
+    /// A role's light or dark form.
+    [[nodiscard]] QColor form(QColor light, QColor dark) const { return m_dark ? dark : light; }
 
     bool m_dark = false;
     bool m_reduceMotion = false;
     bool m_differentiateWithoutColor = false;
     double m_textScale = 1;
-    QString m_symbolFont;
 };
 
 } // namespace tallyglass

@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Layouts
+
+// A question or a message that has to be answered before anything else: a symbol, a title, a text and up to two
+// buttons. Escape answers as the cancelling button does, or as the only one.
+Sheet {
+    id: alert
+    property string systemImage: "info.circle"
+    property color symbolColor: Theme.accent
+    property string text
+    property string confirmText: qsTr("OK")
+    property string cancelText
+    signal answered(bool confirmed)
+
+    property bool confirmed: false
+
+    preferredWidth: Theme.unit * 52
+    onAboutToShow: confirmed = false
+    onClosed: answered(confirmed)
+
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: Theme.unit * 2
+        Symbol {
+            Layout.alignment: Qt.AlignTop
+            name: alert.systemImage
+            color: alert.symbolColor
+            size: Theme.displaySize * 1.2
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: Theme.unit
+            Headline {
+                Layout.fillWidth: true
+                text: alert.title
+            }
+            TextLabel {
+                Layout.fillWidth: true
+                visible: text !== ""
+                text: alert.text
+                color: Theme.secondaryText
+            }
+        }
+    }
+    footer: [
+        Item { Layout.fillWidth: true },
+        AppButton {
+            visible: alert.cancelText !== ""
+            text: alert.cancelText
+            onClicked: alert.close()
+        },
+        AppButton {
+            kind: AppButton.Prominent
+            text: alert.confirmText
+            focus: true
+            onClicked: {
+                alert.confirmed = true;
+                alert.close();
+            }
+        }
+    ]
+}

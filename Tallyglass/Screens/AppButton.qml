@@ -1,0 +1,71 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// A button in one of three weights. With `systemImage` a symbol stands before the text; a tool button
+// without text needs a `hint`, which names it.
+T.Button {
+    id: button
+    enum Kind { Plain, Prominent, Tool }
+    property int kind: AppButton.Plain
+    property string systemImage
+    property string hint
+
+    readonly property color ink: kind === AppButton.Prominent ? Theme.onAccent : Theme.text
+
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, implicitHeight)
+    implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + topPadding + bottomPadding)
+    horizontalPadding: text === "" ? Theme.unit / 2 : Theme.unit * 1.5
+    verticalPadding: Theme.unit / 2
+    opacity: enabled ? 1 : 0.5
+    Accessible.name: text === "" ? hint : text
+    Accessible.description: text === "" ? "" : hint
+
+    contentItem: Item {
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+        RowLayout {
+            id: row
+            anchors.centerIn: parent
+            width: Math.min(implicitWidth, parent.width)
+            spacing: Theme.unit * 0.75
+            Symbol {
+                name: button.systemImage
+                color: button.kind === AppButton.Plain ? Theme.accent : button.ink
+            }
+            TextLabel {
+                Layout.fillWidth: true
+                visible: text !== ""
+                text: button.text
+                color: button.ink
+                font.weight: button.kind === AppButton.Prominent ? Font.DemiBold : Font.Medium
+                wrapMode: Text.NoWrap
+                elide: Text.ElideMiddle
+                Accessible.ignored: true
+            }
+        }
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: button.kind === AppButton.Prominent ? Theme.accent
+             : button.hovered || button.down ? Theme.hoverGround
+             : button.kind === AppButton.Tool ? "transparent" : Theme.controlGround
+        border.width: button.kind === AppButton.Plain ? 1 : 0
+        border.color: Theme.line
+        opacity: button.kind === AppButton.Prominent && (button.hovered || button.down) ? 0.88 : 1
+        FocusRing { shown: button.visualFocus }
+    }
+
+    // A button that has the focus is pressed by Return too, as by the space bar.
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    Loader {
+        active: button.hovered && button.hint !== ""
+        sourceComponent: HoverTip {
+            parent: button
+            text: button.hint
+            visible: true
+        }
+    }
+}

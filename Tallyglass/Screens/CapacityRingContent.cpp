@@ -1,0 +1,67 @@
+#include "Tallyglass/Screens/CapacityRingContent.h"
+
+#include "TallyglassKit/Health/Fmt.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cmath>
+
+namespace tallyglass {
+
+namespace {
+
+QString translate(const char* text) {
+    return QCoreApplication::translate("CapacityRing", text);
+}
+
+QString words(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+struct FillLevel {
+    double from; ///< of this share in use on
+    Theme::Role role;
+    const char* symbol;
+    const char* words;
+};
+
+constexpr FillLevel fillLevels[] = {
+    {0.95, Theme::Role::critical, "exclamationmark.octagon.fill",
+     QT_TRANSLATE_NOOP("CapacityRing", "nearly full")},
+    {0.85, Theme::Role::warning, "exclamationmark.triangle.fill",
+     QT_TRANSLATE_NOOP("CapacityRing", "running low")},
+    {0.0, Theme::Role::healthy, "checkmark.circle.fill", QT_TRANSLATE_NOOP("CapacityRing", "plenty free")},
+};
+
+const FillLevel& fillLevel(double fraction) {
+    const auto* level = std::find_if(std::begin(fillLevels), std::end(fillLevels),
+                                     [=](const FillLevel& candidate) { return fraction >= candidate.from; });
+    return level == std::end(fillLevels) ? *(level - 1) : *level;
+}
+
+} // namespace
+
+CapacityRingContent capacityRingContent(std::optional<double> fraction, std::optional<std::int64_t> used,
+                                        std::optional<std::int64_t> total, bool differentiateWithoutColor) {
+    CapacityRingContent content;
+    content.accessibleName = translate("Destination capacity");
+    content.text = QStringLiteral("—");
+    content.accessibleValue = translate("Unknown");
+    if (used && total)
+        content.detail = translate("%1 of %2").arg(words(Fmt::size(used)), words(Fmt::size(total)));
+    if (!fraction)
+        return content;
+
+    const FillLevel& level = fillLevel(*fraction);
+    const QString percent = QString::number(std::lround(*fraction * 100));
+    content.known = true;
+    content.fraction = std::clamp(*fraction, 0.0, 1.0);
+    content.role = level.role;
+    content.text = percent + QLatin1Char('%');
+    content.accessibleValue = translate("%1 percent used, %2").arg(percent, translate(level.words));
+    if (differentiateWithoutColor)
+        content.symbol = QString::fromLatin1(level.symbol);
+    return content;
+}
+
+} // namespace tallyglass

@@ -1,0 +1,19 @@
+import QtQuick
+
+// One line that loses its middle when it is too long, and shows the whole under the pointer.
+TextLabel {
+    id: label
+    wrapMode: Text.NoWrap
+    maximumLineCount: 1
+    elide: Text.ElideMiddle
+
+    HoverHandler { id: hover }
+    Loader {
+        active: hover.hovered && label.truncated
+        sourceComponent: HoverTip {
+            parent: label
+            text: label.text
+            visible: true
+        }
+    }
+}

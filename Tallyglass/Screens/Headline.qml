@@ -1,0 +1,7 @@
+import QtQuick
+
+TextLabel {
+    font.pixelSize: Theme.headlineSize
+    font.weight: Font.DemiBold
+    Accessible.role: Accessible.Heading
+}

@@ -1,0 +1,25 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// What appears under the pointer to explain or complete what is there.
+T.ToolTip {
+    id: tip
+    x: parent ? Math.max(0, (parent.width - implicitWidth) / 2) : 0
+    y: parent ? parent.height + Theme.unit / 2 : 0
+    margins: Theme.unit
+    padding: Theme.unit
+    delay: 500
+    implicitWidth: Math.min(contentItem.implicitWidth, Theme.unit * 60) + leftPadding + rightPadding
+    implicitHeight: contentItem.height + topPadding + bottomPadding
+
+    contentItem: TextLabel {
+        text: tip.text
+        font.pixelSize: Theme.captionSize
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+    }
+    background: Rectangle {
+        color: Theme.cardGround
+        border.color: Theme.line
+        radius: Theme.controlRadius
+    }
+}

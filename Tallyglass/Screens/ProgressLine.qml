@@ -1,0 +1,32 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+// How far a job is, from 0 to 1.
+T.ProgressBar {
+    id: bar
+    property string label
+
+    Layout.fillWidth: true
+    implicitWidth: Theme.unit * 20
+    implicitHeight: Theme.unit
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: label
+
+    background: Rectangle {
+        radius: height / 2
+        color: Theme.track
+    }
+    contentItem: Item {
+        Rectangle {
+            width: Math.max(bar.visualPosition * parent.width, bar.value > 0 ? height : 0)
+            height: parent.height
+            radius: height / 2
+            color: Theme.accent
+            Behavior on width {
+                enabled: !Theme.reduceMotion
+                NumberAnimation { duration: Theme.motion; easing.type: Easing.OutCubic }
+            }
+        }
+    }
+}

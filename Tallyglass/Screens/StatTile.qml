@@ -1,0 +1,44 @@
+import QtQuick
+import QtQuick.Layouts
+
+// One number: what is measured, the value and a small line below. One text to a screen reader.
+Item {
+    id: tile
+    property string label
+    property string value
+    property string caption
+    property color tint: Theme.text
+
+    Layout.fillWidth: true
+    implicitWidth: column.implicitWidth
+    implicitHeight: column.implicitHeight
+    Accessible.role: Accessible.StaticText
+    Accessible.name: label
+    Accessible.description: caption === "" ? value : value + ", " + caption
+
+    ColumnLayout {
+        id: column
+        width: parent.width
+        spacing: Theme.unit / 4
+
+        Caption {
+            Layout.fillWidth: true
+            text: tile.label
+            Accessible.ignored: true
+        }
+        TextLabel {
+            Layout.fillWidth: true
+            text: tile.value
+            color: tile.tint
+            font.pixelSize: Theme.titleSize
+            font.weight: Font.DemiBold
+            Accessible.ignored: true
+        }
+        Caption {
+            Layout.fillWidth: true
+            visible: text !== ""
+            text: tile.caption
+            Accessible.ignored: true
+        }
+    }
+}

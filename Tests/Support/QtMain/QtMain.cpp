@@ -1,0 +1,35 @@
+// The main of tests that need Qt: off screen, drawn by the software renderer, with accessibility on. A
+// warning from Qt or QML fails the test in which it comes.
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QStandardPaths>
+#include <QtGlobal>
+
+namespace {
+
+void failOnWarning(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    const QByteArray text = qFormatLogMessage(type, context, message).toLocal8Bit();
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        std::fprintf(stderr, "%s\n", text.constData());
+    else
+        ADD_FAILURE() << text.constData();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    qputenv("QT_LOGGING_RULES", "qt.qpa.*=false"); // the off-screen platform can't do all that a screen can
+    QStandardPaths::setTestModeEnabled(true);
+    testing::InitGoogleTest(&argc, argv);
+    QGuiApplication application(argc, argv);
+    QAccessible::setActive(true);
+    qInstallMessageHandler(failOnWarning);
+    const int result = RUN_ALL_TESTS();
+    qInstallMessageHandler(nullptr);
+    return result;
+}
