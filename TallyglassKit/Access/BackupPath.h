@@ -46,7 +46,8 @@ struct BackupPath {
     /// The date that a root spells; absent unless its last component is a stamp and the suffix.
     [[nodiscard]] static std::optional<Date> timestampOfRoot(std::string_view root);
 
-    /// The root at which the system mounts a backup that the listing can't supply.
+    /// The root at which the system mounts a backup that the listing can't supply. A system path: its place
+    /// on a machine under another root is what SystemPaths::path() says.
     [[nodiscard]] static std::string reconstructRoot(std::string_view destinationUUID, Date completionDate);
 
     /// A date as a stamp, cut to whole seconds, and a stamp as a date. Only a whole, valid stamp is read.
