@@ -7,7 +7,7 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
-#include <cstring>
+#include <array>
 
 namespace tallyglass {
 
@@ -17,20 +17,9 @@ constexpr char16_t dotlessI = u'ı';
 
 /// Turkic languages pair "I" with a letter outside ASCII, so there it stays itself, and folded() takes it for
 /// that letter. What is ASCII thus stays ASCII in every language.
-constexpr std::array<char, 256> caseTable(bool isTurkic) {
-    std::array<char, 256> table{};
-    for (int byte = 0; byte < 256; ++byte) {
-        const bool changes = byte >= 'A' && byte <= 'Z' && !(isTurkic && byte == 'I');
-        table[static_cast<std::size_t>(byte)] = static_cast<char>(changes ? byte - 'A' + 'a' : byte);
-    }
-    return table;
-}
-
-constexpr auto usualCases = caseTable(false);
-constexpr auto turkicCases = caseTable(true);
-
-constexpr std::size_t index(char byte) {
-    return static_cast<unsigned char>(byte);
+constexpr char lowered(char byte, bool isTurkic) {
+    const bool changes = byte >= 'A' && byte <= 'Z' && !(isTurkic && byte == 'I');
+    return static_cast<char>(changes ? byte | 0x20 : byte);
 }
 
 bool isAscii(std::string_view text) {
@@ -69,18 +58,10 @@ std::u16string_view view(const icu::UnicodeString& text) {
 CaseInsensitiveSearch::CaseInsensitiveSearch(std::string_view text, const UserLocale& locale) {
     const std::string language = icutext::icuLocale(locale).getLanguage();
     m_isTurkic = language == "tr" || language == "az";
-    m_lower = m_isTurkic ? &turkicCases : &usualCases;
     m_folded = view(folded(text, m_isTurkic));
 
     if (std::ranges::all_of(m_folded, [](char16_t unit) { return unit < 0x80; }))
         m_ascii.assign(m_folded.begin(), m_folded.end());
-    m_skips.fill(static_cast<std::uint8_t>(std::min<std::size_t>(m_ascii.size(), UINT8_MAX)));
-    for (std::size_t i = 0; i + 1 < m_ascii.size(); ++i) {
-        const auto skip = static_cast<std::uint8_t>(std::min<std::size_t>(m_ascii.size() - 1 - i, UINT8_MAX));
-        for (std::size_t byte = 0; byte < m_skips.size(); ++byte)
-            if ((*m_lower)[byte] == m_ascii[i])
-                m_skips[byte] = skip;
-    }
 }
 
 bool CaseInsensitiveSearch::isContainedIn(std::string_view other) const {
@@ -91,21 +72,19 @@ bool CaseInsensitiveSearch::isContainedIn(std::string_view other) const {
     return !m_ascii.empty() && isContainedInAscii(other);
 }
 
-// Horspool's search: compares at one place, then moves on by the distance of the byte under the text's last
-// one from that byte's last occurrence in the text.
+// Lowers the whole path first, which takes a few vector instructions, so that the search is the library's
+// own.
 bool CaseInsensitiveSearch::isContainedInAscii(std::string_view other) const {
-    const std::size_t length = m_ascii.size();
-    const CaseTable& lower = *m_lower;
-    const char last = m_ascii.back();
-    for (std::size_t end = length; end <= other.size(); end += m_skips[index(other[end - 1])]) {
-        if (lower[index(other[end - 1])] != last)
-            continue;
-        const char* candidate = other.data() + (end - length);
-        if (std::equal(m_ascii.begin(), m_ascii.end() - 1, candidate,
-                       [&](char expected, char byte) { return lower[index(byte)] == expected; }))
-            return true;
+    std::array<char, 1024> room; // longer than nearly every path, and not cleared
+    std::string longRoom;
+    char* lower = room.data();
+    if (other.size() > room.size()) {
+        longRoom.resize(other.size());
+        lower = longRoom.data();
     }
-    return false;
+    std::ranges::transform(other, lower,
+                           [isTurkic = m_isTurkic](char byte) { return lowered(byte, isTurkic); });
+    return std::string_view(lower, other.size()).find(m_ascii) != std::string_view::npos;
 }
 
 bool CaseInsensitiveSearch::isContainedInUnicode(std::string_view other) const {

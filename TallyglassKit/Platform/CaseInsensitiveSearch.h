@@ -11,8 +11,6 @@
 
 #include "TallyglassKit/Platform/UserLocale.h"
 
-#include <array>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -28,17 +26,12 @@ public:
     [[nodiscard]] bool isContainedIn(std::string_view other) const;
 
 private:
-    using CaseTable = std::array<char, 256>;
-
     [[nodiscard]] bool isContainedInAscii(std::string_view other) const;
     [[nodiscard]] bool isContainedInUnicode(std::string_view other) const;
 
     bool m_isTurkic;
-    const CaseTable* m_lower; ///< what each byte of ASCII counts as
-    std::u16string m_folded;  ///< the text as it is compared
-    std::string m_ascii;      ///< the same in bytes; empty if it isn't all ASCII
-    /// By how much a search may move on from the byte under the text's last one.
-    std::array<std::uint8_t, 256> m_skips{};
+    std::u16string m_folded; ///< the text as it is compared
+    std::string m_ascii;     ///< the same in bytes; empty if it isn't all ASCII
 };
 
 } // namespace tallyglass
