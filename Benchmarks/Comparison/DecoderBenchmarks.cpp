@@ -55,8 +55,8 @@ std::string compareOutput() {
         const std::string_view name = i % 50 == 0   ? "Entwürfe &amp; Notizen"
                                       : i % 10 == 0 ? "Résumé"
                                                     : "Document";
-        const std::string path = fmt::format("/Macintosh HD - Data/Users/anna/Library/Application Support/"
-                                             "Projects {:03}/Archive/{} {:06}.pages",
+        const std::string path = fmt::format("/Macintosh HD - Data/Users/anna/Projects/"
+                                             "{:03}/{} {:06}.pages",
                                              i % 400, name, i);
         const int size = i % 7 == 0 ? 0 : 1000 + i * 13 % 9'000'000;
         xml += "\t\t<dict>\n";

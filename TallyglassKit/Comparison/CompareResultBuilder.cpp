@@ -38,8 +38,8 @@ void CompareResultBuilder::add(const CompareChange& change) {
         ++m_result.unrecognizedCount;
         return;
     }
-    for (const CompareItem& any : {change.added, change.removed, change.newer, change.older})
-        if (any.isPresent && !any.path) {
+    for (const CompareItem* any : {&change.added, &change.removed, &change.newer, &change.older})
+        if (any->isPresent && !any->path) {
             m_lacksPath = true;
             return;
         }

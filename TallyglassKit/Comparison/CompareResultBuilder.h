@@ -44,9 +44,11 @@ public:
     /// Forgets all changes, because a later "Changes" takes the place of this one.
     void removeChanges();
 
-    /// The totals, to be written by the reader, and the changes. Throws Error if an item had no path, which
-    /// is said only at the end: what comes later may be a worse problem, or take the place of that item.
+    /// For the reader to write the totals, which stay as they are.
     [[nodiscard]] TMUtilCompare::Result& result() { return m_result; }
+
+    /// The result, once all has been read. Throws Error if an item had no path; not before, because a later
+    /// "Changes" may take the place of that item, or the data turn out to be no property list at all.
     [[nodiscard]] TMUtilCompare::Result finish();
 
 private:
