@@ -4,8 +4,10 @@
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/FullText.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <map>
+#include <functional>
 
 namespace tallyglass {
 

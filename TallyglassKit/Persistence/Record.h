@@ -1,67 +1,21 @@
-// Typed records: structs whose fields are the columns of a table. A record type takes part by specialising
-// RecordTable beside the code that stores it:
-//
-//     template <>
-//     struct RecordTable<Comparison> {
-//         static constexpr std::string_view name = "comparison";
-//         static constexpr std::string_view primaryKey = "id";
-//         static constexpr auto columns = std::tuple(Column("id", &Comparison::id), ...);
-//     };
-//
-// The order of the columns doesn't matter; a column's getter may also be a function of the record, which is
-// written and not read.
+// Typed records: structs whose fields are the columns of a table (see RecordTable), bound to statements, read
+// from rows, stored and fetched.
 
 #pragma once
 
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/FieldValue.h"
-
-#include <fmt/format.h>
-#include <fmt/ranges.h>
+#include "TallyglassKit/Persistence/RecordSQL.h"
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <span>
-#include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
 namespace tallyglass {
-
-template <typename Record>
-struct RecordTable;
-
-template <typename Field>
-struct Column {
-    constexpr Column(std::string_view columnName, Field columnField) : name(columnName), field(columnField) {}
-
-    static constexpr bool isStored = std::is_member_object_pointer_v<Field>;
-    std::string_view name;
-    Field field;
-};
-
-/// The statements on records of one type. Those that store have the columns as their parameters, in order.
-template <typename Record>
-struct RecordSQL {
-    /// Of that many records in one statement, whose parameters stand one record after the other.
-    template <std::size_t count = 1>
-    [[nodiscard]] static const std::string& insert();
-    /// A row with the same primary key takes all other values.
-    [[nodiscard]] static const std::string& upsert();
-    /// Sets all columns but the primary key: setting that anew, if only to its own value, makes SQLite look
-    /// for every row that refers to it.
-    [[nodiscard]] static const std::string& update();
-    /// Its parameter is the primary key.
-    [[nodiscard]] static const std::string& selectByKey();
-
-private:
-    using Table = RecordTable<Record>;
-    enum class Which { all, key, allButKey };
-
-    /// `pattern` for each of those columns, joined with ", "; in it "@" stands for the column's name and "#"
-    /// for its parameter.
-    [[nodiscard]] static std::string list(std::string_view pattern, Which which = Which::all);
-};
 
 template <typename Record>
 inline constexpr std::size_t columnCount = std::tuple_size_v<decltype(RecordTable<Record>::columns)>;
@@ -100,11 +54,11 @@ private:
     template <typename Visit>
     void eachColumn(Visit visit) {
         std::size_t position = 0;
-        const auto visitStored = [&](const auto& column, int& index) {
-            if constexpr (std::remove_cvref_t<decltype(column)>::isStored)
+        const auto visitRead = [&](const auto& column, int& index) {
+            if constexpr (std::remove_cvref_t<decltype(column)>::isRead)
                 visit(column, index);
         };
-        std::apply([&](const auto&... column) { (visitStored(column, m_indexes[position++]), ...); },
+        std::apply([&](const auto&... column) { (visitRead(column, m_indexes[position++]), ...); },
                    Table::columns);
     }
 
@@ -157,6 +111,7 @@ void insertAll(Connection& connection, std::span<const Record> records) {
     insertInGroups<1>(connection, records);
 }
 
+/// Inserts the record, or gives its values to the row with its primary key.
 template <typename Record>
 void upsert(Connection& connection, const Record& record) {
     const Query query = connection.query(RecordSQL<Record>::upsert());
@@ -164,67 +119,12 @@ void upsert(Connection& connection, const Record& record) {
     query->run();
 }
 
+/// Gives the record's values to the row with its primary key.
 template <typename Record>
 void update(Connection& connection, const Record& record) {
     const Query query = connection.query(RecordSQL<Record>::update());
     bindRecord(*query, record);
     query->run();
-}
-
-template <typename Record>
-std::string RecordSQL<Record>::list(std::string_view pattern, Which which) {
-    std::string result;
-    int parameter = 0;
-    const auto append = [&](std::string_view name) {
-        ++parameter;
-        if (which != Which::all && (name == Table::primaryKey) != (which == Which::key))
-            return;
-        if (!result.empty())
-            result += ", ";
-        for (const char character : pattern)
-            if (character == '@')
-                result += name;
-            else if (character == '#')
-                result += '?' + std::to_string(parameter);
-            else
-                result += character;
-    };
-    std::apply([&](const auto&... column) { (append(column.name), ...); }, Table::columns);
-    return result;
-}
-
-template <typename Record>
-template <std::size_t count>
-const std::string& RecordSQL<Record>::insert() {
-    static const std::string sql = [] {
-        const std::vector<std::string> rows(count, fmt::format("({})", list("?")));
-        return fmt::format("INSERT INTO \"{}\" ({}) VALUES {}", Table::name, list("\"@\""),
-                           fmt::join(rows, ", "));
-    }();
-    return sql;
-}
-
-template <typename Record>
-const std::string& RecordSQL<Record>::upsert() {
-    static const std::string sql =
-        fmt::format("{} ON CONFLICT (\"{}\") DO UPDATE SET {}", insert(), Table::primaryKey,
-                    list("\"@\" = excluded.\"@\"", Which::allButKey));
-    return sql;
-}
-
-template <typename Record>
-const std::string& RecordSQL<Record>::update() {
-    static const std::string sql =
-        fmt::format("UPDATE \"{}\" SET {} WHERE {}", Table::name, list("\"@\" = #", Which::allButKey),
-                    list("\"@\" = #", Which::key));
-    return sql;
-}
-
-template <typename Record>
-const std::string& RecordSQL<Record>::selectByKey() {
-    static const std::string sql =
-        fmt::format("SELECT * FROM \"{}\" WHERE \"{}\" = ?", Table::name, Table::primaryKey);
-    return sql;
 }
 
 } // namespace tallyglass

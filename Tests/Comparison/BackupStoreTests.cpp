@@ -4,6 +4,7 @@
 #include "TallyglassKit/Persistence/DatabaseError.h"
 #include "Tests/Support/TemporaryFolder.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@
 using namespace tallyglass;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 
 namespace {
 
@@ -148,6 +150,23 @@ TEST_F(BackupStoreTest, givesRowsBackAsTheyWere) {
     rows[0].id.reset();
     rows[1].id.reset();
     EXPECT_THAT(rows, ElementsAre(bare, full));
+}
+
+TEST_F(BackupStoreTest, numbersRowsInTheOrderOfTheirBatchWhateverItsLength) {
+    const auto id = begin("/b").id;
+    for (const std::int64_t count : {0, 1, 109, 123}) {
+        std::vector<ChangeRecord> batch;
+        for (std::int64_t row = 0; row < count; ++row)
+            batch.push_back(change(id, fmt::format("/{}", 1000 + row), Kind::added, row));
+        const auto next = store.changeCount(id) + 1;
+        append(id, batch);
+
+        auto number = next;
+        for (ChangeRecord& stored : batch)
+            stored.id = number++;
+        EXPECT_THAT(store.changes(id, noKinds, noSearch, -1, 0), IsSupersetOf(batch));
+    }
+    EXPECT_EQ(store.comparison(id)->addedCount, 233);
 }
 
 TEST_F(BackupStoreTest, readsRowsInTheOrderOfTheirPathsAPageAtATime) {
