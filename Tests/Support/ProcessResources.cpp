@@ -51,10 +51,16 @@ std::ostream& operator<<(std::ostream& stream, const ProcessResources& resources
                   << resources.threads << " threads";
 }
 
-ResourceGuard::ResourceGuard() : m_before(ProcessResources::now()) {}
+ResourceGuard::ResourceGuard() {
+    // With the first thread, a sanitizer starts one of its own that stays.
+    pid_t thread = 0;
+    std::thread([&] { thread = gettid(); }).join();
+    while (std::filesystem::exists("/proc/self/task/" + std::to_string(thread)))
+        std::this_thread::yield(); // a thread that has been joined is listed for a moment longer
+    m_before = ProcessResources::now();
+}
 
 ResourceGuard::~ResourceGuard() {
-    // A thread that has been joined is listed for a moment longer.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (ProcessResources::now() != m_before && std::chrono::steady_clock::now() < deadline)
         std::this_thread::yield();
