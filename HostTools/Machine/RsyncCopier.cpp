@@ -62,6 +62,24 @@ std::vector<std::string> arguments(const CopyOrder& order, const fs::path& exclu
     return result;
 }
 
+/// This process's environment, but for the language: what rsync prints is read.
+std::vector<std::string> environmentInC() {
+    std::vector<std::string> result{"LC_ALL=C"};
+    for (char** setting = environ; *setting; ++setting)
+        if (!std::string_view(*setting).starts_with("LC_ALL="))
+            result.emplace_back(*setting);
+    return result;
+}
+
+/// As exec takes them: with a null behind the last.
+std::vector<char*> pointers(const std::vector<std::string>& texts) {
+    std::vector<char*> result;
+    for (const std::string& text : texts)
+        result.push_back(const_cast<char*>(text.c_str()));
+    result.push_back(nullptr);
+    return result;
+}
+
 /// A running child whose standard output is read here; ends with this object.
 class Child {
 public:
@@ -72,10 +90,10 @@ public:
         m_output = FileDescriptor(ends[0]);
         const FileDescriptor writeEnd(ends[1]);
         const FileDescriptor logFile(open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
-        std::vector<char*> texts;
-        for (const std::string& text : command)
-            texts.push_back(const_cast<char*>(text.c_str()));
-        texts.push_back(nullptr);
+        // All memory is had before the fork: the child may only make system calls.
+        const std::vector<std::string> environment = environmentInC();
+        const std::vector<char*> texts = pointers(command);
+        const std::vector<char*> settings = pointers(environment);
         const pid_t parent = getpid();
         m_process = fork();
         if (m_process < 0)
@@ -90,8 +108,7 @@ public:
         dup2(logFile.number(), STDERR_FILENO);
         if (lock >= 0)
             fcntl(lock, F_SETFD, 0);
-        setenv("LC_ALL", "C", 1);
-        execvp(texts[0], texts.data());
+        execvpe(texts[0], texts.data(), settings.data());
         _exit(127);
     }
     ~Child() {

@@ -13,9 +13,9 @@ public:
     explicit SeededRandom(std::uint64_t seed) : m_engine(seed) {}
 
     [[nodiscard]] std::uint64_t next() { return m_engine(); }
-    /// From 0 to `count` - 1.
+    /// From 0 to `count` - 1; 0 if there is nothing to choose from.
     [[nodiscard]] std::size_t below(std::size_t count) {
-        return static_cast<std::size_t>(m_engine() % count);
+        return count == 0 ? 0 : static_cast<std::size_t>(m_engine() % count);
     }
     /// From `low` up to `high`.
     [[nodiscard]] double between(double low, double high) {
