@@ -256,8 +256,10 @@ void BackupRun::completeVolumeFolder() const {
 
 BackupRun::Cost BackupRun::measure() {
     Cost cost;
-    cost.sameFiles = compareTrees(
-        {.older = previousVolume(), .newer = m_work / "backup" / m_preferences.volumeName}, {}, cost);
+    cost.sameFiles = compareTrees({.older = previousVolume(),
+                                   .newer = m_work / "backup" / m_preferences.volumeName,
+                                   .within = logicalSources()},
+                                  {}, cost);
     return cost;
 }
 

@@ -33,6 +33,8 @@ struct Operand {
 
 Operand findOperand(const MachinePaths& machine, const std::string& given) {
     Operand operand{.given = given, .path = given, .location = {}};
+    while (operand.given.size() > 1 && operand.given.ends_with('/'))
+        operand.given.pop_back();
     if (!exists(given) && given.starts_with('/') &&
         (exists(machine.under(given)) || BackupLocation::of(machine, machine.under(given))))
         operand.path = machine.under(given);

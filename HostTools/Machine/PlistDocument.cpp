@@ -11,11 +11,13 @@ namespace tallyglass {
 
 namespace {
 
+/// Dates are kept to the millisecond: libplist cuts to microseconds what it reads, which would make a date
+/// drift each time that it is read and written.
 plist_t dateNode(Date date) {
-    const double seconds = secondsSince2001(date);
-    const double whole = std::floor(seconds);
-    return plist_new_date(static_cast<std::int32_t>(whole),
-                          static_cast<std::int32_t>((seconds - whole) * 1e6));
+    const std::int64_t milliseconds = std::llround(secondsSince2001(date) * 1000);
+    const std::int64_t fraction = (milliseconds % 1000 + 1000) % 1000;
+    return plist_new_date(static_cast<std::int32_t>((milliseconds - fraction) / 1000),
+                          static_cast<std::int32_t>(fraction * 1000));
 }
 
 std::optional<Date> dateOf(plist_t node) {
@@ -24,7 +26,7 @@ std::optional<Date> dateOf(plist_t node) {
     std::int32_t seconds = 0;
     std::int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
-    return dateSince2001(seconds + microseconds * 1e-6);
+    return dateSince2001(seconds + std::round(microseconds * 1e-3) * 1e-3);
 }
 
 std::optional<std::string> textOf(plist_t node) {

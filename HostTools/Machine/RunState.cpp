@@ -101,7 +101,7 @@ std::string RunState::statusText(bool isStopping) const {
 std::optional<FileLock> RunFiles::take(const MachinePaths& machine) {
     auto lock = FileLock::attempt(lockFile(machine));
     if (lock)
-        fs::remove(stopFile(machine)); // meant for a backup that has ended since
+        clear(machine); // what an earlier backup left when it was killed
     return lock;
 }
 

@@ -79,6 +79,7 @@ private:
     }
     [[nodiscard]] bool counts(std::string_view name, const Level& level, bool& childIsOnTheWay);
     [[nodiscard]] bool isExcluded();
+    [[nodiscard]] bool isForeign(const Level& level, const struct stat& folder) const;
 
     void found(const struct stat* before, const struct stat* after,
                std::span<const std::string_view> differences);
@@ -203,6 +204,12 @@ bool TreeWalk::isExcluded() {
     return true;
 }
 
+/// Whether a folder of the newer side lies on a file system that isn't walked. What leads to a path that
+/// counts may cross to another one.
+bool TreeWalk::isForeign(const Level& level, const struct stat& folder) const {
+    return m_operands.oneFileSystem && !level.isOnTheWay && folder.st_dev != level.newer.status.st_dev;
+}
+
 void TreeWalk::stepOneSided(Level& level, Side& side, bool isAdded) {
     const FolderListing::Item& item = side.items[side.next++];
     bool childIsOnTheWay = false;
@@ -216,7 +223,7 @@ void TreeWalk::stepOneSided(Level& level, Side& side, bool isAdded) {
     found(isAdded ? nullptr : &status, isAdded ? &status : nullptr, {});
     if (m_count != depthBefore || !S_ISDIR(status.st_mode) || !isTold(childLevel() + 1))
         return;
-    if (isAdded && m_operands.oneFileSystem && status.st_dev != side.status.st_dev)
+    if (isAdded && isForeign(level, status))
         return;
     FileDescriptor folder = openFolder(side.folder.number(), name);
     if (!folder.isOpen())
@@ -301,8 +308,7 @@ void TreeWalk::compareFolders(Level& level, const char* name, bool childIsOnTheW
             differingProperties(m_options.properties, {level.older.folder.number(), name, &olderStatus},
                                 {level.newer.folder.number(), name, &newerStatus}, failure);
     const bool tellsFolder = isTold(childLevel());
-    const bool staysOutside = m_operands.oneFileSystem && newerStatus.st_dev != level.newer.status.st_dev;
-    if (olderFailure || newerFailure || staysOutside) {
+    if (olderFailure || newerFailure || isForeign(level, newerStatus)) {
         if (!differences.empty())
             found(&olderStatus, &newerStatus, differences);
         if (olderFailure)

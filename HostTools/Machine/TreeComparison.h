@@ -73,7 +73,7 @@ struct ComparisonOperands {
     std::vector<std::string> within = {};
     /// How many levels the operands lie below what the depth is counted from.
     std::int64_t level = 0;
-    /// Keeps to the newer operand's file system.
+    /// Doesn't enter other file systems that are mounted in the newer tree.
     bool oneFileSystem = false;
 };
 
