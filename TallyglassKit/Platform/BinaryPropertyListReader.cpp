@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -28,7 +29,7 @@ constexpr std::size_t headerSize = 8;
 constexpr std::size_t trailerSize = 32;
 
 // How many objects are fetched ahead of their use.
-constexpr std::size_t prefetched = 16;
+constexpr std::size_t prefetched = 32;
 
 // A shorter text is cheaper to look at again than to remember.
 constexpr std::size_t shortText = 64;
@@ -222,11 +223,14 @@ void BinaryReader::fill(Open& container) {
 // Objects lie anywhere, so that most of the time would go into waiting for memory, one object after the
 // other.
 void BinaryReader::prefetch(const Open& container) const {
-    const std::size_t end = std::min(container.next + prefetched, container.values.size());
-    for (std::size_t i = container.next; i < end; ++i)
-        m_offsets.prefetch(reference(container.references, i));
-    for (std::size_t i = container.next; i < end; ++i)
-        __builtin_prefetch(m_bytes.data() + m_offsets[reference(container.references, i)]);
+    const std::size_t count = std::min(prefetched, container.values.size() - container.next);
+    std::array<std::uint32_t, prefetched> indices;
+    for (std::size_t i = 0; i < count; ++i) {
+        indices[i] = reference(container.references, container.next + i);
+        m_offsets.prefetch(indices[i]);
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        __builtin_prefetch(m_bytes.data() + m_offsets[indices[i]]);
 }
 
 void BinaryReader::close() {
