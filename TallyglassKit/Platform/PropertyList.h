@@ -1,7 +1,7 @@
 // A property list in memory, read from any of its three forms: binary, XML or old-style text.
 //
-// Immutable and shared: any thread may read it. It owns all that its values borrow, a copy of the bytes it
-// was read from included, and moves without moving any of that.
+// Immutable and shared: any thread may read it. It owns all that its values borrow, so that the bytes it was
+// read from can go, and moves without moving any of it.
 //
 // Memory: reading needs at most memoryPerByte times the size of the input and 64 KiB, whatever the bytes are.
 // Time: in proportion to the size of the input.
@@ -19,9 +19,9 @@ namespace tallyglass {
 
 class PropertyList {
 public:
-    /// Worst is a binary dictionary, in which 2 bytes name a pair that takes up to 43 with its place in the
-    /// table of keys.
-    static constexpr std::size_t memoryPerByte = 40;
+    /// Worst is "{a;a;...": 2 bytes make a pair of 32 that is first collected, in room that doubles, and then
+    /// kept with up to 11 for its place in the table of keys. In the binary form it is about half.
+    static constexpr std::size_t memoryPerByte = 64;
 
     /// Reads bytes that begin as a binary list as such, others as XML or else as old-style text. Throws
     /// PropertyListError; if no form fits, that of the form that the bytes look most like.

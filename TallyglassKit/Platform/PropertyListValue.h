@@ -98,8 +98,8 @@ private:
     friend class PropertyListStorage;
     friend class PropertyListBuilder;
 
-    // What the tag holds: the nesting of a container; the hash of a text that is a key (0 in any other); 1
-    // for an integer that is unsigned.
+    // What the tag holds: the nesting of a container; the hash of a text if it serves as a key, else 0; 1 for
+    // an integer that is unsigned.
     PropertyListValue(Kind kind, std::uint32_t tag, std::int64_t integer)
         : m_head(head(kind, tag)), m_integer(integer) {}
     PropertyListValue(Kind kind, double real) : m_head(head(kind, 0)), m_real(real) {}
