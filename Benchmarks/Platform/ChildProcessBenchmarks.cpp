@@ -37,7 +37,7 @@ const std::string flood = "--flood-out";
 
 const bool drainChild = add({
     .name = "drain-child",
-    .work = "run a child that writes 1 GiB, and keep it",
+    .work = "run a child that writes 1 GiB and hold it, after a first run",
     .reference = "the same child | cat > /dev/null",
     .unit = "s",
     .ratio = Ratio::speed,

@@ -30,7 +30,7 @@ namespace {
 /// What one read takes at least, if it is there, and what a stream starts with.
 constexpr std::size_t readSize = std::size_t{64} << 10;
 /// What one read takes at most: the child is woken after it, and should write while we read the rest.
-constexpr std::size_t longestRead = std::size_t{256} << 10;
+constexpr std::size_t longestRead = std::size_t{512} << 10;
 /// Room in the pipe of standard output, so that the child goes on writing while we are busy.
 constexpr int pipeCapacity = 1 << 20;
 
