@@ -178,6 +178,7 @@ const bool addsStoring = bench::add({
     .ratio = bench::Ratio::speed,
     .must = 0.95,
     .aim = 1.0,
+    .runs = 3, // of several seconds each
     .prepare = [] { return storing = std::make_shared<Storing>(); },
     .measure = measureStoring,
     .measureReference = measureStoringReference,
