@@ -11,6 +11,7 @@ namespace tallyglass::commandline {
 namespace {
 
 constexpr auto redrawInterval = std::chrono::milliseconds(100);
+constexpr auto countInterval = std::chrono::seconds(1);
 
 std::size_t terminalWidth() {
     winsize size{};
@@ -26,33 +27,48 @@ std::size_t startOfCharacter(const std::string& text, std::size_t limit) {
 
 } // namespace
 
-ProgressLine::ProgressLine() : m_isTerminal(isatty(STDERR_FILENO)) {}
+ProgressLine::ProgressLine() : m_isTerminal(isatty(STDERR_FILENO)) {
+    if (m_isTerminal)
+        m_counter = std::jthread([this](const std::stop_token& stop) { keepCounting(stop); });
+}
 
 ProgressLine::~ProgressLine() {
     clear();
 }
 
-void ProgressLine::show(const std::string& text, bool important) {
+void ProgressLine::show(const std::string& text) {
     if (!m_isTerminal)
         return;
     const std::lock_guard lock(m_mutex);
-    const auto now = SteadyClock::now();
-    if (m_isShown && !important && now - m_drawn < redrawInterval)
-        return;
-    m_drawn = now;
-    m_isShown = true;
-    const auto elapsed = std::chrono::duration_cast<std::chrono::seconds>(now - m_start).count();
-    auto line = fmt::format("{}  {} s", text, elapsed);
-    if (const auto width = terminalWidth(); line.size() >= width)
-        line.resize(startOfCharacter(line, width - 1));
-    std::cerr << "\r\033[K" << line << std::flush;
+    const bool isFirst = m_text.empty();
+    m_text = text;
+    if (isFirst || SteadyClock::now() - m_drawn >= redrawInterval)
+        draw();
 }
 
 void ProgressLine::clear() {
     const std::lock_guard lock(m_mutex);
-    if (m_isShown)
+    if (!m_text.empty())
         std::cerr << "\r\033[K" << std::flush;
-    m_isShown = false;
+    m_text.clear();
+}
+
+void ProgressLine::keepCounting(const std::stop_token& stop) {
+    std::unique_lock lock(m_mutex);
+    while (!stop.stop_requested()) {
+        m_ended.wait_for(lock, stop, countInterval, [] { return false; });
+        if (!m_text.empty() && !stop.stop_requested())
+            draw();
+    }
+}
+
+void ProgressLine::draw() {
+    m_drawn = SteadyClock::now();
+    const auto elapsed = std::chrono::duration_cast<std::chrono::seconds>(m_drawn - m_start).count();
+    auto line = fmt::format("{}  {} s", m_text, elapsed);
+    if (const auto width = terminalWidth(); line.size() >= width)
+        line.resize(startOfCharacter(line, width - 1));
+    std::cerr << "\r\033[K" << line << std::flush;
 }
 
 } // namespace tallyglass::commandline

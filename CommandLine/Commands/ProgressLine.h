@@ -6,8 +6,11 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <mutex>
+#include <stop_token>
 #include <string>
+#include <thread>
 
 namespace tallyglass::commandline {
 
@@ -18,9 +21,9 @@ public:
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
-    /// Shows the text and the seconds since the line was made; cut to the terminal's width, at most ten times
-    /// a second unless `important`.
-    void show(const std::string& text, bool important = false);
+    /// Shows the text and the seconds since the line was made, cut to the terminal's width. Texts that come
+    /// too fast to be read are passed over.
+    void show(const std::string& text);
 
     /// Takes the line away. Further texts draw it again.
     void clear();
@@ -28,11 +31,16 @@ public:
 private:
     using SteadyClock = std::chrono::steady_clock;
 
+    void keepCounting(const std::stop_token& stop);
+    void draw(); ///< Requires: the mutex is held.
+
     const bool m_isTerminal;
     const SteadyClock::time_point m_start = SteadyClock::now();
     std::mutex m_mutex;
+    std::condition_variable_any m_ended;
     SteadyClock::time_point m_drawn;
-    bool m_isShown = false;
+    std::string m_text;     ///< empty while nothing is shown
+    std::jthread m_counter; // last, so that it ends before what it uses
 };
 
 } // namespace tallyglass::commandline
