@@ -6,6 +6,7 @@
 
 #include <expat.h>
 #include <fmt/format.h>
+#include <malloc.h>
 #include <plist/plist.h>
 
 #include <array>
@@ -128,8 +129,16 @@ Row row(std::string name, std::string reference, double must, double aim,
         .must = must,
         .aim = aim,
         .prepare = [] { return sharedOutput(); },
-        .measure = [] { return decode(*sharedOutput()); },
-        .measureReference = [measureReference] { return measureReference(*sharedOutput()); },
+        .measure =
+            [] {
+                malloc_trim(0); // or one side sorts out, in its time, what the other has left on the heap
+                return decode(*sharedOutput());
+            },
+        .measureReference =
+            [measureReference] {
+                malloc_trim(0);
+                return measureReference(*sharedOutput());
+            },
     };
 }
 
