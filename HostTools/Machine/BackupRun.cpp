@@ -4,6 +4,7 @@
 #include "HostTools/Machine/RsyncCopier.h"
 #include "HostTools/Machine/TreeComparison.h"
 #include "TallyglassKit/Access/BackupPath.h"
+#include "TallyglassKit/Health/BackupResultCode.h"
 #include "TallyglassKit/Platform/FileError.h"
 
 #include <fcntl.h>
@@ -21,10 +22,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr auto workSuffix = ".inprogress";
-
-bool isDeferral(std::int64_t result) {
-    return (result >= 100 && result <= 103) || result == 1009;
-}
 
 std::int64_t physicalSize(const struct stat& status) {
     return static_cast<std::int64_t>(status.st_blocks) * 512;
@@ -159,7 +156,7 @@ void BackupRun::checkStart() {
     const auto arranged = m_preferences.nextResult;
     if (arranged)
         edit([](HostPreferences& preferences) { preferences.nextResult.reset(); });
-    if (arranged && isDeferral(*arranged))
+    if (arranged && BackupResultCode{*arranged}.isDeferral())
         throw BackupFailure(*arranged, "The backup was put off.");
     std::error_code failure;
     if (!fs::is_directory(m_folder, failure))
