@@ -1,5 +1,4 @@
 #include "TallyglassKit/Access/BackupListing.h"
-
 #include "TallyglassKit/Platform/Error.h"
 #include "Tests/Access/StandInRunner.h"
 

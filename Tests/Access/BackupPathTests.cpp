@@ -1,5 +1,4 @@
 #include "TallyglassKit/Access/BackupPath.h"
-
 #include "Tests/Support/TimeZone.h"
 
 #include <gtest/gtest.h>

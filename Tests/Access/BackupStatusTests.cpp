@@ -1,5 +1,4 @@
 #include "TallyglassKit/Access/BackupStatus.h"
-
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/PropertyList.h"
 #include "Tests/Access/StandInRunner.h"

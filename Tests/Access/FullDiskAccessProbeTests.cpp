@@ -1,5 +1,4 @@
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
-
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 #include "TallyglassKit/Access/ManifestReader.h"
-
 #include "TallyglassKit/Platform/FileError.h"
 #include "Tests/Access/StandInRunner.h"
 #include "Tests/Support/TemporaryFolder.h"

@@ -1,5 +1,4 @@
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
-
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 #include "TallyglassKit/Platform/PreferenceDomain.h"
-
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
-#include "TallyglassKit/Platform/UserDefaults.h"
-
 #include "TallyglassKit/Platform/Error.h"
+#include "TallyglassKit/Platform/UserDefaults.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
