@@ -1,16 +1,14 @@
-// The platform's words for its error numbers. Any thread.
+// The platform's words for its error numbers. Any thread; needs no descriptor, since having none left is one
+// of them.
 
 #pragma once
 
 #include <cerrno>
 #include <string>
-#include <system_error>
 
 namespace tallyglass {
 
 /// The platform's text for an error number, such as "No such file or directory".
-[[nodiscard]] inline std::string errorText(int number = errno) {
-    return std::generic_category().message(number);
-}
+[[nodiscard]] std::string errorText(int number = errno);
 
 } // namespace tallyglass
