@@ -7,9 +7,8 @@
 
 namespace tallyglass {
 
-/// Opens the settings program, at the pane that `url` names if it has one of that name. False if there is
-/// none.
-bool openSystemSettings(const QUrl& url);
+/// Opens the settings program. False if there is none.
+bool openSystemSettings();
 
 /// The settings programs of the desktops, those of the desktops in `currentDesktop` ("ubuntu:GNOME") first.
 [[nodiscard]] QStringList systemSettingsPrograms(const QString& currentDesktop);
