@@ -1,0 +1,185 @@
+#include "Tallyglass/Models/AppModel.h"
+
+#include "Tallyglass/Desktop/Workspace.h"
+#include "Tallyglass/Models/ContinuousTimer.h"
+#include "TallyglassKit/Access/TimeMachinePreferences.h"
+
+#include <QCoreApplication>
+#include <QUrl>
+#include <algorithm>
+
+namespace tallyglass {
+
+AppSurroundings::AppSurroundings(SystemPaths systemPaths)
+    : paths(std::move(systemPaths)), runner(paths.path(TMUtilRunner::executablePath)),
+      manifestTool(paths.path(TMUtilRunner::executablePath)), clock(systemTime),
+      makeTimer([] { return std::make_unique<ContinuousTimer>(); }) {}
+
+AppModel::AppModel(AppSurroundings surroundings, QObject* parent)
+    : QObject(parent), m_surroundings(std::move(surroundings)),
+      m_manifestReader(m_surroundings.manifestTool, m_surroundings.paths) {}
+
+AppModel::~AppModel() = default;
+
+const TMDestination* AppModel::selectedDestination() const {
+    const auto& current = settings();
+    if (!current || current->destinations.empty())
+        return nullptr;
+    const auto& destinations = current->destinations;
+    if (selectedDestinationID()) {
+        const auto selected = std::ranges::find(destinations, *selectedDestinationID(), &TMDestination::id);
+        if (selected != destinations.end())
+            return &*selected;
+    }
+    return &destinations.front();
+}
+
+std::optional<BackupHealth> AppModel::health() const {
+    const TMDestination* const destination = selectedDestination();
+    if (!destination)
+        return std::nullopt;
+    return analyze(*destination);
+}
+
+BackupHealth::Level AppModel::overallHealth() const {
+    auto worst = BackupHealth::Level::healthy;
+    if (settings()) {
+        for (const auto& destination : settings()->destinations)
+            worst = std::max(worst, analyze(destination).level());
+    }
+    return worst;
+}
+
+BackupHealth AppModel::analyze(const TMDestination& destination) const {
+    return BackupHealth::analyze(destination, now(), BackupHealth::defaultSuccessWindow,
+                                 BackupHealth::defaultGapTolerance);
+}
+
+void AppModel::refreshStatus() {
+    readStatus([] {}).detach();
+}
+
+TaskHandle AppModel::readStatus(Then then) {
+    return startTask(
+        this, [runner = runner()](TaskContext& task) { return runner.status(task.stopToken()); },
+        [this, then](const BackupStatus& status) {
+            take(status, std::nullopt);
+            then();
+        },
+        [this, then](const std::exception_ptr& failure) {
+            take(BackupStatus::idle, describe(failure));
+            then();
+        });
+}
+
+void AppModel::take(const BackupStatus& status, const std::optional<std::string>& error) {
+    m_rateWindow.take(status, now());
+    setStatus(status);
+    setLastError(error);
+    setBackupRate(m_rateWindow.rate());
+}
+
+void AppModel::reloadManifest() {
+    readManifest([] {}).detach();
+}
+
+TaskHandle AppModel::readManifest(Then then) {
+    return startTask(
+        this, [reader = manifestReader()](TaskContext& task) { return reader.read(task.stopToken()); },
+        [this, then](const std::vector<BackupManifestEntry>& entries) {
+            setManifest(entries);
+            then();
+        },
+        [this, then](const std::exception_ptr&) {
+            setManifest({});
+            then();
+        });
+}
+
+void AppModel::startPolling() {
+    m_pollTask = {};
+    if (!m_pollTimer)
+        m_pollTimer = makeTimer();
+    scheduleTick();
+}
+
+void AppModel::scheduleTick() {
+    const bool wasRunning = status().isRunning;
+    m_pollTimer->disconnect(this);
+    connect(m_pollTimer.get(), &Timer::timeout, this, [this, wasRunning] { tick(wasRunning); });
+    m_pollTimer->start(wasRunning ? runningInterval : idleInterval);
+}
+
+void AppModel::tick(bool wasRunning) {
+    m_pollTask = readStatus([this, wasRunning] {
+        const bool justEnded = wasRunning && !status().isRunning;
+        if (!justEnded)
+            return scheduleTick();
+        setSettings(readSettings());
+        m_pollTask = readManifest([this] { scheduleTick(); });
+    });
+}
+
+void AppModel::refresh() {
+    refresh({});
+}
+
+void AppModel::refresh(std::function<void()> then) {
+    m_isRefreshing.setValue(true);
+    probePermission();
+    setSettings(readSettings());
+    if (!selectedDestinationID() && settings() && !settings()->destinations.empty())
+        setSelectedDestinationID(settings()->destinations.front().id);
+    const auto finish = [this, then = std::move(then)] {
+        m_isRefreshing.setValue(false);
+        if (then)
+            then();
+    };
+    readStatus([this, finish] { readManifest(finish).detach(); }).detach();
+}
+
+void AppModel::recheckPermission() {
+    const FDAStatus before = fdaStatus();
+    probePermission();
+    if (before != FDAStatus::granted && fdaStatus() == FDAStatus::granted)
+        refresh();
+    else
+        reloadManifest();
+}
+
+void AppModel::probePermission() {
+    setFdaStatus(FullDiskAccessProbe::probe(paths()));
+}
+
+std::optional<TMSettings> AppModel::readSettings() const {
+    return TimeMachinePreferences().read(paths());
+}
+
+void AppModel::startBackup() {
+    command(&TMUtilRunner::startBackup);
+}
+
+void AppModel::stopBackup() {
+    command(&TMUtilRunner::stopBackup);
+}
+
+void AppModel::command(void (TMUtilRunner::*verb)(std::stop_token) const) {
+    startTask(
+        this, [runner = runner(), verb](TaskContext& task) { (runner.*verb)(task.stopToken()); },
+        [this] { refreshStatus(); },
+        [this](const std::exception_ptr& failure) { setLastError(describe(failure)); })
+        .detach();
+}
+
+void AppModel::openFullDiskAccessSettings() {
+    const auto address = FullDiskAccessProbe::settingsURL;
+    if (m_surroundings.workspace)
+        m_surroundings.workspace->openUrl(QUrl(QString::fromUtf8(address.data(), std::ssize(address))));
+}
+
+void AppModel::revealAppInFinder() {
+    if (m_surroundings.workspace)
+        m_surroundings.workspace->reveal(QCoreApplication::applicationFilePath().toStdString());
+}
+
+} // namespace tallyglass

@@ -1,0 +1,40 @@
+// The sliding window of readings behind a backup's transfer rate: the mean over up to half a minute.
+//
+// A value. The moments come from the caller.
+
+#pragma once
+
+#include "Tallyglass/Models/BackupRate.h"
+#include "TallyglassKit/Platform/Date.h"
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+
+namespace tallyglass {
+
+struct BackupStatus;
+
+class RateWindow {
+public:
+    static constexpr double length = 30;      ///< seconds
+    static constexpr double shortestSpan = 1; ///< seconds below which a new rate wouldn't mean anything
+
+    /// Takes the status read at `now`. The rate is absent while no backup runs that has copied a byte, and
+    /// until two readings lie in the window.
+    void take(const BackupStatus& status, Date now);
+
+    [[nodiscard]] const std::optional<BackupRate>& rate() const { return m_rate; }
+
+private:
+    struct Sample {
+        Date date;
+        std::int64_t bytes;
+        std::int64_t files;
+    };
+
+    std::deque<Sample> m_samples;
+    std::optional<BackupRate> m_rate;
+};
+
+} // namespace tallyglass

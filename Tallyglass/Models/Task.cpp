@@ -1,0 +1,105 @@
+#include "Tallyglass/Models/Task.h"
+
+#include "TallyglassKit/Platform/Error.h"
+
+#include <QThreadPool>
+
+namespace tallyglass {
+namespace {
+
+/// Jobs mostly wait for a child or a disk, so that their number isn't bound to that of the processors.
+class Pool : public QThreadPool {
+public:
+    Pool() { setMaxThreadCount(64); }
+};
+
+} // namespace
+
+/// Lives on the main thread as the receiver's child, so that it goes with the receiver, and what was posted
+/// to it goes with it.
+class TaskMailbox::Door : public QObject {
+public:
+    Door(QObject* receiver, TaskMailbox* mailbox) : QObject(receiver), m_mailbox(mailbox) {}
+
+    ~Door() override {
+        if (m_mailbox)
+            m_mailbox->takeDoor();
+    }
+
+    TaskMailbox* m_mailbox; ///< null once it let go of the door
+};
+
+TaskMailbox::TaskMailbox(QObject* receiver) : m_receiver(receiver), m_door(new Door(receiver, this)) {}
+
+void TaskMailbox::deliver(std::function<void()> action) {
+    const std::lock_guard lock(m_mutex);
+    if (m_door)
+        QMetaObject::invokeMethod(m_door, std::move(action), Qt::QueuedConnection);
+}
+
+void TaskMailbox::close() {
+    Door* const door = takeDoor();
+    if (!door)
+        return;
+    door->m_mailbox = nullptr;
+    door->deleteLater(); // it may be delivering just now
+}
+
+TaskMailbox::Door* TaskMailbox::takeDoor() {
+    Door* door = nullptr;
+    {
+        const std::lock_guard lock(m_mutex);
+        door = std::exchange(m_door, nullptr);
+    }
+    m_stop.request_stop();
+    return door;
+}
+
+bool TaskMailbox::isClosed() const {
+    const std::lock_guard lock(m_mutex);
+    return !m_door;
+}
+
+TaskHandle& TaskHandle::operator=(TaskHandle&& other) noexcept {
+    if (this != &other) {
+        cancel();
+        m_mailbox = std::move(other.m_mailbox);
+    }
+    return *this;
+}
+
+void TaskHandle::stop() {
+    if (m_mailbox)
+        m_mailbox->stop();
+}
+
+void TaskHandle::cancel() {
+    if (m_mailbox)
+        m_mailbox->close();
+    m_mailbox.reset();
+}
+
+std::string describe(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const std::exception& exception) {
+        return exception.what();
+    }
+}
+
+bool isCancellation(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Cancelled&) {
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+void runOnPool(std::function<void()> job) {
+    static Pool pool;
+    pool.start(std::move(job));
+}
+
+} // namespace tallyglass
