@@ -1,0 +1,91 @@
+#include "Tallyglass/Desktop/DesktopSettings.h"
+
+#include "Tallyglass/Desktop/SessionBus.h"
+
+#include <QDBusMetaType>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace tallyglass {
+
+namespace {
+
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
+
+using AllSettings = QMap<QString, QVariantMap>;
+
+Appearance paletteAppearance() {
+    const QPalette palette = QGuiApplication::palette();
+    Appearance appearance;
+    appearance.isDark =
+        palette.color(QPalette::Window).lightnessF() < palette.color(QPalette::WindowText).lightnessF();
+    return appearance;
+}
+
+} // namespace
+
+DesktopSettings::DesktopSettings(const QString& busAddress, QObject* parent)
+    : QObject(parent), m_appearance(paletteAppearance()) {
+    qApp->installEventFilter(this);
+    if (!busAddress.isEmpty())
+        withBus(this, busAddress, [this](QDBusConnection bus) {
+            if (bus.isConnected())
+                askPortal(std::move(bus));
+        });
+}
+
+DesktopSettings::DesktopSettings(QObject* parent) : DesktopSettings(sessionBusAddress(), parent) {}
+
+void DesktopSettings::setOverride(std::optional<Appearance> appearance) {
+    m_override = appearance;
+    update();
+}
+
+bool DesktopSettings::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange && watched == qApp)
+        update();
+    return false;
+}
+
+void DesktopSettings::askPortal(QDBusConnection bus) {
+    // Without a sender's name: to look up who owns it would wait for the bus.
+    bus.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
+                SLOT(takeSetting(QString, QString, QDBusVariant)));
+
+    qDBusRegisterMetaType<AllSettings>();
+    auto message =
+        QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("ReadAll"));
+    message << PortalSettings::namespaces();
+    auto* call = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
+        call->deleteLater();
+        const QDBusPendingReply<AllSettings> reply = *call;
+        if (!reply.isValid())
+            return;
+        const AllSettings settings = reply.value();
+        for (auto space = settings.begin(); space != settings.end(); ++space)
+            for (auto setting = space->begin(); setting != space->end(); ++setting)
+                m_portal.take(space.key(), setting.key(), setting.value());
+        update();
+    });
+}
+
+void DesktopSettings::takeSetting(const QString& space, const QString& key, const QDBusVariant& value) {
+    m_portal.take(space, key, value.variant());
+    update();
+}
+
+void DesktopSettings::update() {
+    const Appearance appearance = m_override.value_or(m_portal.appearance(paletteAppearance()));
+    if (appearance == m_appearance)
+        return;
+    m_appearance = appearance;
+    emit changed();
+}
+
+} // namespace tallyglass
