@@ -1,0 +1,33 @@
+#include "Tallyglass/Desktop/FilePanels.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+namespace tallyglass {
+
+QUrl FilePanel::suggestion() const {
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return name.isEmpty() ? QUrl() : QUrl::fromLocalFile(folder.filePath(name));
+}
+
+void FilePanels::show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen) {
+    const bool isNext = m_queue.isEmpty();
+    m_queue.add(panel, receiver, std::move(chosen));
+    if (isNext)
+        emit currentChanged();
+}
+
+void FilePanels::answer(const QList<QUrl>& urls) {
+    if (m_queue.isEmpty())
+        return;
+    Choice choice;
+    for (const QUrl& url : urls)
+        if (url.isLocalFile())
+            choice.emplace_back(QFile::encodeName(url.toLocalFile()).toStdString());
+    const auto passOn = m_queue.take();
+    emit currentChanged();
+    passOn(choice);
+}
+
+} // namespace tallyglass

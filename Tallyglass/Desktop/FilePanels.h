@@ -1,0 +1,66 @@
+// Where the program asks its user for files to open or for a place to save to. The window shows the panel of
+// the current request and answers it.
+//
+// Main thread only.
+
+#pragma once
+
+#include "Tallyglass/Desktop/RequestQueue.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+#include <filesystem>
+#include <vector>
+
+namespace tallyglass {
+
+struct FilePanel {
+    Q_GADGET
+    Q_PROPERTY(Kind kind MEMBER kind)
+    Q_PROPERTY(QString message MEMBER message)
+    Q_PROPERTY(QUrl suggestion READ suggestion)
+
+public:
+    enum class Kind { none, openFiles, openFolder, save };
+    Q_ENUM(Kind)
+
+    Kind kind = Kind::none;
+    QString message = {}; ///< stands as the panel's title
+    QString name = {};    ///< that a file to save gets if the user gives it no other
+
+    /// Where a save panel starts: the name in the user's documents folder.
+    [[nodiscard]] QUrl suggestion() const;
+
+    friend bool operator==(const FilePanel&, const FilePanel&) = default;
+};
+
+class FilePanels : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(tallyglass::FilePanel current READ current NOTIFY currentChanged)
+
+public:
+    /// What the user chose; empty if nothing.
+    using Choice = std::vector<std::filesystem::path>;
+
+    using QObject::QObject;
+
+    /// Shows the panel when those before it are answered.
+    void show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen);
+
+    /// Without a kind if nothing is asked.
+    [[nodiscard]] FilePanel current() const { return m_queue.current(); }
+
+    /// Answers the current panel, if there is one. What is no local file isn't passed on; an empty list
+    /// means that the user declined.
+    Q_INVOKABLE void answer(const QList<QUrl>& urls);
+
+signals:
+    void currentChanged();
+
+private:
+    RequestQueue<FilePanel, Choice> m_queue;
+};
+
+} // namespace tallyglass
