@@ -34,6 +34,10 @@ function(tallyglass_library name)
     endif()
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC TallyglassCompileOptions ${ARGN})
+    if(CMAKE_AUTOMOC) # sees only headers that are sources too
+        file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+        target_sources(${name} PRIVATE ${headers})
+    endif()
 endfunction()
 
 # One thin main over those libraries: tallyglass_program(NAME MAIN LIBRARY...).

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Tallyglass
 
 // A question or a message that has to be answered before anything else: a symbol, a title, a text and up to two
 // buttons. Escape answers as the cancelling button does, or as the only one.

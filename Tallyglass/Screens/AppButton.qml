@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Tallyglass
 
 // A button in one of three weights. With `systemImage` a symbol stands before the text; a tool button
 // without text needs a `hint`, which names it.
@@ -57,8 +58,8 @@ T.Button {
     }
 
     // A button that has the focus is pressed by Return too, as by the space bar.
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     Loader {
         active: button.hovered && button.hint !== ""

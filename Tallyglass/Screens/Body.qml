@@ -1,1 +1,3 @@
+import Tallyglass
+
 TextLabel {}

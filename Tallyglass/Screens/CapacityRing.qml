@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Tallyglass
 
 // The fill level of a destination, as a ring around its percentage.
 Item {

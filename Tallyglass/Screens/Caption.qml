@@ -1,3 +1,5 @@
+import Tallyglass
+
 // The small, quiet text below or beside what it explains.
 TextLabel {
     color: Theme.secondaryText

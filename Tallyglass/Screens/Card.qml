@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Tallyglass
 
 // A titled container for one block of a screen. Its children stand in a column.
 Rectangle {

@@ -1,3 +1,4 @@
 import QtQuick
+import Tallyglass
 
 ScrollPage {}

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Tallyglass
 
 Rectangle {
     Layout.fillWidth: true

@@ -1,4 +1,5 @@
 import QtQuick
+import Tallyglass
 
 // One line that loses its middle when it is too long, and shows the whole under the pointer.
 TextLabel {

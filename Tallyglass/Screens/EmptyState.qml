@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Tallyglass
 
 // What a screen or card shows when it has nothing to show, and what to do next. Buttons go below the text.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tallyglass
 
 // Shows where the keyboard is: an outline around its parent.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tallyglass
 
 TextLabel {
     font.pixelSize: Theme.headlineSize

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tallyglass
 
 // What appears under the pointer to explain or complete what is there.
 T.ToolTip {

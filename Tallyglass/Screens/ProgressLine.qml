@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Tallyglass
 
 // How far a job is, from 0 to 1.
 T.ProgressBar {

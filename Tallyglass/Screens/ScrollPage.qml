@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Tallyglass
 
 // A page that scrolls up and down when its content is higher than it, at any size of text. Children stand in a
 // column; the one that gets the keyboard is brought into view.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tallyglass
 
 // The thin bar at the edge of what scrolls.
 T.ScrollBar {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tallyglass
 
 // Picks one of a few options that stand side by side. One stop for Tab; the arrows, Home and End move.
 T.Control {
@@ -44,8 +45,6 @@ T.Control {
                 readonly property bool current: index === picker.currentIndex
 
                 text: modelData
-                checkable: true
-                checked: current
                 focusPolicy: Qt.NoFocus
                 hoverEnabled: true
                 implicitWidth: words.implicitWidth + Theme.unit * 3
@@ -55,7 +54,6 @@ T.Control {
                 Accessible.checkable: true
                 Accessible.checked: current
                 onClicked: {
-                    checked = Qt.binding(() => segment.current);
                     picker.forceActiveFocus(Qt.MouseFocusReason);
                     picker.move(index);
                 }

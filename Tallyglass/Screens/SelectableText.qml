@@ -1,4 +1,5 @@
 import QtQuick
+import Tallyglass
 
 // Text that can be selected and copied, such as a path. Wraps anywhere, since paths have few spaces.
 TextEdit {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Tallyglass
 
 // A modal card over the dimmed window. Escape closes it; Tab stays within it; what had the keyboard before gets
 // it back. Children stand in a column that scrolls when the window is too low; `footer` stays below them.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Tallyglass
 
 // One number: what is measured, the value and a small line below. One text to a screen reader.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import Tallyglass
 
 // A symbol by the system's name for it. Decoration: what it says stands in words beside it.
 Text {

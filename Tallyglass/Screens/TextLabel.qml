@@ -1,4 +1,5 @@
 import QtQuick
+import Tallyglass
 
 // A piece of text in the style of the body; the other styles derive from it.
 Text {

@@ -89,8 +89,8 @@ QColor Theme::textColor(Role role) const {
 namespace {
 
 template <typename ColorOf>
-QVariantList byRole(const ColorOf& colorOf) {
-    QVariantList list;
+QList<QColor> byRole(const ColorOf& colorOf) {
+    QList<QColor> list;
     for (int role = 0; role <= static_cast<int>(Theme::Role::critical); ++role)
         list.append(colorOf(static_cast<Theme::Role>(role)));
     return list;
@@ -98,10 +98,10 @@ QVariantList byRole(const ColorOf& colorOf) {
 
 } // namespace
 
-QVariantList Theme::colors() const {
+QList<QColor> Theme::colors() const {
     return byRole([this](Role role) { return color(role); });
 }
-QVariantList Theme::textColors() const {
+QList<QColor> Theme::textColors() const {
     return byRole([this](Role role) { return textColor(role); });
 }
 

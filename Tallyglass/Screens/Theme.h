@@ -9,9 +9,9 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QColor>
+#include <QList>
 #include <QObject>
 #include <QString>
-#include <QVariantList>
 
 class QQmlEngine;
 
@@ -30,8 +30,8 @@ class Theme : public QObject {
 
     /// The colour of symbols and shapes, and of text, for a role that C++ chose:
     /// `Theme.colors[content.role]`.
-    Q_PROPERTY(QVariantList colors READ colors NOTIFY changed)
-    Q_PROPERTY(QVariantList textColors READ textColors NOTIFY changed)
+    Q_PROPERTY(QList<QColor> colors READ colors NOTIFY changed)
+    Q_PROPERTY(QList<QColor> textColors READ textColors NOTIFY changed)
 
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor accentSoft READ accentSoft NOTIFY changed)
@@ -87,8 +87,8 @@ public:
     [[nodiscard]] QColor color(Role role) const;
     /// As `color`, darker or lighter where text of that colour would be hard to read.
     [[nodiscard]] QColor textColor(Role role) const;
-    [[nodiscard]] QVariantList colors() const;
-    [[nodiscard]] QVariantList textColors() const;
+    [[nodiscard]] QList<QColor> colors() const;
+    [[nodiscard]] QList<QColor> textColors() const;
 
     [[nodiscard]] QColor accent() const { return color(Role::accent); }
     [[nodiscard]] QColor accentSoft() const { return color(Role::accentSoft); }

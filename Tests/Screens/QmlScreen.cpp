@@ -18,7 +18,8 @@ QmlScreen::QmlScreen(const QByteArray& source, const QVariantMap& properties, QS
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     QQmlComponent component(&m_engine);
     component.setData("import QtQuick\nimport Tallyglass\n" + source, QUrl(QStringLiteral("qrc:/test.qml")));
-    m_root.reset(component.createWithInitialProperties(properties));
+    if (component.isReady())
+        m_root.reset(component.createWithInitialProperties(properties));
     if (!m_root)
         throw std::runtime_error(component.errorString().toStdString());
 
