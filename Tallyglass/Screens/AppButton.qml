@@ -19,6 +19,7 @@ T.Button {
     horizontalPadding: text === "" ? Theme.unit / 2 : Theme.unit * 1.5
     verticalPadding: Theme.unit / 2
     opacity: enabled ? 1 : 0.5
+    Accessible.onPressAction: if (enabled) clicked()
     Accessible.name: text === "" ? hint : text
     Accessible.description: text === "" ? "" : hint
 

@@ -2,10 +2,10 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass
 
-// Picks one of a few options that stand side by side. One stop for Tab; the arrows, Home and End move.
-T.Control {
+// Picks one of a few options that stand side by side; `title` names what is picked. One stop for Tab; the arrows,
+// Home and End move.
+T.GroupBox {
     id: picker
-    property string label
     property var options: []
     property int currentIndex: 0
     signal picked(int index)
@@ -19,9 +19,8 @@ T.Control {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: 2
+    Accessible.name: title
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Grouping
-    Accessible.name: label
 
     Keys.onLeftPressed: move(currentIndex - 1)
     Keys.onRightPressed: move(currentIndex + 1)
@@ -38,22 +37,22 @@ T.Control {
     contentItem: Row {
         Repeater {
             model: picker.options
-            T.AbstractButton {
+            T.RadioButton {
                 id: segment
                 required property int index
                 required property string modelData
                 readonly property bool current: index === picker.currentIndex
 
                 text: modelData
+                checked: current
                 focusPolicy: Qt.NoFocus
                 hoverEnabled: true
                 implicitWidth: words.implicitWidth + Theme.unit * 3
                 implicitHeight: Theme.controlHeight - 4
-                Accessible.role: Accessible.RadioButton
                 Accessible.name: text
-                Accessible.checkable: true
-                Accessible.checked: current
+                Accessible.onPressAction: picker.move(index)
                 onClicked: {
+                    checked = Qt.binding(() => segment.current); // the picker decides
                     picker.forceActiveFocus(Qt.MouseFocusReason);
                     picker.move(index);
                 }

@@ -42,6 +42,11 @@ QmlScreen::~QmlScreen() {
     m_root.reset();
 }
 
+AccessibleTree QmlScreen::tree() const {
+    QAccessible::setActive(true); // tells each control that there is now; later ones don't learn of it
+    return AccessibleTree(m_window);
+}
+
 void QmlScreen::until(const std::function<bool()>& condition) {
     const QDeadlineTimer deadline(20'000);
     while (!condition()) {

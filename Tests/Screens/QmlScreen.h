@@ -24,7 +24,8 @@ public:
     explicit QmlScreen(const QByteArray& source, const QVariantMap& properties = {}, QSize size = {900, 720});
     ~QmlScreen();
 
-    [[nodiscard]] AccessibleTree tree() const { return AccessibleTree(m_window); }
+    /// As a screen reader finds it that starts now.
+    [[nodiscard]] AccessibleTree tree() const;
     [[nodiscard]] QQuickWindow* window() const { return m_window; }
     [[nodiscard]] QObject* root() const { return m_root.get(); }
     [[nodiscard]] Theme& theme() { return *Theme::of(m_engine); }

@@ -1,9 +1,8 @@
-// The main of tests that need Qt: off screen, drawn by the software renderer, with accessibility on. A
-// warning from Qt or QML fails the test in which it comes.
+// The main of tests that need Qt: off screen, drawn by the software renderer. A warning from Qt or QML fails
+// the test in which it comes.
 
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QGuiApplication>
 #include <QStandardPaths>
 #include <QtGlobal>
@@ -27,7 +26,6 @@ int main(int argc, char** argv) {
     QStandardPaths::setTestModeEnabled(true);
     testing::InitGoogleTest(&argc, argv);
     QGuiApplication application(argc, argv);
-    QAccessible::setActive(true);
     qInstallMessageHandler(failOnWarning);
     const int result = RUN_ALL_TESTS();
     qInstallMessageHandler(nullptr);
