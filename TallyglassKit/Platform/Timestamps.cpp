@@ -22,6 +22,7 @@ struct Patterns {
             icu::DateTimePatternGenerator::createInstance(icutext::icuLocale(locale), status));
         status.check("find a date pattern");
         monthAndDay = generator->getBestPattern(u"MMMd", status);
+        monthAndYear = generator->getBestPattern(u"yMMM", status);
         // The long joint, which is the "at" of "Nov 22 at 7 PM", takes {1} for the date and {0} for the time.
         const icu::SimpleFormatter joint(generator->getDateTimeFormat(UDAT_LONG, status), 2, 2, status);
         joint.format(generator->getBestPattern(u"jmm", status), generator->getBestPattern(u"yMMMd", status),
@@ -32,6 +33,7 @@ struct Patterns {
     std::string identifier;
     icu::UnicodeString timestamp;
     icu::UnicodeString monthAndDay;
+    icu::UnicodeString monthAndYear;
 };
 
 std::string format(Date date, icu::UnicodeString Patterns::*pattern, const UserLocale& locale) {
@@ -57,6 +59,10 @@ std::string formatTimestamp(Date date, const UserLocale& locale) {
 
 std::string formatMonthAndDay(Date date, const UserLocale& locale) {
     return format(date, &Patterns::monthAndDay, locale);
+}
+
+std::string formatMonthAndYear(Date date, const UserLocale& locale) {
+    return format(date, &Patterns::monthAndYear, locale);
 }
 
 std::optional<std::string> formatIso8601(Date date) {

@@ -18,6 +18,9 @@ namespace tallyglass {
 /// "Nov 22": an abbreviated month and the day.
 [[nodiscard]] std::string formatMonthAndDay(Date date, const UserLocale& locale = UserLocale::current());
 
+/// "Nov 2026": an abbreviated month and the year.
+[[nodiscard]] std::string formatMonthAndYear(Date date, const UserLocale& locale = UserLocale::current());
+
 /// "2026-11-22T19:38:00.123Z": UTC, rounded to milliseconds. Absent outside the years 0000 to 9999, for which
 /// ISO 8601 has no such form.
 [[nodiscard]] std::optional<std::string> formatIso8601(Date date);

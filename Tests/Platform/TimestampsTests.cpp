@@ -16,6 +16,7 @@ constexpr Date evening = dateSince1970(1'795'376'280); // 2026-11-22 19:38:00 UT
 TEST(Timestamps, showAnAbbreviatedDateAndAShortTime) {
     EXPECT_EQ(formatTimestamp(evening, english), "Nov 22, 2026 at 7:38\u202FPM");
     EXPECT_EQ(formatMonthAndDay(evening, english), "Nov 22");
+    EXPECT_EQ(formatMonthAndYear(evening, english), "Nov 2026");
 }
 
 TEST(Timestamps, followTheTimeZoneAndTheLocale) {
