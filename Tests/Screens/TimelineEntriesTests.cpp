@@ -190,7 +190,7 @@ TEST_F(TimelineSelection, takesTheEntryNearestToThePointer) {
     EXPECT_EQ(indexAtPosition(entries, 1.5), 2U);
     EXPECT_EQ(indexAtPosition(entries, -0.4), 0U);
     EXPECT_EQ(indexAtPosition(entries, -0.6), std::nullopt);
-    EXPECT_EQ(indexAtPosition(entries, 4.6), std::nullopt);
+    EXPECT_EQ(indexAtPosition(entries, 5.6), std::nullopt);
 }
 
 TEST_F(TimelineSelection, isFoundAgainByTheDateOfTheBackup) {
