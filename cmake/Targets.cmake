@@ -32,7 +32,8 @@ function(tallyglass_library name)
         target_link_libraries(${name} INTERFACE TallyglassCompileOptions ${ARGN})
         return()
     endif()
-    add_library(${name} STATIC ${sources})
+    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h) # for Qt's code generator
+    add_library(${name} STATIC ${sources} ${headers})
     target_link_libraries(${name} PUBLIC TallyglassCompileOptions ${ARGN})
     if(CMAKE_AUTOMOC) # sees only headers that are sources too
         file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)

@@ -33,8 +33,13 @@ TaskMailbox::TaskMailbox(QObject* receiver) : m_receiver(receiver), m_door(new D
 
 void TaskMailbox::deliver(std::function<void()> action) {
     const std::lock_guard lock(m_mutex);
-    if (m_door)
-        QMetaObject::invokeMethod(m_door, std::move(action), Qt::QueuedConnection);
+    if (!m_door)
+        return;
+    const auto unlessClosed = [door = m_door, action = std::move(action)] {
+        if (door->m_mailbox)
+            action();
+    };
+    QMetaObject::invokeMethod(m_door, unlessClosed, Qt::QueuedConnection);
 }
 
 void TaskMailbox::close() {

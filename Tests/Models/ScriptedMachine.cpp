@@ -1,0 +1,78 @@
+#include "Tests/Models/ScriptedMachine.h"
+
+#include <fmt/chrono.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace tallyglass::test {
+
+namespace fs = std::filesystem;
+
+ScriptedMachine::ScriptedMachine() {
+    const auto tool = m_folder.write("usr/bin/tmutil", fmt::format(R"(#!/bin/sh
+cd '{}' || exit 99
+echo "$1" >> calls
+[ -e "answers/$1.error" ] && {{ cat "answers/$1.error" >&2; exit 1; }}
+[ -e "answers/$1" ] && cat "answers/$1"
+exit 0
+)",
+                                                                   m_folder.path().string()));
+    fs::permissions(tool, fs::perms::owner_all);
+    setStatus("Running = 0;");
+}
+
+void ScriptedMachine::answer(const std::string& verb, const std::string& output) const {
+    fs::remove(m_folder / "answers" / (verb + ".error"));
+    m_folder.write("answers/" + verb, output);
+}
+
+void ScriptedMachine::fail(const std::string& verb, const std::string& error) const {
+    m_folder.write("answers/" + verb + ".error", error);
+}
+
+void ScriptedMachine::setStatus(const std::string& entries) const {
+    answer("status", "Backup session status:\n{\n" + entries + "\n}\n");
+}
+
+void ScriptedMachine::setDestinations(const std::vector<std::string>& identifiers, int backups) const {
+    std::string dates;
+    for (int age = backups; age > 0; --age)
+        dates += fmt::format("<date>{:%FT%TZ}</date>",
+                             fmt::gmtime(static_cast<std::time_t>(secondsSince1970(*now)) - age * 3600));
+    std::string destinations;
+    for (const auto& identifier : identifiers)
+        destinations += "<dict><key>DestinationID</key><string>" + identifier +
+                        "</string><key>SnapshotDates</key><array>" + dates + "</array></dict>";
+    m_folder.write("Library/Preferences/com.apple.TimeMachine.plist",
+                   "<plist><dict><key>AutoBackup</key><true/><key>Destinations</key><array>" + destinations +
+                       "</array></dict></plist>");
+}
+
+void ScriptedMachine::setManifest(int xid) const {
+    m_folder.write(ManifestReader::exportPath.substr(1),
+                   fmt::format("<plist><array><date>2026-07-20T12:29:43Z</date><dict><key>xid</key>"
+                               "<integer>{}</integer></dict></array></plist>",
+                               xid));
+}
+
+void ScriptedMachine::grantAccess() const {
+    m_folder.write(FullDiskAccessProbe::canaryPath.substr(1), "");
+}
+
+std::vector<std::string> ScriptedMachine::calls() const {
+    std::vector<std::string> calls;
+    std::ifstream file(m_folder / "calls");
+    for (std::string line; std::getline(file, line);)
+        calls.push_back(line);
+    return calls;
+}
+
+AppSurroundings ScriptedMachine::surroundings() const {
+    AppSurroundings surroundings(paths());
+    surroundings.clock = [now = now] { return *now; };
+    surroundings.makeTimer = TestTimer::factory(timer);
+    return surroundings;
+}
+
+} // namespace tallyglass::test

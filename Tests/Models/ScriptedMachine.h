@@ -1,0 +1,46 @@
+// A machine in a temporary folder whose tmutil is a real program that says what the test wrote down for it,
+// with a clock and a timer that the test sets.
+
+#pragma once
+
+#include "Tallyglass/Models/AppModel.h"
+#include "Tests/Models/TestTimer.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <string>
+#include <vector>
+
+namespace tallyglass::test {
+
+class ScriptedMachine {
+public:
+    /// Has tmutil, asked for `verb`, print this and exit with 0.
+    void answer(const std::string& verb, const std::string& output) const;
+    /// Has it fail with `error` on standard error.
+    void fail(const std::string& verb, const std::string& error) const;
+    /// What "tmutil status" says: `entries` are of the form "Running = 1;".
+    void setStatus(const std::string& entries) const;
+    /// The preferences, with this many backups an hour apart on each destination, the last an hour ago.
+    void setDestinations(const std::vector<std::string>& identifiers, int backups = 3) const;
+    /// The helper's copy of the manifest, with one row of this transaction.
+    void setManifest(int xid) const;
+    void grantAccess() const;
+
+    /// The verbs that tmutil was asked for, in their order.
+    [[nodiscard]] std::vector<std::string> calls() const;
+    [[nodiscard]] AppSurroundings surroundings() const;
+
+    const TemporaryFolder& folder() const { return m_folder; }
+    [[nodiscard]] SystemPaths paths() const { return SystemPaths(m_folder.path()); }
+
+    /// Starts with an idle engine and no settings.
+    ScriptedMachine();
+
+    const std::shared_ptr<TestTimer::State> timer = std::make_shared<TestTimer::State>();
+    const std::shared_ptr<Date> now = std::make_shared<Date>(dateSince1970(1'764'000'000));
+
+private:
+    TemporaryFolder m_folder;
+};
+
+} // namespace tallyglass::test
