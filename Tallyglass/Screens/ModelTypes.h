@@ -2,7 +2,10 @@
 
 #pragma once
 
+#include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/HelperSetup.h"
 
 #include <qqmlintegration.h>
 
@@ -12,6 +15,27 @@ struct AppModelType {
     Q_GADGET
     QML_FOREIGN(tallyglass::AppModel)
     QML_NAMED_ELEMENT(AppModel)
+    QML_UNCREATABLE("made by the application")
+};
+
+struct HelperSetupType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::HelperSetup)
+    QML_NAMED_ELEMENT(HelperSetup)
+    QML_UNCREATABLE("made by the application")
+};
+
+struct PasteboardType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::Pasteboard)
+    QML_NAMED_ELEMENT(Pasteboard)
+    QML_UNCREATABLE("made by the application")
+};
+
+struct WorkspaceType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::Workspace)
+    QML_NAMED_ELEMENT(Workspace)
     QML_UNCREATABLE("made by the application")
 };
 

@@ -2,13 +2,16 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass
 
-// Picks one of a few options that stand side by side; `title` names what is picked. One stop for Tab; the arrows,
-// Home and End move.
-T.GroupBox {
+// Picks one of a few options that stand side by side. One stop for Tab; the arrows, Home and End move.
+Item {
     id: picker
+    property string label
     property var options: []
     property int currentIndex: 0
     signal picked(int index)
+
+    readonly property bool visualFocus: activeFocus && !byPointer
+    property bool byPointer: false
 
     function move(index: int) {
         const target = Math.max(0, Math.min(options.length - 1, index));
@@ -16,15 +19,17 @@ T.GroupBox {
             picked(target);
     }
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    padding: 2
-    Accessible.name: title
-    focusPolicy: Qt.StrongFocus
+    implicitWidth: segments.implicitWidth + 4
+    implicitHeight: segments.implicitHeight + 4
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Grouping
+    Accessible.name: label
 
+    onActiveFocusChanged: if (!activeFocus) byPointer = false
     Keys.onLeftPressed: move(currentIndex - 1)
     Keys.onRightPressed: move(currentIndex + 1)
     Keys.onPressed: event => {
+        byPointer = false;
         if (event.key === Qt.Key_Home)
             move(0);
         else if (event.key === Qt.Key_End)
@@ -34,7 +39,18 @@ T.GroupBox {
         event.accepted = true;
     }
 
-    contentItem: Row {
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.controlRadius
+        color: hover.hovered ? Theme.hoverGround : Theme.controlGround
+    }
+    HoverHandler { id: hover }
+    FocusRing {}
+
+    Row {
+        id: segments
+        x: 2
+        y: 2
         Repeater {
             model: picker.options
             T.RadioButton {
@@ -47,18 +63,18 @@ T.GroupBox {
                 checked: current
                 focusPolicy: Qt.NoFocus
                 hoverEnabled: true
-                implicitWidth: words.implicitWidth + Theme.unit * 3
+                implicitWidth: widestWords.implicitWidth + Theme.unit * 3
                 implicitHeight: Theme.controlHeight - 4
                 Accessible.name: text
                 Accessible.onPressAction: picker.move(index)
                 onClicked: {
                     checked = Qt.binding(() => segment.current); // the picker decides
+                    picker.byPointer = true;
                     picker.forceActiveFocus(Qt.MouseFocusReason);
                     picker.move(index);
                 }
 
                 contentItem: TextLabel {
-                    id: words
                     text: segment.text
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
@@ -73,13 +89,14 @@ T.GroupBox {
                     border.width: segment.current ? 1 : 0
                     border.color: Theme.line
                 }
+                TextLabel { // as wide as when it is picked, so that nothing moves
+                    id: widestWords
+                    visible: false
+                    text: segment.text
+                    wrapMode: Text.NoWrap
+                    font.weight: Font.DemiBold
+                }
             }
         }
-    }
-    background: Rectangle {
-        radius: Theme.controlRadius
-        color: segmentHover.hovered ? Theme.hoverGround : Theme.controlGround
-        HoverHandler { id: segmentHover }
-        FocusRing { shown: picker.visualFocus }
     }
 }

@@ -77,7 +77,7 @@ TEST(AppButton, isPressedByScreenReaderAndReturn) {
 }
 
 TEST(SegmentedPicker, movesByArrowsAndByScreenReader) {
-    QmlScreen screen("Item { SegmentedPicker { title: 'Metric'; options: ['One', 'Two', 'Three'];"
+    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; options: ['One', 'Two', 'Three'];"
                      "onPicked: index => currentIndex = index } }");
     const auto checked = [&](const char* name) {
         return screen.tree().get(QAccessible::RadioButton, name).isChecked();

@@ -1,0 +1,47 @@
+#include "Tallyglass/Screens/DestinationHeaderContent.h"
+
+#include "Tallyglass/Screens/Words.h"
+#include "TallyglassKit/Access/TMDestination.h"
+#include "TallyglassKit/Health/Fmt.h"
+#include "TallyglassKit/Platform/Timestamps.h"
+
+#include <QCoreApplication>
+
+namespace tallyglass {
+
+namespace {
+
+class DestinationHeader {
+    Q_DECLARE_TR_FUNCTIONS(DestinationHeader)
+};
+
+} // namespace
+
+DestinationHeaderContent destinationHeaderContent(const TMDestination& destination,
+                                                  bool differentiateWithoutColor) {
+    DestinationHeaderContent content;
+    content.symbol = destination.kind == TMDestination::Kind::network
+                         ? QStringLiteral("externaldrive.connected.to.line.below.fill")
+                         : QStringLiteral("externaldrive.fill");
+    content.name = words(destination.displayName());
+    content.url = words(destination.networkURL.value_or(""));
+    content.isEncrypted = destination.isEncrypted.value_or(false);
+    content.ring = capacityRingContent(destination.usedFraction(), destination.bytesUsed,
+                                       destination.totalBytes(), differentiateWithoutColor);
+
+    content.used = {.label = DestinationHeader::tr("Used"),
+                    .value = words(Fmt::size(destination.bytesUsed)),
+                    .caption = DestinationHeader::tr("of %1").arg(words(Fmt::size(destination.totalBytes())))};
+    content.free = {.label = DestinationHeader::tr("Free"),
+                    .value = words(Fmt::size(destination.bytesAvailable)),
+                    .caption = {}};
+    content.backups = {.label = DestinationHeader::tr("Backups"),
+                       .value = QString::number(destination.snapshotDates.size()),
+                       .caption = {}};
+    if (!destination.snapshotDates.empty())
+        content.backups.caption = DestinationHeader::tr("since %1").arg(
+            words(formatMonthAndDay(destination.snapshotDates.front())));
+    return content;
+}
+
+} // namespace tallyglass

@@ -1,0 +1,62 @@
+// What the head of the dashboard says about a destination: its name and kind, how full it is and how many
+// backups it holds. A value, made anew from the destination.
+
+#pragma once
+
+#include "Tallyglass/Screens/CapacityRingContent.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QMetaType>
+#include <QString>
+
+namespace tallyglass {
+
+struct TMDestination;
+
+struct StatTileContent {
+    Q_GADGET
+    QML_VALUE_TYPE(statTileContent)
+
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString value MEMBER value)
+    Q_PROPERTY(QString caption MEMBER caption)
+
+public:
+    QString label;
+    QString value;
+    QString caption; ///< empty when there is nothing to add
+
+    friend bool operator==(const StatTileContent&, const StatTileContent&) = default;
+};
+
+struct DestinationHeaderContent {
+    Q_GADGET
+    QML_VALUE_TYPE(destinationHeaderContent)
+
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString url MEMBER url)
+    Q_PROPERTY(bool isEncrypted MEMBER isEncrypted)
+    Q_PROPERTY(tallyglass::CapacityRingContent ring MEMBER ring)
+    Q_PROPERTY(tallyglass::StatTileContent used MEMBER used)
+    Q_PROPERTY(tallyglass::StatTileContent free MEMBER free)
+    Q_PROPERTY(tallyglass::StatTileContent backups MEMBER backups)
+
+public:
+    QString symbol; ///< by the kind of destination
+    QString name;
+    QString url;              ///< empty for a destination that isn't on the network
+    bool isEncrypted = false; ///< known to be
+    CapacityRingContent ring;
+    StatTileContent used;
+    StatTileContent free;
+    StatTileContent backups;
+
+    friend bool operator==(const DestinationHeaderContent&, const DestinationHeaderContent&) = default;
+};
+
+[[nodiscard]] DestinationHeaderContent destinationHeaderContent(const TMDestination& destination,
+                                                                bool differentiateWithoutColor);
+
+} // namespace tallyglass
