@@ -38,6 +38,7 @@ function(tallyglass_library name)
     if(CMAKE_AUTOMOC) # sees only headers that are sources too
         file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
         target_sources(${name} PRIVATE ${headers})
+        file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp) # runs again for a new one
     endif()
 endfunction()
 
