@@ -74,9 +74,8 @@ ActivityCardContent activityCardContent(const BackupStatus& status, const std::o
 
 BackupButtonContent backupButtonContent(const BackupStatus& status) {
     if (status.isRunning)
-        return {.text = BackupButton::tr("Stop Backup"),
-                .symbol = QStringLiteral("stop.circle"),
-                .stops = true};
+        return {
+            .text = BackupButton::tr("Stop Backup"), .symbol = QStringLiteral("stop.circle"), .stops = true};
     return {.text = BackupButton::tr("Back Up Now"),
             .symbol = QStringLiteral("arrow.clockwise.circle"),
             .stops = false};

@@ -31,7 +31,8 @@ DestinationHeaderContent destinationHeaderContent(const TMDestination& destinati
 
     content.used = {.label = DestinationHeader::tr("Used"),
                     .value = words(Fmt::size(destination.bytesUsed)),
-                    .caption = DestinationHeader::tr("of %1").arg(words(Fmt::size(destination.totalBytes())))};
+                    .caption =
+                        DestinationHeader::tr("of %1").arg(words(Fmt::size(destination.totalBytes())))};
     content.free = {.label = DestinationHeader::tr("Free"),
                     .value = words(Fmt::size(destination.bytesAvailable)),
                     .caption = {}};
@@ -39,8 +40,8 @@ DestinationHeaderContent destinationHeaderContent(const TMDestination& destinati
                        .value = QString::number(destination.snapshotDates.size()),
                        .caption = {}};
     if (!destination.snapshotDates.empty())
-        content.backups.caption = DestinationHeader::tr("since %1").arg(
-            words(formatMonthAndDay(destination.snapshotDates.front())));
+        content.backups.caption = DestinationHeader::tr("since %1")
+                                      .arg(words(formatMonthAndDay(destination.snapshotDates.front())));
     return content;
 }
 

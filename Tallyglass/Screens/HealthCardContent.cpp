@@ -49,15 +49,16 @@ void describeResult(HealthCardContent& content, const BackupHealth& health) {
         content.resultCaption = HealthCard::tr("%1 (result code %2)").arg(words(*reason), code);
     else
         content.resultCaption =
-            HealthCard::tr("Time Machine recorded result code %1 for the most recent backup to this destination. "
-                           "This code isn't in our catalogue, so it confirms a problem without naming the cause.")
+            HealthCard::tr(
+                "Time Machine recorded result code %1 for the most recent backup to this destination. "
+                "This code isn't in our catalogue, so it confirms a problem without naming the cause.")
                 .arg(code);
 }
 
 HealthRow rowOf(const BackupHealth::Gap& gap) {
     return {.text = words(Fmt::duration(gap.duration(), DurationStyle::abbreviated)),
-            .caption = HealthCard::tr("· %1 → %2").arg(words(Fmt::timestamp(gap.start)),
-                                                       words(Fmt::timestamp(gap.end)))};
+            .caption = HealthCard::tr("· %1 → %2")
+                           .arg(words(Fmt::timestamp(gap.start)), words(Fmt::timestamp(gap.end)))};
 }
 
 } // namespace
@@ -73,10 +74,9 @@ HealthCardContent healthCardContent(const BackupHealth& health, const TMDestinat
     HealthCardContent content;
     describeLevel(content, health.level());
     content.summary = words(health.summary());
-    content.cadence =
-        HealthCard::tr("Last backup %1 · typically every %2")
-            .arg(words(Fmt::relative(destination.latestSnapshot(), now)),
-                 words(Fmt::duration(health.medianInterval, DurationStyle::abbreviated)));
+    content.cadence = HealthCard::tr("Last backup %1 · typically every %2")
+                          .arg(words(Fmt::relative(destination.latestSnapshot(), now)),
+                               words(Fmt::duration(health.medianInterval, DurationStyle::abbreviated)));
     if (health.lastBackupFailed())
         describeResult(content, health);
 
