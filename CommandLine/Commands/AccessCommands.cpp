@@ -7,7 +7,9 @@
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 #include "TallyglassKit/Access/ManifestReader.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
+#include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Health/Fmt.h"
+#include "TallyglassKit/Platform/Clock.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -19,12 +21,22 @@ namespace {
 void status(const Context& context) {
     const auto status = context.runner().status(context.stop);
     const auto access = FullDiskAccessProbe::probe(context.paths);
+    const auto settings = TimeMachinePreferences().read(context.paths);
+    const Date now = systemTime();
+    JSON summaries = JSON::array();
+    std::string lines;
+    for (const auto& destination : settings ? settings->destinations : std::vector<TMDestination>()) {
+        const auto health = BackupHealth::analyze(destination, now);
+        summaries.push_back({{"destination", destination.displayName()}, {"summary", health.summary()}});
+        lines += describe(destination, health) + "\n";
+    }
     if (context.json) {
         auto document = toJSON(status);
         document["access"] = rawValue(access);
+        document["health"] = summaries;
         return context.print(document);
     }
-    context.out << describe(status) << "\n" << describe(access) << "\n";
+    context.out << describe(status) << "\n" << lines << describe(access) << "\n";
 }
 
 void settings(const Context& context) {

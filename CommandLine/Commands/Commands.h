@@ -16,6 +16,7 @@ namespace tallyglass::commandline {
 using Action = std::function<void(const Context&)>;
 
 void addAccessCommands(CLI::App& app, Action& chosen); ///< status, settings, backups, manifest
+void addHealthCommand(CLI::App& app, Action& chosen);  ///< health
 void addCompareCommand(CLI::App& app, Action& chosen); ///< compare
 void addCacheCommands(CLI::App& app, Action& chosen);  ///< comparisons, search, rollups, history-of-changes
 void addPropertyListCommand(CLI::App& app, Action& chosen); ///< plist

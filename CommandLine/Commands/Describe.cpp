@@ -4,6 +4,7 @@
 #include "TallyglassKit/Access/TMDestination.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Comparison/Comparison.h"
+#include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
 #include "TallyglassKit/Platform/GroupedNumber.h"
@@ -88,6 +89,10 @@ std::string describe(const TMDestination& destination) {
     if (const auto latest = destination.latestSnapshot())
         text += ", latest " + Fmt::timestamp(*latest);
     return text;
+}
+
+std::string describe(const TMDestination& destination, const BackupHealth& health) {
+    return destination.displayName() + ": " + health.summary();
 }
 
 std::string describe(const Comparison& comparison) {

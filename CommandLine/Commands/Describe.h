@@ -10,6 +10,7 @@
 #include <string>
 
 namespace tallyglass {
+struct BackupHealth;
 struct BackupStatus;
 struct ChangeRecord;
 struct Comparison;
@@ -26,6 +27,9 @@ namespace tallyglass::commandline {
 
 /// Such as "Backups of mini: 41.2 MB of 50 MB used (82 %), 60 backups, latest Nov 22, 2026 at 7:38 PM".
 [[nodiscard]] std::string describe(const TMDestination& destination);
+
+/// Such as "mini: Backups healthy".
+[[nodiscard]] std::string describe(const TMDestination& destination, const BackupHealth& health);
 
 /// Such as "12 added, 3 removed, 40 modified, +1.2 MB in all".
 [[nodiscard]] std::string describe(const Comparison& comparison);

@@ -6,6 +6,7 @@
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Comparison/Comparison.h"
 #include "TallyglassKit/Comparison/DirectoryRollup.h"
+#include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Platform/Timestamps.h"
 
 namespace tallyglass::commandline {
@@ -45,6 +46,24 @@ JSON toJSON(const TMDestination& destination) {
             {"totalBytes", toJSON(destination.totalBytes())},
             {"usedFraction", toJSON(destination.usedFraction())},
             {"latestSnapshot", toJSON(destination.latestSnapshot())}};
+}
+
+JSON toJSON(const BackupHealth& health) {
+    JSON gaps = JSON::array();
+    for (const auto& gap : health.gaps)
+        gaps.push_back(
+            {{"start", toJSON(gap.start)}, {"end", toJSON(gap.end)}, {"duration", gap.duration()}});
+    return {{"level", rawValue(health.level())},
+            {"summary", health.summary()},
+            {"suspectedFailedAttempts", toJSONArray(health.suspectedFailedAttempts)},
+            {"gaps", gaps},
+            {"timeSinceLastBackup", toJSON(health.timeSinceLastBackup)},
+            {"medianInterval", toJSON(health.medianInterval)},
+            {"usedFraction", toJSON(health.usedFraction)},
+            {"lastBackupResult", toJSON(health.lastBackupResult)},
+            {"lastBackupFailed", health.lastBackupFailed()},
+            {"lastBackupWasDeferred", health.lastBackupWasDeferred()},
+            {"lastBackupReason", toJSON(health.lastBackupReason())}};
 }
 
 JSON toJSON(const TMSettings& settings) {

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 namespace tallyglass {
+struct BackupHealth;
 struct BackupManifestEntry;
 struct BackupStatus;
 struct ChangeRecord;
@@ -26,6 +27,7 @@ using JSON = nlohmann::ordered_json;
 [[nodiscard]] JSON toJSON(const TMDestination& destination); ///< with its derived values
 [[nodiscard]] JSON toJSON(const TMSettings& settings);
 [[nodiscard]] JSON toJSON(const BackupManifestEntry& entry); ///< with `duration`
+[[nodiscard]] JSON toJSON(const BackupHealth& health);       ///< with its verdict
 [[nodiscard]] JSON toJSON(const Comparison& comparison);     ///< with `netBytesFormatted`
 [[nodiscard]] JSON toJSON(const ChangeRecord& change);
 [[nodiscard]] JSON toJSON(const DirectoryRollup& rollup);
@@ -34,7 +36,7 @@ template <typename Value>
 [[nodiscard]] JSON toJSON(const std::optional<Value>& value) {
     if (!value)
         return nullptr;
-    if constexpr (std::is_arithmetic_v<Value> || std::is_convertible_v<Value, std::string>)
+    if constexpr (std::is_arithmetic_v<Value> || std::is_convertible_v<Value, std::string_view>)
         return *value;
     else
         return toJSON(*value);

@@ -76,6 +76,7 @@ int runTally(int argc, char** argv) {
     Action chosen;
     addOverviewCommand(app, chosen);
     addAccessCommands(app, chosen);
+    addHealthCommand(app, chosen);
     addCompareCommand(app, chosen);
     addCacheCommands(app, chosen);
     addPropertyListCommand(app, chosen);

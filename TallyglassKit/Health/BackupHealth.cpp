@@ -140,4 +140,16 @@ std::string BackupHealth::summary() const {
     return "Destination filling up";
 }
 
+std::string_view rawValue(BackupHealth::Level level) {
+    switch (level) {
+    case BackupHealth::Level::healthy:
+        return "healthy";
+    case BackupHealth::Level::warning:
+        return "warning";
+    case BackupHealth::Level::critical:
+        return "critical";
+    }
+    return {};
+}
+
 } // namespace tallyglass

@@ -63,4 +63,6 @@ private:
     [[nodiscard]] bool isOverdue() const;
 };
 
+[[nodiscard]] std::string_view rawValue(BackupHealth::Level level);
+
 } // namespace tallyglass

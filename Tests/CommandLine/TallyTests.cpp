@@ -68,8 +68,8 @@ TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
     const auto help = tally({"--help"});
     EXPECT_EQ(help.exitCode, 0);
     for (const char* word :
-         {"status", "settings", "backups", "manifest", "compare", "comparisons", "search", "rollups",
-          "history-of-changes", "plist", "--root", "--json", "130", "Full Disk Access"})
+         {"status", "health", "settings", "backups", "manifest", "compare", "comparisons", "search",
+          "rollups", "history-of-changes", "plist", "--root", "--json", "130", "Full Disk Access"})
         EXPECT_THAT(help.out, HasSubstr(word));
     EXPECT_THAT(tally({"compare", "--help"}).out, HasSubstr("--no-limit"));
 }
@@ -79,7 +79,7 @@ TEST_F(TallyTest, tellsStatusAndSettings) {
     EXPECT_EQ(status.at("isRunning"), false);
     EXPECT_EQ(status.at("percent"), nullptr);
     EXPECT_EQ(status.at("access"), "granted");
-    EXPECT_EQ(status.size(), 11U);
+    EXPECT_EQ(status.size(), 12U);
     EXPECT_THAT(onMachine({"status"}).out, StartsWith("Idle\n"));
 
     const auto destination = onMachine({"--json", "settings"}).json().at("destinations").at(0);
@@ -90,6 +90,45 @@ TEST_F(TallyTest, tellsStatusAndSettings) {
     EXPECT_THAT(destination.at("latestSnapshot"), testing::Truly([](const nlohmann::json& date) {
                     return date.get<std::string>().size() == 24 && date.get<std::string>().ends_with("Z");
                 }));
+}
+
+TEST_F(TallyWithScriptTest, judgesTheHealthOfEachDestination) {
+    folder().write("root/Library/Preferences/com.apple.TimeMachine.plist", R"(<plist><dict>
+        <key>Destinations</key><array>
+        <dict><key>DestinationID</key><string>A</string><key>LastKnownVolumeName</key><string>Full</string>
+        <key>BytesUsed</key><integer>96</integer><key>BytesAvailable</key><integer>4</integer>
+        <key>SnapshotDates</key><array>
+        <date>2026-01-01T00:00:00Z</date><date>2026-01-01T01:00:00Z</date><date>2026-01-01T02:00:00Z</date>
+        <date>2026-01-01T03:00:00Z</date><date>2026-01-01T09:00:00Z</date></array>
+        <key>AttemptDates</key><array><date>2026-01-01T05:00:00Z</date></array>
+        <key>RESULT</key><integer>1009</integer></dict>
+        <dict><key>DestinationID</key><string>B</string><key>LastKnownVolumeName</key><string>New</string></dict>
+        </array></dict></plist>)");
+    tmutilDoes("echo 'Backup session status: { Running = 0; }'");
+
+    const auto health = tally({"--root", root(), "health", "--json"}).json();
+    ASSERT_EQ(health.size(), 2U);
+    EXPECT_EQ(health[0].at("destination"), "Full");
+    EXPECT_EQ(health[0].at("level"), "critical");
+    EXPECT_EQ(health[0].at("summary"), "Destination almost full");
+    EXPECT_EQ(health[0].at("suspectedFailedAttempts").size(), 1U);
+    EXPECT_EQ(health[0].at("gaps").at(0).at("duration"), 21600);
+    EXPECT_EQ(health[0].at("medianInterval"), 3600);
+    EXPECT_EQ(health[0].at("lastBackupWasDeferred"), true);
+    EXPECT_EQ(health[1].at("level"), "healthy");
+    EXPECT_EQ(health[1].at("medianInterval"), nullptr);
+
+    const auto text = tally({"--root", root(), "health"}).out;
+    EXPECT_THAT(text, StartsWith("Full: Destination almost full\n  Level: critical\n"));
+    EXPECT_THAT(text, HasSubstr("  Last result: 1009, The backup will continue when connected"));
+    EXPECT_THAT(text, HasSubstr("\n  Longer than usual: 6h · "));
+    EXPECT_THAT(
+        text,
+        HasSubstr("\nNew: Backups healthy\n  Level: healthy\n  Last backup Never, typically every —\n"));
+    const auto status = tally({"--root", root(), "status"}).out;
+    EXPECT_THAT(status, HasSubstr("\nFull: Destination almost full\nNew: Backups healthy\n"));
+    std::filesystem::remove(folder() / "root/Library/Preferences/com.apple.TimeMachine.plist");
+    EXPECT_EQ(tally({"--root", root(), "health"}).out, "This computer has no backup destination.\n");
 }
 
 TEST_F(TallyTest, listsBackupsAndTheirManifestOldestFirst) {
