@@ -31,13 +31,14 @@ struct BackupHealth {
     static constexpr double defaultSuccessWindow = 3600; ///< seconds
     static constexpr double defaultGapTolerance = 2.5;   ///< times the local median
 
-    std::vector<Date> suspectedFailedAttempts; ///< attempts that no backup followed in time, oldest first
-    std::vector<Gap> gaps;                     ///< oldest first
-    std::optional<double>
-        timeSinceLastBackup;              ///< seconds; negative when the newest snapshot lies in the future
-    std::optional<double> medianInterval; ///< seconds between neighbouring snapshots
-    std::optional<double> usedFraction;   ///< of the destination, 0 to 1
-    std::optional<std::int64_t> lastBackupResult; ///< the destination's, unchanged
+    /// Attempts that no backup followed in time, oldest first.
+    std::vector<Date> suspectedFailedAttempts = {};
+    std::vector<Gap> gaps = {}; ///< oldest first
+    /// Seconds; negative when the newest snapshot lies in the future.
+    std::optional<double> timeSinceLastBackup = {};
+    std::optional<double> medianInterval = {};         ///< seconds between neighbouring snapshots
+    std::optional<double> usedFraction = {};           ///< of the destination, 0 to 1
+    std::optional<std::int64_t> lastBackupResult = {}; ///< the destination's, unchanged
 
     /// Judges `destination` as of `now`. An attempt counts as failed when no snapshot follows it within
     /// `successWindow` seconds; an interval is a gap when it is longer than `gapTolerance` times the median

@@ -1,0 +1,113 @@
+// What the dashboard shows, block by block, made anew when the model changes. Each block tells of a change of
+// its own alone.
+//
+// Main thread only.
+
+#pragma once
+
+#include "Tallyglass/Screens/ActivityCardContent.h"
+#include "Tallyglass/Screens/ConfigurationCardContent.h"
+#include "Tallyglass/Screens/DestinationHeaderContent.h"
+#include "Tallyglass/Screens/HealthCardContent.h"
+#include "Tallyglass/Screens/ModelView.h"
+#include "Tallyglass/Screens/UnlockCardContent.h"
+
+#include <QProperty>
+
+namespace tallyglass {
+
+class DashboardState : public ModelView {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(bool differentiateWithoutColor READ differentiateWithoutColor WRITE
+                   setDifferentiateWithoutColor NOTIFY differentiateWithoutColorChanged)
+    Q_PROPERTY(bool isWaiting READ isWaiting NOTIFY isWaitingChanged)
+    Q_PROPERTY(bool hasDestination READ hasDestination NOTIFY hasDestinationChanged)
+    Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged)
+    Q_PROPERTY(QString error READ error NOTIFY errorChanged)
+    Q_PROPERTY(tallyglass::DestinationHeaderContent header READ header NOTIFY headerChanged)
+    Q_PROPERTY(tallyglass::ActivityCardContent activity READ activity NOTIFY activityChanged)
+    Q_PROPERTY(tallyglass::HealthCardContent health READ health NOTIFY healthChanged)
+    Q_PROPERTY(tallyglass::UnlockCardContent unlock READ unlock NOTIFY unlockChanged)
+    Q_PROPERTY(
+        tallyglass::ConfigurationCardContent configuration READ configuration NOTIFY configurationChanged)
+
+public:
+    using ModelView::ModelView;
+
+    [[nodiscard]] bool differentiateWithoutColor() const { return m_differentiateWithoutColor; }
+    void setDifferentiateWithoutColor(bool differentiate);
+
+    /// The settings are being read for the first time, so that nobody knows yet whether there is a
+    /// destination.
+    [[nodiscard]] bool isWaiting() const { return m_isWaiting; }
+    [[nodiscard]] bool hasDestination() const { return m_hasDestination; }
+    [[nodiscard]] bool isRunning() const { return m_isRunning; } ///< a backup
+    [[nodiscard]] QString error() const { return m_error; }      ///< empty when there is none
+
+    // The blocks. Header and health keep their last content when the destination goes, and the activity when
+    // the backup ends, so that they can leave as they were.
+    [[nodiscard]] DestinationHeaderContent header() const { return m_header; }
+    [[nodiscard]] ActivityCardContent activity() const { return m_activity; }
+    [[nodiscard]] HealthCardContent health() const { return m_health; }
+    [[nodiscard]] UnlockCardContent unlock() const { return m_unlock; }
+    [[nodiscard]] ConfigurationCardContent configuration() const { return m_configuration; }
+
+signals:
+    void differentiateWithoutColorChanged();
+    void isWaitingChanged();
+    void hasDestinationChanged();
+    void isRunningChanged();
+    void errorChanged();
+    void headerChanged();
+    void activityChanged();
+    void healthChanged();
+    void unlockChanged();
+    void configurationChanged();
+
+protected:
+    void update() override;
+
+private:
+    using Self = DashboardState;
+    Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_differentiateWithoutColor,
+                               &DashboardState::differentiateWithoutColorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_isWaiting, &DashboardState::isWaitingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_hasDestination, &DashboardState::hasDestinationChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_isRunning, &DashboardState::isRunningChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, QString, m_error, &DashboardState::errorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, DestinationHeaderContent, m_header, &DashboardState::headerChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, ActivityCardContent, m_activity, &DashboardState::activityChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, HealthCardContent, m_health, &DashboardState::healthChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, UnlockCardContent, m_unlock, &DashboardState::unlockChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, ConfigurationCardContent, m_configuration,
+                               &DashboardState::configurationChanged)
+};
+
+/// What the button says that starts and stops backups.
+class BackupButtonState : public ModelView {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(tallyglass::BackupButtonContent content READ content NOTIFY contentChanged)
+
+public:
+    using ModelView::ModelView;
+
+    [[nodiscard]] BackupButtonContent content() const { return m_content; }
+
+    /// Starts a backup, or stops the one that runs.
+    Q_INVOKABLE void press();
+
+signals:
+    void contentChanged();
+
+protected:
+    void update() override;
+
+private:
+    Q_OBJECT_BINDABLE_PROPERTY(BackupButtonState, BackupButtonContent, m_content,
+                               &BackupButtonState::contentChanged)
+};
+
+} // namespace tallyglass
