@@ -1,0 +1,36 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tallyglass
+
+// A menu that opens below the button that it belongs to.
+T.Menu {
+    id: menu
+
+    /// Opens it below `anchor`, their right edges in line.
+    function openBelow(anchor: Item) {
+        popup(anchor, anchor.width - width, anchor.height + Theme.unit / 2);
+    }
+
+    margins: Theme.unit
+    padding: Theme.unit / 2
+    overlap: 0
+    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.motion / 2 }
+    }
+    contentItem: ListView {
+        implicitWidth: Theme.unit * 4 + Theme.bodySize * 18
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        interactive: Window.window ? contentHeight > Window.window.height : false
+        currentIndex: menu.currentIndex
+        clip: true
+    }
+    background: Rectangle {
+        color: Theme.cardGround
+        radius: Theme.controlRadius + 2
+        border.color: Theme.line
+    }
+}

@@ -1,0 +1,136 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass
+
+// The window's content: the sidebar, and beside it the screen of the section that is picked there. A screen is
+// made when its section is first shown, and stays.
+FocusScope {
+    id: root
+    required property AppModel model
+    property real sidebarWidth: 190
+
+    readonly property alias shell: shellView
+    /// The screen that is shown.
+    readonly property Item screen: screens.count > 0 ? screens.itemAt(shellView.sectionIndex)?.item ?? null : null
+    /// The sheets that can stand over the window, by the names that pictures of them get.
+    readonly property var sheets: ({ "about": about })
+
+    /// In the order of the sections.
+    readonly property list<Component> screenComponents: [
+        Component { DashboardView {} },
+        Component { CompareView {} },
+        Component { FileHistoryView {} },
+        Component { ExclusionsView {} }
+    ]
+
+    ShellView {
+        id: shellView
+        model: root.model
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Sidebar {
+            Layout.fillHeight: true
+            Layout.preferredWidth: root.sidebarWidth
+            sections: shellView.sections
+            currentIndex: shellView.sectionIndex
+            liteMode: shellView.content.liteMode
+            onPicked: index => shellView.sectionIndex = index
+        }
+        SplitHandle {
+            Layout.fillHeight: true
+            z: 1
+            value: root.sidebarWidth
+            minimum: 170
+            usual: 190
+            maximum: 240
+            onMoved: value => root.sidebarWidth = value
+        }
+        ColumnLayout {
+            spacing: 0
+            TopBar {
+                Layout.fillWidth: true
+                z: 1
+                title: root.Window.window?.title ?? ""
+                subtitle: shellView.content.subtitle
+
+                AppButton {
+                    kind: AppButton.Tool
+                    systemImage: "arrow.clockwise"
+                    hint: qsTr("Refresh")
+                    onClicked: root.model.refresh()
+                }
+                AppButton {
+                    id: menuButton
+                    kind: AppButton.Tool
+                    systemImage: "line.3.horizontal"
+                    hint: qsTr("Menu")
+                    Accessible.role: Accessible.ButtonMenu
+                    onClicked: menu.openBelow(menuButton)
+                }
+            }
+            Item {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Repeater {
+                    id: screens
+                    model: root.screenComponents
+                    Loader {
+                        required property Component modelData
+                        required property int index
+                        readonly property bool current: index === shellView.sectionIndex
+
+                        anchors.fill: parent
+                        visible: current
+                        focus: current
+                        onCurrentChanged: if (current) sourceComponent = modelData
+                        Component.onCompleted: if (current) sourceComponent = modelData
+                    }
+                }
+            }
+        }
+    }
+
+    Repeater {
+        model: shellView.sections.length
+        Item {
+            id: key
+            required property int index
+            Shortcut {
+                sequence: "Ctrl+" + (key.index + 1)
+                onActivated: shellView.sectionIndex = key.index
+            }
+        }
+    }
+    Shortcut {
+        sequence: "F5"
+        onActivated: root.model.refresh()
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: Qt.quit()
+    }
+
+    AppMenu {
+        id: menu
+        AppMenuItem {
+            text: qsTr("About Tallyglass")
+            onTriggered: about.open()
+        }
+        AppMenuDivider {}
+        AppMenuItem {
+            text: qsTr("Quit")
+            shortcutText: "Ctrl+Q"
+            onTriggered: Qt.quit()
+        }
+    }
+    AlertSheet {
+        id: about
+        title: qsTr("Tallyglass %1").arg(Qt.application.version)
+        text: qsTr("Makes this computer's Time Machine backups visible.")
+        systemImage: "clock.arrow.trianglehead.counterclockwise.rotate.90"
+    }
+}

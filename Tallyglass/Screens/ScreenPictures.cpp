@@ -1,0 +1,150 @@
+#include "Tallyglass/Screens/ScreenPictures.h"
+
+#include "Tallyglass/Screens/ShellView.h"
+#include "Tallyglass/Screens/Theme.h"
+#include "TallyglassKit/Platform/Error.h"
+
+#include <fmt/format.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QImage>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSaveFile>
+#include <cmath>
+
+namespace tallyglass {
+
+namespace {
+
+struct Look {
+    QSize size;
+    bool dark;
+    double textScale;
+};
+
+constexpr Look looks[] = {
+    {{720, 560}, false, 1}, {{900, 720}, false, 1}, {{1600, 1000}, false, 1}, {{720, 560}, false, 2},
+    {{720, 560}, true, 1},  {{900, 720}, true, 1},  {{1600, 1000}, true, 1},
+};
+constexpr int maximumPages = 6; ///< of one screen that scrolls
+
+QString nameOf(const Look& look) {
+    return QString::fromStdString(fmt::format("{}x{}-{}{}", look.size.width(), look.size.height(),
+                                              look.dark ? "dark" : "light",
+                                              look.textScale == 1 ? "" : "-large-text"));
+}
+
+/// The first item at or below `item` that scrolls, if its content is higher than it.
+QQuickItem* scrollingItem(QQuickItem& item) {
+    if (item.inherits("QQuickFlickable") && item.property("contentHeight").toDouble() > item.height() + 1)
+        return &item;
+    for (QQuickItem* child : item.childItems())
+        if (QQuickItem* found = scrollingItem(*child))
+            return found;
+    return nullptr;
+}
+
+/// The property as the object that it must be.
+template <typename Type>
+Type& part(const QObject& object, const char* name) {
+    auto* value = object.property(name).value<Type*>();
+    if (!value)
+        throw Error(fmt::format("The window has no {}.", name));
+    return *value;
+}
+
+void writeWhole(const QString& path, const QImage& image) {
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit())
+        return;
+    throw Error(fmt::format("The picture \"{}\" can't be written: {}", path.toStdString(),
+                            file.errorString().toStdString()));
+}
+
+} // namespace
+
+ScreenPictures::ScreenPictures(QQuickWindow& window, Theme& theme)
+    : m_window(window), m_theme(theme), m_root(part<QQuickItem>(window, "root")),
+      m_shell(part<ShellView>(m_root, "shell")) {}
+
+void ScreenPictures::save(const std::filesystem::path& folder, const QString& session,
+                          const std::function<void(const QString&)>& written) {
+    m_folder = QString::fromStdString(folder.string());
+    if (!QDir().mkpath(m_folder))
+        throw Error(fmt::format("The folder \"{}\" can't be made.", folder.string()));
+    m_session = session;
+    m_written = written;
+    m_theme.setReduceMotion(true);
+    for (const Look& look : looks) {
+        m_look = nameOf(look);
+        m_theme.setDark(look.dark);
+        m_theme.setTextScale(look.textScale);
+        m_window.resize(look.size);
+        saveSections();
+    }
+}
+
+void ScreenPictures::saveSections() {
+    const QVariantList sections = m_shell.sections();
+    for (int index = 0; index < sections.size(); ++index) {
+        m_section = sections[index].value<Section>().name;
+        m_shell.setSectionIndex(index);
+        settle();
+        saveFrame({});
+        auto& screen = part<QQuickItem>(m_root, "screen");
+        savePages(screen);
+        saveSheets(screen);
+    }
+    m_shell.setSectionIndex(0);
+    m_section.clear();
+    settle();
+    saveSheets(m_root);
+}
+
+void ScreenPictures::savePages(QQuickItem& screen) {
+    QQuickItem* scrolling = scrollingItem(screen);
+    if (!scrolling)
+        return;
+    const double end = scrolling->property("contentHeight").toDouble() - scrolling->height();
+    const int pages = std::min(maximumPages, 1 + static_cast<int>(std::ceil(end / scrolling->height())));
+    for (int page = 2; page <= pages; ++page) {
+        scrolling->setProperty("contentY", std::min(end, (page - 1) * scrolling->height()));
+        settle();
+        saveFrame(QStringLiteral("page%1").arg(page));
+    }
+    scrolling->setProperty("contentY", 0);
+}
+
+void ScreenPictures::saveSheets(const QObject& owner) {
+    const QVariantMap sheets = owner.property("sheets").toMap();
+    for (auto sheet = sheets.begin(); sheet != sheets.end(); ++sheet) {
+        auto* object = sheet.value().value<QObject*>();
+        if (!object)
+            throw Error(fmt::format("The sheet \"{}\" isn't there.", sheet.key().toStdString()));
+        QMetaObject::invokeMethod(object, "open");
+        settle();
+        saveFrame(sheet.key());
+        QMetaObject::invokeMethod(object, "close");
+        settle();
+    }
+}
+
+void ScreenPictures::saveFrame(const QString& subject) {
+    QStringList name{m_session, m_section, subject, m_look};
+    name.removeAll(QString());
+    const QString path = QDir(m_folder).filePath(name.join(QLatin1Char('-')) + QStringLiteral(".png"));
+    writeWhole(path, m_window.grabWindow());
+    m_written(path);
+}
+
+/// Lets bindings, loaders and layouts come to rest. Nothing moves by itself, so a few turns of the loop do.
+void ScreenPictures::settle() {
+    for (int turn = 0; turn < 4; ++turn) {
+        QCoreApplication::processEvents();
+        static_cast<void>(m_window.grabWindow()); // lays out what waits for the next frame
+    }
+}
+
+} // namespace tallyglass

@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tallyglass
+
+T.AbstractButton {
+    id: row
+    required property string title
+    required property string systemImage
+    required property bool current
+    required property bool focused
+
+    implicitHeight: Theme.controlHeight + Theme.unit / 2
+    leftPadding: Theme.unit
+    rightPadding: Theme.unit
+    focusPolicy: Qt.NoFocus
+    Accessible.role: Accessible.ListItem
+    Accessible.name: title
+    Accessible.selectable: true
+    Accessible.selected: current
+    Accessible.focused: focused
+    Accessible.onPressAction: clicked()
+
+    contentItem: RowLayout {
+        spacing: Theme.unit
+        Symbol {
+            name: row.systemImage
+            color: row.current ? Theme.accent : Theme.secondaryText
+        }
+        ElidedText {
+            Layout.fillWidth: true
+            text: row.title
+            font.weight: row.current ? Font.DemiBold : Font.Normal
+            Accessible.ignored: true
+        }
+    }
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: row.current ? Theme.selectedGround : row.hovered ? Theme.hoverGround : "transparent"
+        FocusRing {
+            anchors.margins: 0
+            radius: Theme.controlRadius
+            shown: row.focused
+        }
+    }
+}

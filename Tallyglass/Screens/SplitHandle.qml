@@ -1,0 +1,32 @@
+import QtQuick
+import Tallyglass
+
+// The line between the sidebar and the rest, which can be dragged. A double click restores the usual width.
+Item {
+    id: handle
+    required property real value
+    property real minimum
+    property real maximum
+    property real usual
+    signal moved(real value)
+
+    implicitWidth: 1
+    Accessible.ignored: true
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.line
+    }
+    MouseArea {
+        property real start: 0
+        anchors { fill: parent; leftMargin: -3; rightMargin: -3 }
+        cursorShape: Qt.SplitHCursor
+        preventStealing: true
+        onPressed: mouse => start = mouse.x
+        onPositionChanged: mouse => {
+            const wanted = handle.value + mouse.x - start;
+            handle.moved(Math.max(handle.minimum, Math.min(handle.maximum, wanted)));
+        }
+        onDoubleClicked: handle.moved(handle.usual)
+    }
+}

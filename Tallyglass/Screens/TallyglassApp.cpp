@@ -1,0 +1,105 @@
+#include "Tallyglass/Screens/TallyglassApp.h"
+
+#include "Tallyglass/Screens/ScreenPictures.h"
+#include "Tallyglass/Screens/Theme.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <cstdio>
+
+namespace tallyglass {
+
+namespace {
+
+AppSurroundings surroundings(Workspace& workspace) {
+    AppSurroundings surroundings;
+    surroundings.workspace = &workspace;
+    return surroundings;
+}
+
+} // namespace
+
+std::vector<std::string> TallyglassApp::sessions() {
+    return {};
+}
+
+TallyglassApp::TallyglassApp(const ApplicationOptions& options)
+    : m_options(options), m_model(surroundings(m_workspace)) {
+    startModel();
+    loadWindow();
+    if (!m_options.screenshots)
+        followDesktop();
+}
+
+TallyglassApp::~TallyglassApp() = default;
+
+void TallyglassApp::startModel() {
+    if (m_options.fixture)
+        m_model.setFixtureSession(true);
+    m_hasData = m_model.isFixtureSession();
+    if (m_model.isFixtureSession())
+        return;
+    m_model.refresh([this] {
+        m_hasData = true;
+        m_model.startPolling();
+    });
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
+            m_model.recheckPermission();
+    });
+}
+
+void TallyglassApp::loadWindow() {
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    m_engine.addImportPath(QStringLiteral("qrc:/"));
+    connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
+    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Main.qml")));
+    if (component.isReady())
+        m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties({
+            {QStringLiteral("model"), QVariant::fromValue(&m_model)},
+        })));
+    if (!m_window)
+        throw Error(component.errorString().toStdString());
+    m_theme = Theme::of(m_engine); // known to the engine only now
+}
+
+void TallyglassApp::followDesktop() {
+    const auto follow = [this] {
+        theme().setDark(m_desktop.isDark());
+        theme().setReduceMotion(m_desktop.reducesMotion());
+        theme().setDifferentiateWithoutColor(m_desktop.differentiatesWithoutColor());
+        theme().setTextScale(m_desktop.textScale());
+    };
+    connect(&m_desktop, &DesktopSettings::changed, this, follow);
+    follow();
+}
+
+void TallyglassApp::showWindow() {
+    if (m_options.reportsStart)
+        reportStart();
+    m_window->show();
+}
+
+/// Says "ready" once, at the first frame that is drawn after the data has come.
+void TallyglassApp::reportStart() {
+    auto* reporter = new QObject(this);
+    connect(&m_model, &AppModel::changed, m_window.get(), [this] { m_window->update(); });
+    connect(m_window.get(), &QQuickWindow::frameSwapped, reporter, [this, reporter] {
+        if (!m_hasData || m_model.isRefreshing())
+            return;
+        reporter->deleteLater();
+        std::puts("ready");
+        std::fflush(stdout);
+    });
+}
+
+void TallyglassApp::savePictures(const std::filesystem::path& folder,
+                                 const std::function<void(const QString&)>& written) {
+    m_window->show();
+    while (!m_hasData)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    ScreenPictures(*m_window, theme())
+        .save(folder, QString::fromStdString(m_options.fixture.value_or("machine")), written);
+}
+
+} // namespace tallyglass

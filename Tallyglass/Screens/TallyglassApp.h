@@ -1,0 +1,62 @@
+// The application object: owns the one model and what the screens are given beside it, and the window that
+// shows them.
+//
+// Main thread only. Needs the QGuiApplication, which it uses to the end.
+
+#pragma once
+
+#include "Tallyglass/Desktop/DesktopSettings.h"
+#include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Desktop/Workspace.h"
+#include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Screens/ApplicationOptions.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tallyglass {
+
+class Theme;
+
+class TallyglassApp : public QObject {
+    Q_OBJECT
+
+public:
+    /// The names of the made-up sessions.
+    [[nodiscard]] static std::vector<std::string> sessions();
+
+    /// Makes the model, starts its first refresh and loads the window meanwhile. Throws `Error`.
+    explicit TallyglassApp(const ApplicationOptions& options);
+    ~TallyglassApp() override;
+
+    void showWindow();
+
+    /// Draws every screen and sheet into `folder`, when the data is there. Throws `Error`.
+    void savePictures(const std::filesystem::path& folder,
+                      const std::function<void(const QString&)>& written);
+
+private:
+    void startModel();
+    void loadWindow();
+    void followDesktop();
+    void reportStart();
+    [[nodiscard]] Theme& theme() { return *m_theme; }
+
+    const ApplicationOptions m_options;
+    DesktopWorkspace m_workspace;
+    DesktopPasteboard m_pasteboard;
+    AppModel m_model;
+    bool m_hasData = false; ///< the first refresh is done, or a made-up session filled the model
+    DesktopSettings m_desktop;
+    QQmlEngine m_engine; // after what its objects use
+    Theme* m_theme = nullptr;
+    std::unique_ptr<QQuickWindow> m_window;
+};
+
+} // namespace tallyglass

@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass
+
+// The head of the window: title and subtitle, and at the other end what can be done from anywhere.
+Rectangle {
+    id: bar
+    required property string title
+    required property string subtitle
+    default property alias actions: row.data
+
+    implicitHeight: row.implicitHeight + Theme.unit * 3
+    color: Theme.windowGround
+
+    RowLayout {
+        id: row
+        anchors { fill: parent; leftMargin: Theme.unit * 3; rightMargin: Theme.unit * 2 }
+        spacing: Theme.unit
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            // As high without the subtitle as with it, so that nothing moves when it comes.
+            Layout.preferredHeight: title.implicitHeight + subtitle.implicitHeight
+            spacing: 0
+            Headline {
+                id: title
+                Layout.fillWidth: true
+                text: bar.title
+                elide: Text.ElideRight
+                wrapMode: Text.NoWrap
+            }
+            ElidedText {
+                id: subtitle
+                Layout.fillWidth: true
+                visible: text !== ""
+                text: bar.subtitle
+                color: Theme.secondaryText
+                font.pixelSize: Theme.captionSize
+            }
+        }
+    }
+    Divider { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } }
+}
