@@ -1,6 +1,5 @@
-#include "Tallyglass/Desktop/TrayHost.h"
-
 #include "Tallyglass/Desktop/SessionBus.h"
+#include "Tallyglass/Desktop/TrayHost.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -27,21 +26,20 @@ void TrayHost::watch(const QDBusConnection& bus) {
     m_bus = bus;
     if (!m_bus.isConnected())
         return;
-    auto* watcher =
-        new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto* watcher = new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::ask);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setAvailable(false); });
-    for (const auto& change : {QStringLiteral("StatusNotifierHostRegistered"),
-                               QStringLiteral("StatusNotifierHostUnregistered")})
+    for (const auto& change :
+         {QStringLiteral("StatusNotifierHostRegistered"), QStringLiteral("StatusNotifierHostUnregistered")})
         m_bus.connect(service, path, interface, change, this, SLOT(ask()));
     ask();
 }
 
-// The service alone shows nothing; what counts is whether a panel that draws items has announced itself to it.
+// The service alone shows nothing; what counts is whether a panel that draws items has announced itself to
+// it.
 void TrayHost::ask() {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(service, path, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                       QStringLiteral("Get"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        service, path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << interface << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
     auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);

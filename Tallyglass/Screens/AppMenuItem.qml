@@ -13,6 +13,7 @@ T.MenuItem {
     rightPadding: Theme.unit
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) triggered()
 
     contentItem: RowLayout {
         spacing: Theme.unit * 2

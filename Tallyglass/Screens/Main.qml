@@ -7,6 +7,10 @@ Window {
     objectName: "main"
 
     required property AppModel model
+    required property HelperSetup helperSetup
+    required property Workspace workspace
+    required property Pasteboard pasteboard
+    required property Alerts alerts
     readonly property alias root: rootView
 
     width: 900
@@ -21,5 +25,9 @@ Window {
         anchors.fill: parent
         focus: true
         model: window.model
+        helperSetup: window.helperSetup
+        workspace: window.workspace
+        pasteboard: window.pasteboard
+        alerts: window.alerts
     }
 }

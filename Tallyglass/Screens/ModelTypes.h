@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/Pasteboard.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
@@ -15,6 +16,19 @@ struct AppModelType {
     Q_GADGET
     QML_FOREIGN(tallyglass::AppModel)
     QML_NAMED_ELEMENT(AppModel)
+    QML_UNCREATABLE("made by the application")
+};
+
+struct AlertType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::Alert)
+    QML_VALUE_TYPE(alert)
+};
+
+struct AlertsType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::Alerts)
+    QML_NAMED_ELEMENT(Alerts)
     QML_UNCREATABLE("made by the application")
 };
 

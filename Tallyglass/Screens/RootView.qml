@@ -7,6 +7,10 @@ import Tallyglass
 FocusScope {
     id: root
     required property AppModel model
+    required property HelperSetup helperSetup
+    required property Workspace workspace
+    required property Pasteboard pasteboard
+    required property Alerts alerts
     property real sidebarWidth: 190
 
     readonly property alias shell: shellView
@@ -33,8 +37,10 @@ FocusScope {
         spacing: 0
 
         Sidebar {
+            id: sidebar
             Layout.fillHeight: true
-            Layout.preferredWidth: root.sidebarWidth
+            // Larger text takes more, but leaves the screens most of a small window.
+            Layout.preferredWidth: Math.min(root.sidebarWidth * Math.max(1, Theme.textScale), root.width * 0.36)
             sections: shellView.sections
             currentIndex: shellView.sectionIndex
             liteMode: shellView.content.liteMode
@@ -54,7 +60,7 @@ FocusScope {
             TopBar {
                 Layout.fillWidth: true
                 z: 1
-                title: root.Window.window?.title ?? ""
+                title: "Tallyglass"
                 subtitle: shellView.content.subtitle
 
                 AppButton {
@@ -68,7 +74,6 @@ FocusScope {
                     kind: AppButton.Tool
                     systemImage: "line.3.horizontal"
                     hint: qsTr("Menu")
-                    Accessible.role: Accessible.ButtonMenu
                     onClicked: menu.openBelow(menuButton)
                 }
             }
@@ -85,9 +90,16 @@ FocusScope {
 
                         anchors.fill: parent
                         visible: current
-                        focus: current
-                        onCurrentChanged: if (current) sourceComponent = modelData
-                        Component.onCompleted: if (current) sourceComponent = modelData
+                        onCurrentChanged: enter()
+                        Component.onCompleted: enter()
+
+                        function enter() {
+                            if (!current)
+                                return;
+                            sourceComponent = modelData;
+                            if (!sidebar.hasKeyboard)
+                                forceActiveFocus(Qt.OtherFocusReason);
+                        }
                     }
                 }
             }
@@ -116,9 +128,17 @@ FocusScope {
 
     AppMenu {
         id: menu
+        onAboutToShow: root.helperSetup.lookForHelper()
+
         AppMenuItem {
             text: qsTr("About Tallyglass")
             onTriggered: about.open()
+        }
+        AppMenuDivider {}
+        AppMenuItem {
+            text: qsTr("Uninstall Tallyglass…")
+            enabled: root.helperSetup.helperExists
+            onTriggered: root.helperSetup.confirmAndUninstall()
         }
         AppMenuDivider {}
         AppMenuItem {
@@ -133,4 +153,5 @@ FocusScope {
         text: qsTr("Makes this computer's Time Machine backups visible.")
         systemImage: "clock.arrow.trianglehead.counterclockwise.rotate.90"
     }
+    AlertHost { alerts: root.alerts }
 }

@@ -1,14 +1,14 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Tallyglass
 
 // The sections, one below the other. One stop for Tab; up, down, Home and End move between them.
-T.Pane {
+Rectangle {
     id: sidebar
     required property var sections
     required property int currentIndex
     property bool liteMode: false
+    readonly property alias hasKeyboard: rows.activeFocus
     signal picked(int index)
 
     function move(index: int) {
@@ -17,67 +17,59 @@ T.Pane {
             picked(target);
     }
 
-    padding: Theme.unit
-    topPadding: Theme.unit * 1.5
-    background: Rectangle { color: Theme.sidebarGround }
+    color: Theme.sidebarGround
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Sidebar")
 
-    contentItem: ColumnLayout {
-        spacing: Theme.unit / 2
+    Column {
+        id: rows
+        anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.unit; topMargin: Theme.unit * 1.5 }
+        spacing: Theme.unit / 4
+        activeFocusOnTab: true
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Sections")
 
-        FocusScope {
-            Layout.fillWidth: true
-            Layout.fillHeight: true
-            implicitHeight: rows.implicitHeight
+        Keys.onUpPressed: sidebar.move(sidebar.currentIndex - 1)
+        Keys.onDownPressed: sidebar.move(sidebar.currentIndex + 1)
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Home)
+                sidebar.move(0);
+            else if (event.key === Qt.Key_End)
+                sidebar.move(sidebar.sections.length - 1);
+            else
+                return;
+            event.accepted = true;
+        }
 
-            Column {
-                id: rows
-                anchors { left: parent.left; right: parent.right }
-                spacing: Theme.unit / 4
-                focus: true
-                activeFocusOnTab: true
-                Accessible.role: Accessible.List
-                Accessible.name: qsTr("Sections")
+        Repeater {
+            model: sidebar.sections
+            SidebarRow {
+                required property section modelData
+                required property int index
 
-                Keys.onUpPressed: sidebar.move(sidebar.currentIndex - 1)
-                Keys.onDownPressed: sidebar.move(sidebar.currentIndex + 1)
-                Keys.onPressed: event => {
-                    if (event.key === Qt.Key_Home)
-                        sidebar.move(0);
-                    else if (event.key === Qt.Key_End)
-                        sidebar.move(sidebar.sections.length - 1);
-                    else
-                        return;
-                    event.accepted = true;
-                }
-
-                Repeater {
-                    model: sidebar.sections
-                    SidebarRow {
-                        required property section modelData
-                        required property int index
-
-                        width: rows.width
-                        title: modelData.title
-                        systemImage: modelData.symbol
-                        current: index === sidebar.currentIndex
-                        focused: current && rows.activeFocus
-                        onClicked: sidebar.picked(index)
-                    }
+                width: rows.width
+                text: modelData.title
+                systemImage: modelData.symbol
+                current: index === sidebar.currentIndex
+                focused: current && rows.activeFocus
+                onClicked: {
+                    rows.forceActiveFocus(Qt.MouseFocusReason);
+                    sidebar.picked(index);
                 }
             }
         }
-        RowLayout {
-            Layout.margins: Theme.unit
-            visible: sidebar.liteMode
-            spacing: Theme.unit * 0.75
-            Symbol {
-                name: "lock.fill"
-                color: Theme.secondaryText
-            }
-            Caption {
-                Layout.fillWidth: true
-                text: qsTr("Lite mode")
-            }
+    }
+    RowLayout {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.unit * 2 }
+        visible: sidebar.liteMode
+        spacing: Theme.unit * 0.75
+        Symbol {
+            name: "lock.fill"
+            color: Theme.secondaryText
+        }
+        Caption {
+            Layout.fillWidth: true
+            text: qsTr("Lite mode")
         }
     }
 }

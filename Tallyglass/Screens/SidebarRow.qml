@@ -3,9 +3,8 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tallyglass
 
-T.AbstractButton {
+T.ItemDelegate {
     id: row
-    required property string title
     required property string systemImage
     required property bool current
     required property bool focused
@@ -14,8 +13,7 @@ T.AbstractButton {
     leftPadding: Theme.unit
     rightPadding: Theme.unit
     focusPolicy: Qt.NoFocus
-    Accessible.role: Accessible.ListItem
-    Accessible.name: title
+    Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: current
     Accessible.focused: focused
@@ -29,7 +27,7 @@ T.AbstractButton {
         }
         ElidedText {
             Layout.fillWidth: true
-            text: row.title
+            text: row.text
             font.weight: row.current ? Font.DemiBold : Font.Normal
             Accessible.ignored: true
         }

@@ -1,5 +1,6 @@
 #include "Tallyglass/Screens/TallyglassApp.h"
 
+#include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/ScreenPictures.h"
 #include "Tallyglass/Screens/Theme.h"
 
@@ -20,11 +21,13 @@ AppSurroundings surroundings(Workspace& workspace) {
 } // namespace
 
 std::vector<std::string> TallyglassApp::sessions() {
-    return {};
+    const auto names = FixtureSession::names();
+    return {names.begin(), names.end()};
 }
 
 TallyglassApp::TallyglassApp(const ApplicationOptions& options)
-    : m_options(options), m_model(surroundings(m_workspace)) {
+    : m_options(options), m_model(surroundings(m_workspace)),
+      m_helperSetup(m_model.paths(), m_workspace, m_alerts) {
     startModel();
     loadWindow();
     if (!m_options.screenshots)
@@ -35,7 +38,7 @@ TallyglassApp::~TallyglassApp() = default;
 
 void TallyglassApp::startModel() {
     if (m_options.fixture)
-        m_model.setFixtureSession(true);
+        FixtureSession::fill(m_model, *m_options.fixture);
     m_hasData = m_model.isFixtureSession();
     if (m_model.isFixtureSession())
         return;
@@ -57,6 +60,10 @@ void TallyglassApp::loadWindow() {
     if (component.isReady())
         m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties({
             {QStringLiteral("model"), QVariant::fromValue(&m_model)},
+            {QStringLiteral("helperSetup"), QVariant::fromValue(&m_helperSetup)},
+            {QStringLiteral("workspace"), QVariant::fromValue<Workspace*>(&m_workspace)},
+            {QStringLiteral("pasteboard"), QVariant::fromValue<Pasteboard*>(&m_pasteboard)},
+            {QStringLiteral("alerts"), QVariant::fromValue(&m_alerts)},
         })));
     if (!m_window)
         throw Error(component.errorString().toStdString());

@@ -5,10 +5,12 @@
 
 #pragma once
 
+#include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/DesktopSettings.h"
 #include "Tallyglass/Desktop/Pasteboard.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Screens/ApplicationOptions.h"
 
 #include <QObject>
@@ -51,7 +53,9 @@ private:
     const ApplicationOptions m_options;
     DesktopWorkspace m_workspace;
     DesktopPasteboard m_pasteboard;
+    Alerts m_alerts;
     AppModel m_model;
+    HelperSetup m_helperSetup;
     bool m_hasData = false; ///< the first refresh is done, or a made-up session filled the model
     DesktopSettings m_desktop;
     QQmlEngine m_engine; // after what its objects use

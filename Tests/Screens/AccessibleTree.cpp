@@ -33,6 +33,12 @@ QString Element::value() const {
     return value.isEmpty() ? m_interface->text(QAccessible::Description) : value;
 }
 
+bool Element::isEnabled() const {
+    // Qt Quick doesn't tell the desktop of items that are disabled.
+    const QVariant enabled = object() ? object()->property("enabled") : QVariant();
+    return !m_interface->state().disabled && (!enabled.isValid() || enabled.toBool());
+}
+
 QStringList Element::actions() const {
     auto* actions = m_interface->actionInterface();
     return actions ? actions->actionNames() : QStringList();

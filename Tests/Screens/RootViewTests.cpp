@@ -1,19 +1,30 @@
-#include "Tallyglass/Screens/ShellView.h"
 #include "Tests/Screens/QmlScreen.h"
+#include "Tests/Screens/ShellStage.h"
 
 #include <gtest/gtest.h>
+
+#include <fstream>
 
 namespace tallyglass {
 namespace {
 
 class RootViewTest : public testing::Test {
 protected:
-    ShellView shell;
-    test::QmlScreen screen{"RootView {}", {{"shell", QVariant::fromValue(&shell)}}};
+    test::ShellStage stage;
+    test::QmlScreen screen{"RootView {}", stage.properties()};
 
     [[nodiscard]] bool isSelected(const char* section) const {
         const auto row = screen.tree().get(QAccessible::ListItem, section);
         return QAccessible::queryAccessibleInterface(row.object())->state().selected;
+    }
+    void openMenu() {
+        screen.tree().get(QAccessible::Button, "Menu").press();
+        screen.until([&] { return screen.tree().find(QAccessible::MenuItem, "Quit").has_value(); });
+    }
+    void installHelper() {
+        const std::filesystem::path helper = stage.helperSetup.helperPath().toStdString();
+        std::filesystem::create_directories(helper.parent_path());
+        std::ofstream(helper) << "helper";
     }
 };
 
@@ -30,6 +41,21 @@ TEST_F(RootViewTest, listsTheSectionsAndSelectsTheFirst) {
 
 TEST_F(RootViewTest, showsLiteModeUntilAccessIsGranted) {
     EXPECT_TRUE(screen.tree().hasText("Lite mode"));
+
+    stage.model.setFdaStatus(FDAStatus::granted);
+    screen.until([&] { return !screen.tree().hasText("Lite mode"); });
+
+    stage.model.setFdaStatus(FDAStatus::denied);
+    screen.until([&] { return screen.tree().hasText("Lite mode"); });
+}
+
+TEST_F(RootViewTest, saysTheVerdictBelowTheTitle) {
+    stage.model.setFdaStatus(FDAStatus::granted);
+    stage.model.setSettings(TMSettings{.destinations = {TMDestination{.id = "A"}}});
+
+    const QString summary = QString::fromStdString(stage.model.health()->summary());
+
+    screen.until([&] { return screen.tree().hasText(summary); });
 }
 
 TEST_F(RootViewTest, showsASectionByKeyboardAndByScreenReader) {
@@ -57,10 +83,9 @@ TEST_F(RootViewTest, movesInTheSidebarByArrowsHomeAndEnd) {
     EXPECT_TRUE(isSelected("Overview"));
 }
 
-TEST_F(RootViewTest, opensTheMenuAndTheAboutSheetByKeyboardAndClosesThemByEscape) {
+TEST_F(RootViewTest, opensTheMenuAndTheAboutSheetAndClosesThemByEscape) {
     screen.theme().setReduceMotion(true);
-    screen.tree().get(QAccessible::ButtonMenu, "Menu").press();
-    screen.until([&] { return screen.tree().find(QAccessible::MenuItem, "About Tallyglass").has_value(); });
+    openMenu();
 
     screen.tree().get(QAccessible::MenuItem, "About Tallyglass").press();
     const QString words = "Makes this computer's Time Machine backups visible.";
@@ -71,10 +96,47 @@ TEST_F(RootViewTest, opensTheMenuAndTheAboutSheetByKeyboardAndClosesThemByEscape
     EXPECT_FALSE(screen.tree().find(QAccessible::MenuItem, "About Tallyglass"));
 }
 
-TEST_F(RootViewTest, leavesNothingOutAtTwiceTheSizeOfText) {
-    screen.window()->resize(720, 560);
+TEST_F(RootViewTest, uninstallsOnlyWhileTheHelperIsThere) {
+    screen.theme().setReduceMotion(true);
+    openMenu();
+    EXPECT_FALSE(screen.tree().get(QAccessible::MenuItem, "Uninstall Tallyglass…").isEnabled());
+    screen.key(Qt::Key_Escape);
+
+    installHelper();
+    openMenu();
+    screen.tree().get(QAccessible::MenuItem, "Uninstall Tallyglass…").press();
+
+    screen.until([&] { return screen.tree().hasText("Remove Tallyglass’s helper?"); });
+    screen.tree().get(QAccessible::Button, "Cancel").press();
+    screen.until([&] { return !screen.tree().hasText("Remove Tallyglass’s helper?"); });
+    EXPECT_FALSE(stage.alerts.isShowing());
+}
+
+TEST_F(RootViewTest, showsAlertsOneAfterTheOther) {
+    screen.theme().setReduceMotion(true);
+    QStringList answers;
+    const auto note = [&](const char* name) {
+        return [&answers, name](bool confirmed) {
+            answers.append(QLatin1String(name) + QLatin1String(confirmed ? " yes" : " no"));
+        };
+    };
+
+    stage.alerts.show({.title = "First", .cancelText = "No"}, &screen.theme(), note("first"));
+    stage.alerts.show({.title = "Second"}, &screen.theme(), note("second"));
+    screen.until([&] { return screen.tree().hasText("First"); });
+    screen.key(Qt::Key_Escape);
+    screen.until([&] { return screen.tree().hasText("Second"); });
+    screen.tree().get(QAccessible::Button, "OK").press();
+
+    screen.until([&] { return answers.size() == 2; });
+    EXPECT_EQ(answers, (QStringList{"first no", "second yes"}));
+}
+
+TEST(SmallRootView, leavesNothingOutAtTwiceTheSizeOfText) {
+    test::ShellStage stage;
+    test::QmlScreen screen{"RootView {}", stage.properties(), {720, 560}};
     screen.theme().setTextScale(2);
-    QCoreApplication::processEvents();
+    static_cast<void>(screen.picture()); // lays everything out
 
     for (const auto& element : screen.tree().elements()) {
         const QRect box = QAccessible::queryAccessibleInterface(element.object())->rect();
