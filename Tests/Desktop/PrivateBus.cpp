@@ -1,0 +1,36 @@
+#include "Tests/Desktop/PrivateBus.h"
+
+#include <gtest/gtest.h>
+
+#include <QStandardPaths>
+
+namespace tallyglass::test {
+
+PrivateBus::PrivateBus() {
+    const auto configuration = m_folder.write(
+        "bus.conf", "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN'"
+                    " 'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>"
+                    "<busconfig><type>session</type><listen>" +
+                        address().toStdString() +
+                        "</listen><policy context='default'><allow send_destination='*'/>"
+                        "<allow own='*'/></policy></busconfig>");
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--config-file=") + QString::fromStdString(configuration.string()),
+                    QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                    QStringLiteral("--print-address")});
+    EXPECT_TRUE(m_daemon.waitForReadyRead()) << "the message bus doesn't start";
+    m_connection = QDBusConnection::connectToBus(address(), QStringLiteral("stand-ins ") + address());
+    EXPECT_TRUE(m_connection.isConnected());
+}
+
+PrivateBus::~PrivateBus() {
+    QDBusConnection::disconnectFromBus(m_connection.name());
+    m_daemon.kill();
+    m_daemon.waitForFinished();
+}
+
+QString PrivateBus::address() const {
+    return QStringLiteral("unix:path=") + QString::fromStdString((m_folder / "bus").string());
+}
+
+} // namespace tallyglass::test
