@@ -1,7 +1,5 @@
 #include "Tallyglass/Desktop/DesktopSettings.h"
 
-#include "Tallyglass/Desktop/SessionBus.h"
-
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -29,17 +27,14 @@ Appearance paletteAppearance() {
 
 } // namespace
 
-DesktopSettings::DesktopSettings(const QString& busAddress, QObject* parent)
+DesktopSettings::DesktopSettings(const BusConnector& bus, QObject* parent)
     : QObject(parent), m_appearance(paletteAppearance()) {
     qApp->installEventFilter(this);
-    if (!busAddress.isEmpty())
-        withBus(this, busAddress, [this](QDBusConnection bus) {
-            if (bus.isConnected())
-                askPortal(std::move(bus));
-        });
+    withBus(this, bus, [this](QDBusConnection connection) {
+        if (connection.isConnected())
+            askPortal(std::move(connection));
+    });
 }
-
-DesktopSettings::DesktopSettings(QObject* parent) : DesktopSettings(sessionBusAddress(), parent) {}
 
 void DesktopSettings::setOverride(std::optional<Appearance> appearance) {
     m_override = appearance;
@@ -53,6 +48,7 @@ bool DesktopSettings::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void DesktopSettings::askPortal(QDBusConnection bus) {
+    qRegisterMetaType<QDBusVariant>(); // the slot's parameters are looked up by their names
     // Without a sender's name: to look up who owns it would wait for the bus.
     bus.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(takeSetting(QString, QString, QDBusVariant)));

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "Tallyglass/Desktop/Appearance.h"
+#include "Tallyglass/Desktop/SessionBus.h"
 
 #include <QDBusConnection>
 #include <QDBusVariant>
@@ -19,10 +20,8 @@ class DesktopSettings : public QObject {
     Q_OBJECT
 
 public:
-    /// `busAddress` is where the portal is asked; empty for a desktop without a message bus.
-    explicit DesktopSettings(const QString& busAddress, QObject* parent = nullptr);
-    /// Over the user's session bus.
-    explicit DesktopSettings(QObject* parent = nullptr);
+    /// The portal is asked over this bus.
+    explicit DesktopSettings(const BusConnector& bus = connectToSessionBus, QObject* parent = nullptr);
 
     [[nodiscard]] const Appearance& appearance() const { return m_appearance; }
     [[nodiscard]] bool isDark() const { return appearance().isDark; }

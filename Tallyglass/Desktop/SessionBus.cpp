@@ -3,27 +3,26 @@
 #include <QFileInfo>
 #include <QPromise>
 #include <QThreadPool>
+#include <memory>
 
 namespace tallyglass {
 
-QString sessionBusAddress() {
+QDBusConnection connectToSessionBus() {
     // Without either, the bus library would start a bus of its own.
-    if (const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty())
-        return address;
     const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString socket = runtimeFolder + QStringLiteral("/bus");
-    if (!runtimeFolder.isEmpty() && QFileInfo::exists(socket))
-        return QStringLiteral("unix:path=") + socket;
-    return {};
+    const bool isThere =
+        !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+        (!runtimeFolder.isEmpty() && QFileInfo::exists(runtimeFolder + QStringLiteral("/bus")));
+    if (!isThere)
+        return QDBusConnection(QString());
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("tallyglass"));
 }
 
-QFuture<QDBusConnection> connectToBus(const QString& address) {
+QFuture<QDBusConnection> connectInBackground(BusConnector connect) {
     auto promise = std::make_shared<QPromise<QDBusConnection>>();
     promise->start();
-    QThreadPool::globalInstance()->start([promise, address] {
-        promise->addResult(address.isEmpty() ? QDBusConnection(QString())
-                                             : QDBusConnection::connectToBus(
-                                                   address, QStringLiteral("tallyglass ") + address));
+    QThreadPool::globalInstance()->start([promise, connect = std::move(connect)] {
+        promise->addResult(connect());
         promise->finish();
     });
     return promise->future();

@@ -4,27 +4,28 @@
 
 #include <QDBusConnection>
 #include <QFutureWatcher>
-#include <QString>
+#include <functional>
 
 namespace tallyglass {
 
-/// Where the user's session bus listens, from this process's environment; empty if there is none. A bus is
-/// never started for it.
-[[nodiscard]] QString sessionBusAddress();
+/// Connects to a bus and waits for it; unconnected if there is none. Must be callable from any thread.
+using BusConnector = std::function<QDBusConnection()>;
 
-/// Connects to the bus on another thread. The connection is shared within the program, and comes unconnected
-/// if there is no bus at the address.
-[[nodiscard]] QFuture<QDBusConnection> connectToBus(const QString& address);
+/// The user's session bus, as this process's environment has it. None is ever started.
+[[nodiscard]] QDBusConnection connectToSessionBus();
 
-/// Calls `use` with the connected bus on the thread of `receiver`, unless that has gone by then.
+/// Runs `connect` on another thread.
+[[nodiscard]] QFuture<QDBusConnection> connectInBackground(BusConnector connect);
+
+/// Calls `use` with the bus on the thread of `receiver`, unless that has gone by then.
 template <typename Use>
-void withBus(QObject* receiver, const QString& address, Use use) {
+void withBus(QObject* receiver, const BusConnector& connect, Use use) {
     auto* watcher = new QFutureWatcher<QDBusConnection>(receiver);
     QObject::connect(watcher, &QFutureWatcherBase::finished, receiver, [watcher, use = std::move(use)] {
         watcher->deleteLater();
         use(watcher->result());
     });
-    watcher->setFuture(connectToBus(address));
+    watcher->setFuture(connectInBackground(connect));
 }
 
 } // namespace tallyglass

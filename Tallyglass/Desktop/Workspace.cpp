@@ -1,16 +1,13 @@
 #include "Tallyglass/Desktop/Workspace.h"
 
-#include "Tallyglass/Desktop/SessionBus.h"
 #include "Tallyglass/Desktop/SystemSettings.h"
 
 #include <QDesktopServices>
 
 namespace tallyglass {
 
-DesktopWorkspace::DesktopWorkspace(QString busAddress, QObject* parent)
-    : Workspace(parent), m_busAddress(std::move(busAddress)) {}
-
-DesktopWorkspace::DesktopWorkspace(QObject* parent) : DesktopWorkspace(sessionBusAddress(), parent) {}
+DesktopWorkspace::DesktopWorkspace(BusConnector bus, QObject* parent)
+    : Workspace(parent), m_bus(std::move(bus)) {}
 
 bool DesktopWorkspace::openUrl(const QUrl& url) {
     const QString scheme = url.scheme();

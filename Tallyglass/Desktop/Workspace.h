@@ -6,6 +6,8 @@
 
 #pragma once
 
+#include "Tallyglass/Desktop/SessionBus.h"
+
 #include <QObject>
 #include <QUrl>
 #include <filesystem>
@@ -31,16 +33,14 @@ class DesktopWorkspace : public Workspace {
     Q_OBJECT
 
 public:
-    /// `busAddress` is where the file manager is asked; empty for a desktop without a message bus.
-    explicit DesktopWorkspace(QString busAddress, QObject* parent = nullptr);
-    /// Over the user's session bus.
-    explicit DesktopWorkspace(QObject* parent = nullptr);
+    /// The file manager is asked over this bus.
+    explicit DesktopWorkspace(BusConnector bus = connectToSessionBus, QObject* parent = nullptr);
 
     bool openUrl(const QUrl& url) override;
     void reveal(const std::filesystem::path& item) override;
 
 private:
-    QString m_busAddress;
+    const BusConnector m_bus;
 };
 
 } // namespace tallyglass

@@ -1,4 +1,3 @@
-#include "Tallyglass/Desktop/SessionBus.h"
 #include "Tallyglass/Desktop/Workspace.h"
 
 #include <QDBusMessage>
@@ -16,7 +15,7 @@ QUrl urlOf(const std::filesystem::path& path) {
 } // namespace
 
 void DesktopWorkspace::reveal(const std::filesystem::path& item) {
-    withBus(this, m_busAddress, [this, item](QDBusConnection bus) {
+    withBus(this, m_bus, [this, item](QDBusConnection bus) {
         const auto openFolder = [this, item] { openUrl(urlOf(item.parent_path())); };
         if (!bus.isConnected())
             return openFolder();

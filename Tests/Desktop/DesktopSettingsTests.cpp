@@ -57,7 +57,7 @@ TEST(DesktopSettings, takesWhatThePortalSaysAndFollowsIt) {
         bus, {{"org.freedesktop.appearance", {{"color-scheme", 1u}}},
               {"org.gnome.desktop.interface", {{"enable-animations", false}, {"text-scaling-factor", 1.25}}},
               {"org.gnome.desktop.a11y.interface", {{"high-contrast", true}}}});
-    DesktopSettings settings(bus.address());
+    DesktopSettings settings(bus.connector());
     EXPECT_EQ(settings.appearance(), Appearance()) << "nothing waits for the portal";
 
     test::until([&] { return settings.isDark(); });
@@ -75,8 +75,8 @@ TEST(DesktopSettings, takesWhatThePortalSaysAndFollowsIt) {
 
 TEST(DesktopSettings, takesTheBrightnessOfThePaletteWhereNoPortalAnswers) {
     test::PrivateBus bus;
-    DesktopSettings settings(bus.address());
-    DesktopSettings withoutBus{QString()};
+    DesktopSettings settings(bus.connector());
+    DesktopSettings withoutBus(test::noBus);
     QSignalSpy changed(&withoutBus, &DesktopSettings::changed);
     const QPalette palette = QGuiApplication::palette();
 
@@ -89,7 +89,7 @@ TEST(DesktopSettings, takesTheBrightnessOfThePaletteWhereNoPortalAnswers) {
 }
 
 TEST(DesktopSettings, showsAnOverrideForAsLongAsItStands) {
-    DesktopSettings settings{QString()};
+    DesktopSettings settings(test::noBus);
     QSignalSpy changed(&settings, &DesktopSettings::changed);
     const Appearance wished{.isDark = true, .reducesMotion = true, .textScale = 2};
 

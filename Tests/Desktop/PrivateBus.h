@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "Tallyglass/Desktop/SessionBus.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <QDBusConnection>
@@ -16,14 +17,22 @@ public:
     PrivateBus();
     ~PrivateBus();
 
-    [[nodiscard]] QString address() const;
-    /// A connection for stand-ins, apart from the program's own.
+    /// How the program reaches the bus.
+    [[nodiscard]] BusConnector connector() const;
+    /// The connection of the stand-ins.
     [[nodiscard]] QDBusConnection connection() const { return m_connection; }
 
 private:
+    [[nodiscard]] QString address() const;
+
     TemporaryFolder m_folder;
     QProcess m_daemon;
     QDBusConnection m_connection{QString()};
 };
+
+/// Where no bus can be reached.
+[[nodiscard]] inline QDBusConnection noBus() {
+    return QDBusConnection(QString());
+}
 
 } // namespace tallyglass::test

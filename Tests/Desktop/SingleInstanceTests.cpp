@@ -92,9 +92,9 @@ TEST_F(SingleInstanceTest, leavesOneOfManyThatStartTogether) {
     std::atomic<int> firsts = 0;
     std::atomic<int> handedOver = 0;
     std::atomic<bool> done = false;
-    std::vector<std::thread> threads;
+    std::vector<std::unique_ptr<QThread>> threads;
     for (int start = 0; start < starts; ++start)
-        threads.emplace_back([&] {
+        threads.emplace_back(QThread::create([&] {
             SingleInstance instance(socketPath());
             if (!instance.claim({})) {
                 ++handedOver;
@@ -103,12 +103,14 @@ TEST_F(SingleInstanceTest, leavesOneOfManyThatStartTogether) {
             ++firsts;
             while (!done)
                 QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        });
+        }));
+    for (auto& thread : threads)
+        thread->start();
 
     test::until([&] { return firsts + handedOver == starts; });
     done = true;
     for (auto& thread : threads)
-        thread.join();
+        thread->wait();
 
     EXPECT_EQ(firsts, 1);
     EXPECT_EQ(handedOver, starts - 1);
