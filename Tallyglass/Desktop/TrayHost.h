@@ -4,9 +4,10 @@
 
 #pragma once
 
+#include "Tallyglass/Desktop/SessionBus.h"
+
 #include <QDBusConnection>
 #include <QObject>
-#include <QString>
 
 namespace tallyglass {
 
@@ -14,8 +15,8 @@ class TrayHost : public QObject {
     Q_OBJECT
 
 public:
-    /// `busAddress` is where the tray is asked for; without a bus there never is one.
-    explicit TrayHost(const QString& busAddress, QObject* parent = nullptr);
+    /// The tray is asked for over this bus; without one there never is any.
+    explicit TrayHost(const BusConnector& bus = connectToSessionBus, QObject* parent = nullptr);
 
     [[nodiscard]] bool isAvailable() const { return m_isAvailable; }
 

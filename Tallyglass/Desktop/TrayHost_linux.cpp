@@ -1,4 +1,3 @@
-#include "Tallyglass/Desktop/SessionBus.h"
 #include "Tallyglass/Desktop/TrayHost.h"
 
 #include <QDBusMessage>
@@ -17,9 +16,8 @@ const auto interface = service;
 
 } // namespace
 
-TrayHost::TrayHost(const QString& busAddress, QObject* parent) : QObject(parent) {
-    if (!busAddress.isEmpty())
-        withBus(this, busAddress, [this](const QDBusConnection& bus) { watch(bus); });
+TrayHost::TrayHost(const BusConnector& bus, QObject* parent) : QObject(parent) {
+    withBus(this, bus, [this](const QDBusConnection& connection) { watch(connection); });
 }
 
 void TrayHost::watch(const QDBusConnection& bus) {
