@@ -9,7 +9,7 @@ Rectangle {
     property string systemImage
     property color symbolColor: Theme.accent
     property real padding: Theme.unit * 2
-    default property alias content: column.data
+    default property alias items: column.data
 
     Layout.fillWidth: true
     implicitWidth: column.implicitWidth + padding * 2

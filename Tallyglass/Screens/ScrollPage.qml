@@ -10,7 +10,7 @@ Flickable {
     property real margin: Theme.unit * 3
     property real maximumContentWidth: Theme.unit * 120
     property alias spacing: column.spacing
-    default property alias content: column.data
+    default property alias items: column.data
 
     implicitWidth: column.implicitWidth + margin * 2
     implicitHeight: column.implicitHeight + margin * 2

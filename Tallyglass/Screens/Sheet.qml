@@ -9,7 +9,7 @@ T.Popup {
     id: sheet
     property string title
     property real preferredWidth: Theme.unit * 64
-    default property alias content: page.content
+    default property alias items: page.items
     property alias footer: buttons.data
 
     property Item formerFocus: null

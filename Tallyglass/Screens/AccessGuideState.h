@@ -1,0 +1,81 @@
+// What the guide to Full Disk Access shows and does while it is open.
+//
+// Main thread only.
+
+#pragma once
+
+#include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Models/HelperSetup.h"
+#include "Tallyglass/Screens/AccessGuideContent.h"
+#include "Tallyglass/Screens/ModelView.h"
+
+#include <QPointer>
+#include <QProperty>
+#include <QTimer>
+#include <QUrl>
+#include <memory>
+
+namespace tallyglass {
+
+class HelperWait;
+
+class AccessGuideState : public ModelView {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(tallyglass::HelperSetup* helperSetup MEMBER m_helperSetup NOTIFY surroundingsChanged REQUIRED)
+    Q_PROPERTY(tallyglass::Pasteboard* pasteboard MEMBER m_pasteboard NOTIFY surroundingsChanged REQUIRED)
+    Q_PROPERTY(bool forHelper MEMBER m_forHelper NOTIFY surroundingsChanged)
+    Q_PROPERTY(bool isOpen READ isOpen WRITE setOpen NOTIFY isOpenChanged)
+    Q_PROPERTY(bool didCopyPath READ didCopyPath NOTIFY didCopyPathChanged)
+    Q_PROPERTY(tallyglass::AccessGuideContent content READ content NOTIFY contentChanged)
+    Q_PROPERTY(QUrl itemUrl READ itemUrl NOTIFY surroundingsChanged)
+
+public:
+    static constexpr int copiedMilliseconds = 2000; ///< how long the button tells that the path was copied
+
+    explicit AccessGuideState(QObject* parent = nullptr);
+    ~AccessGuideState() override;
+
+    [[nodiscard]] AccessGuideContent content() const { return m_content; }
+    [[nodiscard]] bool didCopyPath() const { return m_didCopyPath; }
+    /// The file to be dragged.
+    [[nodiscard]] QUrl itemUrl() const;
+
+    /// While the guide is open it waits for the helper, if it is the helper's.
+    [[nodiscard]] bool isOpen() const { return m_isOpen; }
+    void setOpen(bool open);
+
+    Q_INVOKABLE void openSettings();
+    /// Shows this program in the file manager, or copies the helper's path.
+    Q_INVOKABLE void help();
+
+signals:
+    void surroundingsChanged();
+    void isOpenChanged();
+    void didCopyPathChanged();
+    void contentChanged();
+
+protected:
+    void update() override;
+
+private:
+    [[nodiscard]] AccessTarget target() const {
+        return m_forHelper ? AccessTarget::helper : AccessTarget::app;
+    }
+    [[nodiscard]] bool isGranted() const;
+    void setCopied(bool copied);
+
+    QPointer<HelperSetup> m_helperSetup;
+    QPointer<Pasteboard> m_pasteboard;
+    bool m_forHelper = false;
+    bool m_isOpen = false;
+    bool m_didCopyPath = false;
+    QTimer m_copiedTimer;
+    std::unique_ptr<HelperWait> m_wait;
+
+    Q_OBJECT_BINDABLE_PROPERTY(AccessGuideState, AccessGuideContent, m_content,
+                               &AccessGuideState::contentChanged)
+};
+
+} // namespace tallyglass

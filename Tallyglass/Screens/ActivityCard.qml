@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass
+
+// A running backup.
+Card {
+    id: activity
+    required property activityCardContent content
+
+    Accessible.name: content.title
+
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: Theme.unit
+        Symbol {
+            name: "clock.arrow.circlepath"
+            color: Theme.accent
+        }
+        Headline {
+            Layout.fillWidth: true
+            text: activity.content.title
+        }
+        Headline {
+            visible: text !== ""
+            text: activity.content.percent
+            Accessible.role: Accessible.StaticText
+        }
+    }
+    ProgressLine {
+        opacity: activity.content.hasFraction ? 1 : 0 // keeps its room
+        value: activity.content.fraction
+        label: activity.content.title
+        Accessible.ignored: !activity.content.hasFraction
+    }
+    TextLabel {
+        Layout.fillWidth: true
+        text: activity.content.detail
+        color: Theme.secondaryText
+    }
+}

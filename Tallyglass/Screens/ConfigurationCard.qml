@@ -1,0 +1,65 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass
+
+// How Time Machine is set up.
+Card {
+    id: card
+    required property configurationCardContent content
+
+    title: qsTr("Configuration")
+    systemImage: "switch.2"
+
+    GridLayout {
+        Layout.fillWidth: true
+        columnSpacing: Theme.unit * 3
+        rowSpacing: Theme.unit
+        Repeater {
+            model: card.content.rows
+            TextLabel {
+                required property labelledValue modelData
+                required property int index
+                Layout.row: index
+                Layout.column: 0
+                Layout.alignment: Qt.AlignTop
+                Layout.maximumWidth: card.width / 2
+                text: modelData.label
+                color: Theme.secondaryText
+                Accessible.ignored: true
+            }
+        }
+        Repeater {
+            model: card.content.rows
+            TextLabel {
+                required property labelledValue modelData
+                required property int index
+                Layout.row: index
+                Layout.column: 1
+                Layout.fillWidth: true
+                text: modelData.value
+                Accessible.name: modelData.label
+                Accessible.description: modelData.value
+            }
+        }
+    }
+    ColumnLayout {
+        Layout.fillWidth: true
+        visible: card.content.skipPaths.length > 0
+        spacing: Theme.unit
+        Divider { Layout.bottomMargin: Theme.unit / 2 }
+        TextLabel {
+            Layout.fillWidth: true
+            text: qsTr("Excluded from backup")
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
+        }
+        Repeater {
+            model: card.content.skipPaths
+            SelectableText {
+                required property string modelData
+                Layout.fillWidth: true
+                text: modelData
+            }
+        }
+    }
+}

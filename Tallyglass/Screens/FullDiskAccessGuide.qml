@@ -1,0 +1,141 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass
+
+// Leads through granting Full Disk Access, to this program or to the helper.
+Sheet {
+    id: guide
+    enum Target { App, Helper }
+
+    required property AppModel model
+    required property HelperSetup helperSetup
+    required property Pasteboard pasteboard
+    required property int target
+
+    title: state.content.title
+    preferredWidth: Theme.unit * 80
+
+    AccessGuideState {
+        id: state
+        model: guide.model
+        helperSetup: guide.helperSetup
+        pasteboard: guide.pasteboard
+        forHelper: guide.target === FullDiskAccessGuide.Helper
+        isOpen: guide.opened
+    }
+
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: Theme.unit * 2
+        Symbol {
+            Layout.alignment: Qt.AlignTop
+            name: state.content.symbol
+            color: Theme.colors[state.content.role]
+            size: Theme.displaySize * 1.5
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: Theme.unit / 2
+            Title {
+                Layout.fillWidth: true
+                text: state.content.title
+            }
+            TextLabel {
+                Layout.fillWidth: true
+                text: state.content.text
+                color: Theme.secondaryText
+            }
+        }
+        AppButton {
+            Layout.alignment: Qt.AlignTop
+            text: qsTr("Done")
+            focus: true
+            onClicked: guide.close()
+        }
+    }
+    FDADragIllustration {
+        item: state.content.item
+        itemUrl: state.itemUrl
+        itemSymbol: guide.target === FullDiskAccessGuide.Helper ? "terminal.fill" : "clock.arrow.trianglehead.counterclockwise.rotate.90"
+        description: state.content.illustration
+    }
+    ColumnLayout {
+        Layout.fillWidth: true
+        spacing: Theme.unit * 1.5
+        Repeater {
+            model: state.content.steps
+            RowLayout {
+                id: step
+                required property accessStep modelData
+                required property int index
+                Layout.fillWidth: true
+                spacing: Theme.unit * 1.5
+                Rectangle {
+                    Layout.alignment: Qt.AlignTop
+                    implicitWidth: Theme.bodySize * 1.8
+                    implicitHeight: implicitWidth
+                    radius: width / 2
+                    color: Theme.selectedGround
+                    TextLabel {
+                        anchors.centerIn: parent
+                        text: step.index + 1
+                        color: Theme.accent
+                        font.weight: Font.DemiBold
+                    }
+                }
+                Symbol {
+                    Layout.alignment: Qt.AlignTop
+                    Layout.topMargin: Theme.bodySize * 0.2
+                    name: step.modelData.glyph
+                    color: Theme.accent
+                }
+                ColumnLayout {
+                    Layout.fillWidth: true
+                    Layout.topMargin: Theme.bodySize * 0.2
+                    spacing: Theme.unit / 4
+                    TextLabel {
+                        Layout.fillWidth: true
+                        text: step.modelData.title
+                        font.weight: Font.DemiBold
+                    }
+                    TextLabel {
+                        Layout.fillWidth: true
+                        visible: text !== ""
+                        text: step.modelData.detail
+                        color: Theme.secondaryText
+                    }
+                }
+            }
+        }
+    }
+
+    footer: [
+        Flow {
+            Layout.fillWidth: true
+            spacing: Theme.unit
+            AppButton {
+                kind: AppButton.Prominent
+                text: state.content.primaryText
+                systemImage: "arrow.up.forward.app"
+                onClicked: state.openSettings()
+            }
+            AppButton {
+                text: state.content.secondaryText
+                systemImage: state.content.secondarySymbol
+                onClicked: state.help()
+            }
+        },
+        RowLayout {
+            spacing: Theme.unit / 2
+            Symbol {
+                name: state.content.statusSymbol
+                color: Theme.colors[state.content.role]
+            }
+            TextLabel {
+                text: state.content.status
+                color: Theme.textColors[state.content.role]
+                wrapMode: Text.NoWrap
+            }
+        }
+    ]
+}
