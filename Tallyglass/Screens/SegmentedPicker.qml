@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass
 
-// Picks one of a few options that stand side by side. One stop for Tab; the arrows, Home and End move.
+// Picks one of a few options that stand side by side, or in lines where it is too narrow for that. One stop for Tab; the arrows, Home and End move.
 Item {
     id: picker
     property string label
@@ -19,7 +19,7 @@ Item {
             picked(target);
     }
 
-    implicitWidth: segments.implicitWidth + 4
+    implicitWidth: segments.naturalWidth + 4
     implicitHeight: segments.implicitHeight + 4
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
@@ -47,10 +47,17 @@ Item {
     HoverHandler { id: hover }
     FocusRing {}
 
-    Row {
+    Flow {
         id: segments
+        readonly property real naturalWidth: {
+            let sum = 0;
+            for (let index = 0; index < children.length; ++index)
+                sum += children[index].implicitWidth;
+            return sum;
+        }
         x: 2
         y: 2
+        width: picker.width - 4
         Repeater {
             model: picker.options
             T.RadioButton {

@@ -80,6 +80,11 @@ QVariantList legend(const TimelineCircumstances& c) {
 
 } // namespace
 
+QString TimelineContent::accessibleDescription() const {
+    return accessibleValue.isEmpty() ? accessibleHint
+                                     : Timeline::tr("%1. %2").arg(accessibleValue, accessibleHint);
+}
+
 TimelineContent timelineContent(const TimelineCircumstances& c) {
     TimelineContent content;
     if (c.entries.size() < leastEntries)

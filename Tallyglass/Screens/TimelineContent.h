@@ -74,6 +74,7 @@ struct TimelineContent {
     Q_PROPERTY(QString accessibleName MEMBER accessibleName)
     Q_PROPERTY(QString accessibleValue MEMBER accessibleValue)
     Q_PROPERTY(QString accessibleHint MEMBER accessibleHint)
+    Q_PROPERTY(QString accessibleDescription READ accessibleDescription)
 
 public:
     bool hasChart = false; ///< else there is too little to chart, and all the rest is empty
@@ -87,6 +88,9 @@ public:
     QString accessibleName;
     QString accessibleValue;
     QString accessibleHint;
+
+    /// Value and hint: a screen reader of this desktop has one place for both.
+    [[nodiscard]] QString accessibleDescription() const;
 
     friend bool operator==(const TimelineContent&, const TimelineContent&) = default;
 };

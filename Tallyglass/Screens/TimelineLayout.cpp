@@ -16,7 +16,9 @@ TimelineLayout::TimelineLayout(QSizeF size, const TimelineMeasures& measures, co
     : range(visible), scale(yScale), pixelRatio(measures.pixelRatio) {
     const double left = std::ceil(measures.labelWidth + spacing);
     const double right = std::ceil(size.width() - 1);
-    const double headroom = measures.marksBars ? measures.symbolSize : spacing;
+    // The topmost label stands half above the plot, and so does a symbol on the highest bar.
+    const double headroom =
+        std::max(measures.lineHeight / 2 + 4, measures.marksBars ? measures.symbolSize : 0);
     const double laneHeight = measures.hasMarks ? measures.symbolSize + spacing : 0;
 
     title = QRectF(0, 0, size.width(), measures.lineHeight);

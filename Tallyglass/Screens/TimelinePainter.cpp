@@ -107,11 +107,15 @@ void TimelinePainter::paintAxes(QPainter& painter) const {
         m_layout.title, Qt::AlignLeft | Qt::AlignVCenter,
         QFontMetricsF(m_style.font)
             .elidedText(timelinewords::axisTitle(m_subject.metric), Qt::ElideRight, m_layout.title.width()));
+    const bool hasValues =
+        std::ranges::any_of(m_columns, [](const auto& column) { return column.value.has_value(); });
     const double thickness = 1 / std::max(1.0, std::floor(m_style.pixelRatio));
     for (const double tick : m_layout.scale.ticks()) {
         const double y = std::round(m_layout.y(tick) * m_style.pixelRatio) / m_style.pixelRatio;
         painter.fillRect(QRectF(plot.left(), y - (tick > 0 ? 0 : thickness), plot.width(), thickness),
                          m_style.line);
+        if (!hasValues)
+            break; // an axis of nothing has only its ground
         const double height = m_layout.title.height();
         painter.drawText(QRectF(0, y - height / 2, plot.left() - TimelineLayout::spacing, height),
                          Qt::AlignRight | Qt::AlignVCenter, timelinewords::axisLabel(m_subject.metric, tick));

@@ -53,6 +53,7 @@ public:
                     QSizeF size);
 
     [[nodiscard]] const TimelineLayout& layout() const { return m_layout; }
+    [[nodiscard]] const TimelineStyle& style() const { return m_style; }
 
     /// As large as the item; where nothing is painted they are transparent.
     [[nodiscard]] QImage ground() const;

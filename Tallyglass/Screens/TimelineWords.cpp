@@ -134,6 +134,15 @@ QString manifestDetail(const TimelineEntry& entry) {
         .arg(files(row.changedCount), size(row.changedPhysicalSize), size(row.changedLogicalSize));
 }
 
+QString tip(const TimelineEntry& entry, TimelineMetric metric, std::size_t columnCount) {
+    QStringList lines{words(Fmt::timestamp(entry.date)), summary(entry, metric), manifestDetail(entry)};
+    if (columnCount > 1)
+        lines.append(Timeline::tr("One of %1 in this bar. Zoom in to tell them apart.")
+                         .arg(words(formatGrouped(static_cast<std::int64_t>(columnCount)))));
+    lines.removeAll(QString());
+    return lines.join(QLatin1Char('\n'));
+}
+
 QString openHint(bool hasFullDiskAccess) {
     return hasFullDiskAccess ? Timeline::tr("Click to see file changes")
                              : Timeline::tr("Click: needs Full Disk Access");

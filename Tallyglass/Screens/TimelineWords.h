@@ -33,6 +33,8 @@ namespace tallyglass::timelinewords {
 /// What the manifest knows of a backup: its file count and its sizes. For a backup that it doesn't know,
 /// that it doesn't; empty for the first backup then, and for failures.
 [[nodiscard]] QString manifestDetail(const TimelineEntry& entry);
+/// All of that in lines, for the pointer. `columnCount` entries share the bar that it is over.
+[[nodiscard]] QString tip(const TimelineEntry& entry, TimelineMetric metric, std::size_t columnCount);
 [[nodiscard]] QString openHint(bool hasFullDiskAccess);
 
 [[nodiscard]] QString initialBackupLabel();

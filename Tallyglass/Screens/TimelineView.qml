@@ -1,0 +1,114 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass
+
+// Every backup of the destination as a bar. The chart is adjusted and opened from the keyboard too.
+Card {
+    id: timeline
+    required property AppModel model
+    required property HelperSetup helperSetup
+    required property Pasteboard pasteboard
+    readonly property alias view: timelineState
+
+    title: qsTr("Backup timeline")
+    systemImage: "clock.arrow.circlepath"
+
+    TimelineState {
+        id: timelineState
+        model: timeline.model
+        helperExists: timeline.helperSetup.helperExists
+        differentiateWithoutColor: Theme.differentiateWithoutColor
+    }
+
+    EmptyState {
+        visible: !timelineState.content.hasChart
+        title: qsTr("Not enough history")
+        systemImage: "clock.badge.questionmark"
+        description: qsTr("At least two backups are needed to chart cadence.")
+    }
+
+    Flow {
+        Layout.fillWidth: true
+        visible: timelineState.content.hasChart
+        spacing: Theme.unit
+
+        SegmentedPicker {
+            width: Math.min(implicitWidth, parent.width)
+            label: qsTr("Measure")
+            options: timelineState.metricNames
+            currentIndex: timelineState.metric
+            onPicked: index => timelineState.metric = index
+        }
+        AppButton {
+            visible: chart.isZoomed
+            kind: AppButton.Tool
+            systemImage: "arrow.left.arrow.right"
+            text: qsTr("Show all")
+            onClicked: chart.showAll()
+        }
+    }
+
+    Caption {
+        Layout.fillWidth: true
+        visible: text !== ""
+        text: timelineState.content.caption
+    }
+
+    TimelineHelperCard {
+        visible: timelineState.content.hasChart && timelineState.content.prompt.shown
+        prompt: timelineState.content.prompt
+        copied: timelineState.copiedCommand
+        onCopyRequested: {
+            timeline.pasteboard.setText(timelineState.installCommand);
+            timelineState.copiedCommand = true;
+        }
+        onGuideRequested: timelineState.showingHelperGuide = true
+        onRefreshRequested: timeline.model.reloadManifest()
+    }
+
+    TimelineChart {
+        id: chart
+        Layout.fillWidth: true
+        implicitHeight: Theme.unit * (17 + 10 * Theme.textScale)
+        visible: timelineState.content.hasChart
+        view: timelineState
+        onActiveFocusChanged: timelineState.chartFocused = activeFocus
+
+        Accessible.role: Accessible.Slider
+        Accessible.name: timelineState.content.accessibleName
+        Accessible.description: timelineState.content.accessibleDescription
+        Accessible.focusable: true
+        Accessible.onIncreaseAction: timelineState.moveSelection(1)
+        Accessible.onDecreaseAction: timelineState.moveSelection(-1)
+        Accessible.onPressAction: timelineState.openSelectedChanges()
+
+        FocusRing {}
+        PinchHandler {
+            property real previous: 1
+            target: null
+            onActiveChanged: previous = 1
+            onActiveScaleChanged: {
+                chart.zoom(activeScale / previous, centroid.position.x);
+                previous = activeScale;
+            }
+        }
+        HoverTip {
+            readonly property point bar: chart.tipPosition
+            x: Math.max(0, Math.min(chart.width - width, bar.x - width / 2))
+            y: bar.y - height - Theme.unit
+            delay: 0
+            text: chart.tip
+            visible: chart.tip !== ""
+        }
+    }
+
+    TimelineDetail {
+        visible: timelineState.content.hasChart
+        content: timelineState.content
+    }
+
+    TimelineLegend {
+        visible: timelineState.content.hasChart
+        items: timelineState.content.legend
+    }
+}

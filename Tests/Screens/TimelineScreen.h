@@ -1,0 +1,75 @@
+// The real timeline over a model of its own, off screen, for a history that the test gives.
+//
+// Main thread only. Needs Tests/Support/QtMain.
+
+#pragma once
+
+#include "Tallyglass/Desktop/Alerts.h"
+#include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Desktop/Workspace.h"
+#include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/HelperSetup.h"
+#include "Tallyglass/Screens/TimelineChart.h"
+#include "Tallyglass/Screens/TimelineView.h"
+#include "TallyglassKit/Platform/SystemPaths.h"
+#include "Tests/Screens/QmlScreen.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <vector>
+
+namespace tallyglass::test {
+
+/// Remembers what was copied last.
+class LastCopied : public Pasteboard {
+public:
+    void setText(const QString& copied) override { text = copied; }
+    QString text;
+};
+
+class NoWorkspace : public Workspace {
+public:
+    bool openUrl(const QUrl&) override { return true; }
+    void reveal(const std::filesystem::path&) override {}
+};
+
+/// The machine under the timeline, with a clock that stands still.
+class TimelineMachine {
+public:
+    TimelineMachine();
+
+    /// Gives the model one destination with backups and attempts, each so many seconds ago.
+    void setHistory(const std::vector<double>& backups, const std::vector<double>& attempts = {});
+    /// Gives every backup but the newest ones a row in the manifest, the oldest as the initial backup.
+    void setManifest(std::size_t without = 0);
+    [[nodiscard]] static Date ago(double seconds);
+
+    TemporaryFolder folder;
+    SystemPaths paths;
+    NoWorkspace workspace;
+    Alerts alerts;
+    LastCopied pasteboard;
+    AppModel model;
+    HelperSetup helperSetup;
+};
+
+/// Backups of every hour up to one hour ago.
+[[nodiscard]] std::vector<double> hourly(int count);
+
+/// The timeline of a machine in a window.
+class TimelineScreen : public QmlScreen {
+public:
+    explicit TimelineScreen(TimelineMachine& machine, QSize size = {800, 600});
+
+    [[nodiscard]] TimelineView& view() const { return *m_view; }
+    [[nodiscard]] TimelineChart& chart() const { return *m_chart; }
+    /// Where an entry stands, in the window, in the middle of the plot's height.
+    [[nodiscard]] QPointF place(std::size_t index) const;
+    /// The chart as a screen reader meets it.
+    [[nodiscard]] Element element() const;
+
+private:
+    TimelineView* m_view;
+    TimelineChart* m_chart;
+};
+
+} // namespace tallyglass::test
