@@ -1,5 +1,7 @@
 #include "Tests/Models/ScriptedMachine.h"
 
+#include "TallyglassKit/Access/BackupPath.h"
+
 #include <fmt/chrono.h>
 
 #include <filesystem>
@@ -13,6 +15,7 @@ ScriptedMachine::ScriptedMachine() {
     const auto tool = m_folder.write("usr/bin/tmutil", fmt::format(R"(#!/bin/sh
 cd '{}' || exit 99
 echo "$1" >> calls
+[ -e "answers/$1.hold" ] && exec sleep 600
 [ -e "answers/$1.error" ] && {{ cat "answers/$1.error" >&2; exit 1; }}
 [ -e "answers/$1" ] && cat "answers/$1"
 exit 0
@@ -24,11 +27,43 @@ exit 0
 
 void ScriptedMachine::answer(const std::string& verb, const std::string& output) const {
     fs::remove(m_folder / "answers" / (verb + ".error"));
+    fs::remove(m_folder / "answers" / (verb + ".hold"));
     m_folder.write("answers/" + verb, output);
 }
 
 void ScriptedMachine::fail(const std::string& verb, const std::string& error) const {
     m_folder.write("answers/" + verb + ".error", error);
+}
+
+void ScriptedMachine::hold(const std::string& verb) const {
+    m_folder.write("answers/" + verb + ".hold", "");
+}
+
+Date ScriptedMachine::dateOfBackup(int index, int count) const {
+    return *now - std::chrono::hours(24 * (count - index));
+}
+
+std::vector<std::string> ScriptedMachine::setBackups(int count) const {
+    std::vector<std::string> roots;
+    std::string listing;
+    for (int index = 0; index < count; ++index) {
+        const std::string name = BackupPath::stamp(dateOfBackup(index, count)) + ".backup";
+        const auto root = m_folder / "Volumes/.timemachine/U" / name / name;
+        fs::create_directories(root / "Data");
+        roots.push_back(root.string());
+        listing += root.string() + "\n";
+    }
+    answer("listbackups", listing);
+    return roots;
+}
+
+void ScriptedMachine::setAdded(const std::string& root, const std::vector<std::string>& names) const {
+    std::string text = "<plist version=\"1.0\"><dict><key>Changes</key><array>";
+    for (const auto& name : names)
+        text += fmt::format("<dict><key>AddedItem</key><dict><key>Path</key><string>{}/Data/{}</string>"
+                            "<key>Size</key><integer>10</integer></dict></dict>",
+                            root, name);
+    answer("compare", text + "</array></dict></plist>");
 }
 
 void ScriptedMachine::setStatus(const std::string& entries) const {

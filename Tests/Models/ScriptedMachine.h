@@ -18,10 +18,18 @@ public:
     void answer(const std::string& verb, const std::string& output) const;
     /// Has it fail with `error` on standard error.
     void fail(const std::string& verb, const std::string& error) const;
+    /// Has it wait, once asked, until it is told to terminate.
+    void hold(const std::string& verb) const;
     /// What "tmutil status" says: `entries` are of the form "Running = 1;".
     void setStatus(const std::string& entries) const;
     /// The preferences, with this many backups an hour apart on each destination, the last an hour ago.
     void setDestinations(const std::vector<std::string>& identifiers, int backups = 3) const;
+    /// Makes so many backups, a day apart, the last one day ago, each of them an empty folder. Their roots.
+    std::vector<std::string> setBackups(int count) const;
+    /// The date of one of so many backups.
+    [[nodiscard]] Date dateOfBackup(int index, int count) const;
+    /// Has "tmutil compare" report these files, each of 10 bytes, as added below /Data of `root`.
+    void setAdded(const std::string& root, const std::vector<std::string>& names) const;
     /// The helper's copy of the manifest, with one row of this transaction.
     void setManifest(int xid) const;
     void grantAccess() const;

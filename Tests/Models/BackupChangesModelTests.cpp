@@ -1,0 +1,202 @@
+#include "Tallyglass/Models/BackupChangesModel.h"
+#include "TallyglassKit/Access/BackupListing.h"
+#include "Tests/HostTools/HostMachine.h"
+#include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Support/ProcessResources.h"
+#include "Tests/Support/QtMain/EventLoop.h"
+
+#include <gmock/gmock.h>
+
+namespace tallyglass {
+namespace {
+
+using test::waitUntil;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+using Texts = std::vector<std::string>;
+
+Texts shown(const BackupChangesModel& model) {
+    Texts lines;
+    for (const DisplayRow& row : model.visibleRows())
+        lines.push_back(std::string(static_cast<std::size_t>(row.indent) * 2, ' ') +
+                        std::string(row.change->fileName()));
+    return lines;
+}
+
+class Changes : public testing::Test {
+protected:
+    Changes() { qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str()); }
+    ~Changes() override { qunsetenv("XDG_DATA_HOME"); }
+
+    void load(Date target) {
+        model.load(target, 2);
+        waitUntil([this] { return model.error() || model.isOldest() || model.comparison(); });
+    }
+    [[nodiscard]] long compareRuns() const {
+        const auto calls = machine.calls();
+        return std::ranges::count(calls, "compare");
+    }
+
+    const test::ScriptedMachine machine;
+    BackupChangesModel model{machine.surroundings()};
+};
+
+TEST_F(Changes, areThoseFromTheBackupBefore) {
+    const auto roots = machine.setBackups(3);
+    machine.setAdded(roots[2], {"b.txt", "a.txt"});
+    load(machine.dateOfBackup(2, 3) + std::chrono::seconds(300));
+    EXPECT_EQ(model.resolvedFrom(), machine.dateOfBackup(1, 3));
+    EXPECT_EQ(model.resolvedTo(), machine.dateOfBackup(2, 3));
+    EXPECT_EQ(model.comparison()->addedCount, 2);
+    EXPECT_THAT(shown(model), ElementsAre("a.txt", "b.txt"));
+    EXPECT_FALSE(model.progressText());
+    EXPECT_FALSE(machine.timer->remaining); // the seconds stand still
+    EXPECT_FALSE(model.error());
+}
+
+TEST_F(Changes, areNotGuessedForAPointFarFromAnyBackup) {
+    machine.setBackups(3);
+    load(machine.dateOfBackup(2, 3) + std::chrono::seconds(301));
+    EXPECT_EQ(model.error(),
+              "Couldn't confidently match this point to a specific backup, so no diff is shown "
+              "rather than risk showing the wrong one.");
+    EXPECT_EQ(compareRuns(), 0);
+}
+
+TEST_F(Changes, ofTheOldestBackupAreNone) {
+    machine.setBackups(3);
+    load(machine.dateOfBackup(0, 3));
+    EXPECT_TRUE(model.isOldest());
+    EXPECT_EQ(model.resolvedTo(), machine.dateOfBackup(0, 3));
+    EXPECT_FALSE(model.resolvedFrom());
+    EXPECT_FALSE(model.error());
+    EXPECT_EQ(compareRuns(), 0);
+}
+
+TEST_F(Changes, sayWhyTheyCantBeTold) {
+    load(*machine.now);
+    EXPECT_EQ(model.error(), BackupListing::message());
+
+    machine.setBackups(2);
+    machine.fail("compare", "tmutil: no such backup\n");
+    load(machine.dateOfBackup(1, 2));
+    EXPECT_EQ(model.error(), "tmutil: no such backup");
+    EXPECT_THAT(shown(model), IsEmpty());
+
+    const auto roots = machine.setBackups(2);
+    machine.setAdded(roots[1], {"a.txt"});
+    load(machine.dateOfBackup(1, 2));
+    EXPECT_FALSE(model.error());
+    EXPECT_THAT(shown(model), ElementsAre("a.txt"));
+}
+
+TEST_F(Changes, sayThatTheCacheCantBeOpened) {
+    machine.folder().write("data", "a file where the folder should be");
+    load(*machine.now);
+    EXPECT_THAT(model.error().value(), StartsWith("Could not open the diff cache: "));
+}
+
+TEST_F(Changes, countTheSecondsWhileAComparisonRunsAndEndWithTheirChild) {
+    machine.setBackups(2);
+    machine.hold("compare");
+    model.load(machine.dateOfBackup(1, 2), 2);
+    waitUntil([this] { return compareRuns() == 1; });
+    for (int second = 0; second < 75; ++second)
+        machine.timer->fire();
+    EXPECT_EQ(model.elapsedText(), "1:15");
+
+    model.cancel();
+    EXPECT_FALSE(model.progressText());
+    EXPECT_FALSE(machine.timer->remaining);
+    EXPECT_EQ(model.error(), "Comparison cancelled.");
+    waitUntil([] { return test::ProcessResources::now().children == 0; });
+    EXPECT_FALSE(model.comparison());
+    EXPECT_EQ(model.elapsed(), 75);
+}
+
+TEST_F(Changes, areThoseOfTheLoadThatWasAskedForLast) {
+    const auto roots = machine.setBackups(3);
+    machine.hold("compare");
+    model.load(machine.dateOfBackup(1, 3), 2);
+    waitUntil([this] { return compareRuns() == 1; });
+    machine.setAdded(roots[2], {"new.txt"});
+    load(machine.dateOfBackup(2, 3));
+    EXPECT_THAT(shown(model), ElementsAre("new.txt"));
+    EXPECT_FALSE(model.error());
+    EXPECT_EQ(model.elapsed(), 0);
+}
+
+/// Over backups that are real: folders three levels deep, one of which holds the only changes.
+class ChangesOfAMachine : public testing::Test {
+protected:
+    ChangesOfAMachine() {
+        qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str());
+        machine.folder().write("source/a/b/c/deep.txt", "one");
+        machine.folder().write("source/a/same.txt", "same");
+        machine.folder().write("source/other/file.txt", "same");
+        machine.setUp();
+        machine.backUp();
+        machine.folder().write("source/a/b/c/deep.txt", "another");
+        machine.folder().write("source/a/b/c/new.txt", "new");
+        machine.backUp();
+    }
+    ~ChangesOfAMachine() override { qunsetenv("XDG_DATA_HOME"); }
+
+    [[nodiscard]] AppSurroundings surroundings() const {
+        AppSurroundings result(SystemPaths(machine.root()));
+        result.runner = TMUtilRunner(machine.tool());
+        return result;
+    }
+
+    const test::HostMachine machine;
+    BackupChangesModel model{surroundings()};
+};
+
+TEST_F(ChangesOfAMachine, areFoundByOpeningFolders) {
+    model.load(machine.destination().snapshotDates.back(), 2);
+    waitUntil([this] { return model.error() || (model.comparison() && !model.progressText()); });
+    ASSERT_EQ(model.error(), std::nullopt);
+
+    // Opens whatever can be opened until nothing more comes, as an untiring user would.
+    const auto isSettled = [this] {
+        for (const DisplayRow& row : model.visibleRows()) {
+            if (row.isLoading || model.tree().isFetching(row.change->path))
+                return false;
+        }
+        return true;
+    };
+    for (bool opened = true; opened;) {
+        waitUntil(isSettled);
+        opened = false;
+        for (const DisplayRow& row : model.visibleRows()) {
+            if (row.isExpandable && !row.isExpanded) {
+                model.toggleExpand(*row.change);
+                opened = true;
+                break; // the rows are new now
+            }
+        }
+    }
+    Texts names;
+    for (const DisplayRow& row : model.visibleRows())
+        names.emplace_back(row.change->fileName());
+    EXPECT_THAT(names, testing::IsSupersetOf({"deep.txt", "new.txt"}));
+    EXPECT_THAT(names, testing::Not(testing::Contains("file.txt")));
+    EXPECT_EQ(test::ProcessResources::now().children, 0u);
+}
+
+TEST(VolumeComponent, isTheFirstFolderThatIsntHidden) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(BackupChangesModel::volumeComponent(folder.path()), std::nullopt);
+    folder.write(".hidden/x", "");
+    folder.write("A file", "");
+    EXPECT_EQ(BackupChangesModel::volumeComponent(folder.path()), std::nullopt);
+    folder.write("Zeta/x", "");
+    folder.write("Macintosh HD - Data/x", "");
+    EXPECT_EQ(BackupChangesModel::volumeComponent(folder.path()), "Macintosh HD - Data");
+    EXPECT_EQ(BackupChangesModel::volumeComponent(folder / "nowhere"), std::nullopt);
+}
+
+} // namespace
+} // namespace tallyglass
