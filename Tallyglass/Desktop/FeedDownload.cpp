@@ -34,7 +34,8 @@ void FeedDownload::read() {
 
 void FeedDownload::end() {
     m_reply->disconnect(this);
-    m_text += m_reply->read(m_limits.bytes + 1 - m_text.size());
+    if (m_reply->isOpen()) // not after an abort
+        m_text += m_reply->read(m_limits.bytes + 1 - m_text.size());
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (m_isTooLate)
         emit failed(tr("The server took too long."));
