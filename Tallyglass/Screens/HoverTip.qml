@@ -10,13 +10,21 @@ T.ToolTip {
     margins: Theme.unit
     padding: Theme.unit
     delay: 500
-    implicitWidth: Math.min(contentItem.implicitWidth, Theme.unit * 60) + leftPadding + rightPadding
-    implicitHeight: contentItem.height + topPadding + bottomPadding
+    implicitWidth: Math.min(unwrapped.implicitWidth, Theme.unit * 60) + leftPadding + rightPadding
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
 
     contentItem: TextLabel {
         text: tip.text
         font.pixelSize: Theme.captionSize
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+
+        TextLabel { // as wide as its longest line, which a text that wraps doesn't tell
+            id: unwrapped
+            visible: false
+            text: tip.text
+            font.pixelSize: Theme.captionSize
+            wrapMode: Text.NoWrap
+        }
     }
     background: Rectangle {
         color: Theme.cardGround

@@ -66,6 +66,19 @@ Card {
         onRefreshRequested: timeline.model.reloadManifest()
     }
 
+    Loader { // of a sheet over the window
+        active: timelineState.showingHelperGuide
+        visible: false
+        sourceComponent: FullDiskAccessGuide {
+            target: FullDiskAccessGuide.Helper
+            model: timeline.model
+            helperSetup: timeline.helperSetup
+            pasteboard: timeline.pasteboard
+            visible: true
+            onClosed: timelineState.showingHelperGuide = false
+        }
+    }
+
     TimelineChart {
         id: chart
         Layout.fillWidth: true
@@ -82,7 +95,7 @@ Card {
         Accessible.onDecreaseAction: timelineState.moveSelection(-1)
         Accessible.onPressAction: timelineState.openSelectedChanges()
 
-        FocusRing {}
+        FocusRing { anchors.margins: -Theme.unit * 0.75 }
         PinchHandler {
             property real previous: 1
             target: null
