@@ -1,10 +1,13 @@
 #include "Tallyglass/Screens/Application.h"
 
+#include "Tallyglass/Desktop/SingleInstance.h"
 #include "Tallyglass/Screens/ApplicationOptions.h"
 #include "Tallyglass/Screens/TallyglassApp.h"
+#include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <fmt/format.h>
 
+#include <QCryptographicHash>
 #include <QGuiApplication>
 #include <QQuickWindow>
 #include <cstdio>
@@ -26,6 +29,16 @@ int savePictures(TallyglassApp& app, const std::string& folder) {
     return success;
 }
 
+/// Where the program listens for a second start on the same machine.
+QString socketPath() {
+    const QString standard = SingleInstance::standardSocketPath();
+    if (standard.isEmpty())
+        return {};
+    const auto root = QByteArray::fromStdString(SystemPaths::standard().root().string());
+    const QByteArray digest = QCryptographicHash::hash(root, QCryptographicHash::Sha1).toHex();
+    return standard + QLatin1Char('.') + QString::fromLatin1(digest.first(8));
+}
+
 int start(int& argc, char** argv, const ApplicationOptions& options) {
     if (options.screenshots) { // drawn the same on every machine, with a display or without
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -37,9 +50,16 @@ int start(int& argc, char** argv, const ApplicationOptions& options) {
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYGLASS_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("tallyglass"));
 
-    TallyglassApp app(options);
-    if (options.screenshots)
+    if (options.screenshots) {
+        TallyglassApp app(options);
         return savePictures(app, *options.screenshots);
+    }
+    SingleInstance instance(socketPath());
+    // A made-up session is an instance of its own: the first one shows something else.
+    if (!options.fixture && !instance.claim(QGuiApplication::arguments().mid(1)))
+        return success;
+    TallyglassApp app(options);
+    QObject::connect(&instance, &SingleInstance::reopened, &app, &TallyglassApp::reopen);
     app.showWindow();
     return QGuiApplication::exec();
 }

@@ -1,8 +1,11 @@
 #include "Tallyglass/Screens/TallyglassApp.h"
 
+#include "Tallyglass/Desktop/SessionBus.h"
 #include "Tallyglass/Models/FixtureSession.h"
+#include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/ScreenPictures.h"
 #include "Tallyglass/Screens/Theme.h"
+#include "Tallyglass/Screens/TrayPresence.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -30,8 +33,10 @@ TallyglassApp::TallyglassApp(const ApplicationOptions& options)
       m_helperSetup(m_model.paths(), m_workspace, m_alerts) {
     startModel();
     loadWindow();
-    if (!m_options.screenshots)
-        followDesktop();
+    if (m_options.screenshots)
+        return;
+    followDesktop();
+    m_delegate = std::make_unique<AppDelegate>(m_model, *m_window);
 }
 
 TallyglassApp::~TallyglassApp() = default;
@@ -45,10 +50,6 @@ void TallyglassApp::startModel() {
     m_model.refresh([this] {
         m_hasData = true;
         m_model.startPolling();
-    });
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive)
-            m_model.recheckPermission();
     });
 }
 
@@ -84,7 +85,19 @@ void TallyglassApp::followDesktop() {
 void TallyglassApp::showWindow() {
     if (m_options.reportsStart)
         reportStart();
+    connect(m_window.get(), &QQuickWindow::frameSwapped, this, &TallyglassApp::afterFirstFrame,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_window->show();
+}
+
+void TallyglassApp::reopen() {
+    m_delegate->applicationShouldHandleReopen();
+}
+
+/// What nobody has to wait for.
+void TallyglassApp::afterFirstFrame() {
+    m_tray = std::make_unique<TrayPresence>(m_engine, m_model, m_workspace, sessionBusAddress());
+    m_delegate->stayInTray(*m_tray);
 }
 
 /// Says "ready" once, at the first frame that is drawn after the data has come.

@@ -24,7 +24,9 @@
 
 namespace tallyglass {
 
+class AppDelegate;
 class Theme;
+class TrayPresence;
 
 class TallyglassApp : public QObject {
     Q_OBJECT
@@ -38,6 +40,8 @@ public:
     ~TallyglassApp() override;
 
     void showWindow();
+    /// Brings the window to the front, closed or not.
+    void reopen();
 
     /// Draws every screen and sheet into `folder`, when the data is there. Throws `Error`.
     void savePictures(const std::filesystem::path& folder,
@@ -47,6 +51,7 @@ private:
     void startModel();
     void loadWindow();
     void followDesktop();
+    void afterFirstFrame();
     void reportStart();
     [[nodiscard]] Theme& theme() { return *m_theme; }
 
@@ -61,6 +66,8 @@ private:
     QQmlEngine m_engine; // after what its objects use
     Theme* m_theme = nullptr;
     std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<TrayPresence> m_tray; ///< absent until the first frame is drawn
 };
 
 } // namespace tallyglass

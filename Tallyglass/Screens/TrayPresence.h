@@ -1,0 +1,48 @@
+// The program's item in the desktop's tray, there for as long as the desktop has a tray.
+//
+// Main thread only. What it needs is loaded when there is a tray and not before. The engine, the model and
+// the workspace have to outlive it.
+
+#pragma once
+
+#include "Tallyglass/Desktop/TrayHost.h"
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+class QQmlEngine;
+
+namespace tallyglass {
+
+class AppModel;
+class MenuBarView;
+class Workspace;
+
+class TrayPresence : public QObject {
+    Q_OBJECT
+
+public:
+    /// `busAddress` is where the desktop's tray is asked for.
+    TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace, const QString& busAddress);
+    ~TrayPresence() override;
+
+    [[nodiscard]] bool isShown() const { return m_item != nullptr; }
+
+signals:
+    void shownChanged();
+    void openRequested(); ///< the user wants the window
+
+private:
+    void follow();
+    void show();
+
+    QQmlEngine& m_engine;
+    AppModel& m_model;
+    Workspace& m_workspace;
+    TrayHost m_host;
+    std::unique_ptr<MenuBarView> m_view;
+    std::unique_ptr<QObject> m_item; // shows the view
+};
+
+} // namespace tallyglass
