@@ -1,6 +1,5 @@
 #include "Tallyglass/Screens/TallyglassApp.h"
 
-#include "Tallyglass/Desktop/SessionBus.h"
 #include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/ScreenPictures.h"
@@ -96,7 +95,7 @@ void TallyglassApp::reopen() {
 
 /// What nobody has to wait for.
 void TallyglassApp::afterFirstFrame() {
-    m_tray = std::make_unique<TrayPresence>(m_engine, m_model, m_workspace, sessionBusAddress());
+    m_tray = std::make_unique<TrayPresence>(m_engine, m_model, m_workspace);
     m_delegate->stayInTray(*m_tray);
 }
 

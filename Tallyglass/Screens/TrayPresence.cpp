@@ -9,9 +9,8 @@
 
 namespace tallyglass {
 
-TrayPresence::TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace,
-                           const QString& busAddress)
-    : m_engine(engine), m_model(model), m_workspace(workspace), m_host(busAddress) {
+TrayPresence::TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace)
+    : m_engine(engine), m_model(model), m_workspace(workspace) {
     connect(&m_host, &TrayHost::availableChanged, this, &TrayPresence::follow);
     follow();
 }

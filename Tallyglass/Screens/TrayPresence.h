@@ -8,7 +8,6 @@
 #include "Tallyglass/Desktop/TrayHost.h"
 
 #include <QObject>
-#include <QString>
 #include <memory>
 
 class QQmlEngine;
@@ -23,8 +22,7 @@ class TrayPresence : public QObject {
     Q_OBJECT
 
 public:
-    /// `busAddress` is where the desktop's tray is asked for.
-    TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace, const QString& busAddress);
+    TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace);
     ~TrayPresence() override;
 
     [[nodiscard]] bool isShown() const { return m_item != nullptr; }
