@@ -1,15 +1,15 @@
 import QtQuick
 import Tallyglass
 
-// Shows what the program has to ask or to tell, one after the other.
-Item {
+// Shows what the program has to ask or to tell, one after the other. Answered elsewhere, an alert goes too.
+Loader {
     id: host
     required property Alerts alerts
 
-    AlertSheet {
-        id: sheet
+    active: false
+    sourceComponent: AlertSheet {
         property alert content
-        property bool asked: false
+        property bool asks: false
 
         title: content.title
         text: content.text
@@ -18,23 +18,29 @@ Item {
         confirmText: content.confirmText
         cancelText: content.cancelText
         onAnswered: confirmed => {
-            if (!asked)
+            if (!asks)
                 return;
-            asked = false;
+            asks = false;
             host.alerts.answer(confirmed);
         }
     }
     Connections {
         target: host.alerts
-        function onCurrentChanged() { Qt.callLater(host.showNext); } // the one before is still closing
+        function onCurrentChanged() { Qt.callLater(host.showCurrent); } // the one before may still be closing
     }
-    Component.onCompleted: showNext()
+    Component.onCompleted: showCurrent()
 
-    function showNext() {
-        if (!alerts.isShowing || sheet.asked)
+    function showCurrent() {
+        active = active || alerts.isShowing;
+        if (!active)
             return;
-        sheet.content = alerts.current;
-        sheet.asked = true;
-        sheet.open();
+        if (!alerts.isShowing) {
+            item.asks = false;
+            item.close();
+            return;
+        }
+        item.content = alerts.current;
+        item.asks = true;
+        item.open();
     }
 }

@@ -16,12 +16,30 @@ FocusScope {
     readonly property alias shell: shellView
     /// The screen that is shown.
     readonly property Item screen: screens.count > 0 ? screens.itemAt(shellView.sectionIndex)?.item ?? null : null
-    /// The sheets that can stand over the window, by the names that pictures of them get.
-    readonly property var sheets: ({ "about": about })
+    /// The sheets that stand over the whole window, by the names that pictures of them get.
+    readonly property var sheets: ({
+        "about": aboutSheet,
+        "access-guide-app": appGuide,
+        "access-guide-helper": helperGuide
+    })
+
+    /// Opens a sheet, which goes when it is closed.
+    function present(name: string): var {
+        const sheet = sheets[name].createObject(root);
+        sheet.closed.connect(() => sheet.destroy());
+        sheet.open();
+        return sheet;
+    }
 
     /// In the order of the sections.
     readonly property list<Component> screenComponents: [
-        Component { DashboardView {} },
+        Component {
+            DashboardView {
+                model: root.model
+                helperSetup: root.helperSetup
+                pasteboard: root.pasteboard
+            }
+        },
         Component { CompareView {} },
         Component { FileHistoryView {} },
         Component { ExclusionsView {} }
@@ -63,6 +81,7 @@ FocusScope {
                 title: "Tallyglass"
                 subtitle: shellView.content.subtitle
 
+                BackupButton { model: root.model }
                 AppButton {
                     kind: AppButton.Tool
                     systemImage: "arrow.clockwise"
@@ -132,7 +151,7 @@ FocusScope {
 
         AppMenuItem {
             text: qsTr("About Tallyglass")
-            onTriggered: about.open()
+            onTriggered: root.present("about")
         }
         AppMenuDivider {}
         AppMenuItem {
@@ -147,11 +166,31 @@ FocusScope {
             onTriggered: Qt.quit()
         }
     }
-    AlertSheet {
-        id: about
-        title: qsTr("Tallyglass %1").arg(Qt.application.version)
-        text: qsTr("Makes this computer's Time Machine backups visible.")
-        systemImage: "clock.arrow.trianglehead.counterclockwise.rotate.90"
+    Component {
+        id: aboutSheet
+        AlertSheet {
+            title: qsTr("Tallyglass %1").arg(Qt.application.version)
+            text: qsTr("Makes this computer's Time Machine backups visible.")
+            systemImage: "clock.arrow.trianglehead.counterclockwise.rotate.90"
+        }
+    }
+    Component {
+        id: appGuide
+        FullDiskAccessGuide {
+            model: root.model
+            helperSetup: root.helperSetup
+            pasteboard: root.pasteboard
+            target: FullDiskAccessGuide.App
+        }
+    }
+    Component {
+        id: helperGuide
+        FullDiskAccessGuide {
+            model: root.model
+            helperSetup: root.helperSetup
+            pasteboard: root.pasteboard
+            target: FullDiskAccessGuide.Helper
+        }
     }
     AlertHost { alerts: root.alerts }
 }

@@ -65,8 +65,8 @@ void writeWhole(const QString& path, const QImage& image) {
 
 } // namespace
 
-ScreenPictures::ScreenPictures(QQuickWindow& window, Theme& theme)
-    : m_window(window), m_theme(theme), m_root(part<QQuickItem>(window, "root")),
+ScreenPictures::ScreenPictures(QQuickWindow& window, Theme& theme, std::vector<Appearance> others)
+    : m_window(window), m_theme(theme), m_others(std::move(others)), m_root(part<QQuickItem>(window, "root")),
       m_shell(part<ShellView>(m_root, "shell")) {}
 
 void ScreenPictures::save(const std::filesystem::path& folder, const QString& session,
@@ -93,14 +93,12 @@ void ScreenPictures::saveSections() {
         m_shell.setSectionIndex(index);
         settle();
         saveFrame({});
-        auto& screen = part<QQuickItem>(m_root, "screen");
-        savePages(screen);
-        saveSheets(screen);
+        savePages(part<QQuickItem>(m_root, "screen"));
     }
     m_shell.setSectionIndex(0);
     m_section.clear();
     settle();
-    saveSheets(m_root);
+    saveSheets();
 }
 
 void ScreenPictures::savePages(QQuickItem& screen) {
@@ -117,16 +115,24 @@ void ScreenPictures::savePages(QQuickItem& screen) {
     scrolling->setProperty("contentY", 0);
 }
 
-void ScreenPictures::saveSheets(const QObject& owner) {
-    const QVariantMap sheets = owner.property("sheets").toMap();
-    for (auto sheet = sheets.begin(); sheet != sheets.end(); ++sheet) {
-        auto* object = sheet.value().value<QObject*>();
-        if (!object)
-            throw Error(fmt::format("The sheet \"{}\" isn't there.", sheet.key().toStdString()));
-        QMetaObject::invokeMethod(object, "open");
+void ScreenPictures::saveSheets() {
+    for (const QString& name : m_root.property("sheets").toMap().keys()) {
+        QVariant presented;
+        QMetaObject::invokeMethod(&m_root, "present", Q_RETURN_ARG(QVariant, presented),
+                                  Q_ARG(QString, name));
+        auto* sheet = presented.value<QObject*>();
+        if (!sheet)
+            throw Error(fmt::format("The sheet \"{}\" can't be shown.", name.toStdString()));
         settle();
-        saveFrame(sheet.key());
-        QMetaObject::invokeMethod(object, "close");
+        saveFrame(name);
+        QMetaObject::invokeMethod(sheet, "close");
+        settle();
+    }
+    for (const Appearance& other : m_others) {
+        other.show();
+        settle();
+        saveFrame(other.name);
+        other.dismiss();
         settle();
     }
 }

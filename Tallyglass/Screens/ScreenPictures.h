@@ -3,7 +3,7 @@
 // display.
 //
 // Main thread only. The window and the theme have to outlive it. The window's `root` tells what there is to
-// draw: `shell.sections`, `screen`, and on both the root and a screen the `sheets` by their names.
+// draw: `shell.sections` with the `screen` of the one that is picked, and `sheets` that it presents by name.
 
 #pragma once
 
@@ -11,8 +11,8 @@
 #include <QString>
 #include <filesystem>
 #include <functional>
+#include <vector>
 
-class QObject;
 class QQuickItem;
 class QQuickWindow;
 
@@ -23,7 +23,14 @@ class Theme;
 
 class ScreenPictures {
 public:
-    ScreenPictures(QQuickWindow& window, Theme& theme);
+    /// Something else that comes over the window and goes again.
+    struct Appearance {
+        QString name;
+        std::function<void()> show;
+        std::function<void()> dismiss;
+    };
+
+    ScreenPictures(QQuickWindow& window, Theme& theme, std::vector<Appearance> others = {});
 
     /// Writes the pictures to `folder`, which is made when it is missing, each whole or not at all. A
     /// picture is named after the session, the section, the sheet that stands over it or the page that it is
@@ -35,12 +42,13 @@ public:
 private:
     void saveSections();
     void savePages(QQuickItem& screen);
-    void saveSheets(const QObject& owner);
+    void saveSheets();
     void saveFrame(const QString& subject);
     void settle();
 
     QQuickWindow& m_window;
     Theme& m_theme;
+    const std::vector<Appearance> m_others;
     QQuickItem& m_root;
     ShellView& m_shell;
     QString m_folder;

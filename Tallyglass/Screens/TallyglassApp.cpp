@@ -117,7 +117,11 @@ void TallyglassApp::savePictures(const std::filesystem::path& folder,
     m_window->show();
     while (!m_hasData)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    ScreenPictures(*m_window, theme())
+    const auto dismiss = [this] { m_alerts.answer(false); };
+    ScreenPictures(*m_window, theme(),
+                   {{.name = QStringLiteral("uninstall"),
+                     .show = [this] { m_helperSetup.confirmAndUninstall(); },
+                     .dismiss = dismiss}})
         .save(folder, QString::fromStdString(m_options.fixture.value_or("machine")), written);
 }
 
