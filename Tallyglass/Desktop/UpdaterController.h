@@ -51,6 +51,9 @@ public:
     /// Checks now, and says in any case how it went. Does nothing while a check isn't possible.
     Q_INVOKABLE void checkForUpdates();
 
+    /// Tells of a newer version, as a check does that finds one.
+    void offer(const AppcastItem& item);
+
 signals:
     void canCheckForUpdatesChanged();
 
@@ -60,7 +63,6 @@ private:
     void check(Manner manner);
     void take(const QByteArray& feed, Manner manner);
     void fail(const QString& reason, Manner manner);
-    void offer(const AppcastItem& item);
     void endCheck();
 
     const UpdaterOptions m_options;

@@ -11,6 +11,7 @@ Window {
     required property Workspace workspace
     required property Pasteboard pasteboard
     required property Alerts alerts
+    required property UpdaterController updater
     readonly property alias root: rootView
 
     width: 900
@@ -29,5 +30,6 @@ Window {
         workspace: window.workspace
         pasteboard: window.pasteboard
         alerts: window.alerts
+        updater: window.updater
     }
 }

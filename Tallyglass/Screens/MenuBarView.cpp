@@ -1,5 +1,6 @@
 #include "Tallyglass/Screens/MenuBarView.h"
 
+#include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Screens/Support.h"
@@ -7,8 +8,9 @@
 
 namespace tallyglass {
 
-MenuBarView::MenuBarView(AppModel& model, Workspace& workspace, QObject* parent)
-    : ModelView(parent), m_workspace(workspace) {
+MenuBarView::MenuBarView(AppModel& model, Workspace& workspace, UpdaterController& updater, QObject* parent)
+    : ModelView(parent), m_workspace(workspace), m_updater(updater) {
+    connect(&updater, &UpdaterController::canCheckForUpdatesChanged, this, [this] { scheduleUpdate(); });
     setModel(&model);
 }
 
@@ -27,7 +29,7 @@ void MenuBarView::update() {
     MenuBarState state{
         .health = model()->health(),
         .status = model()->status(),
-        .canCheckForUpdates = false,
+        .canCheckForUpdates = m_updater.canCheckForUpdates(),
         .offersDonation = Support::isConfigured(),
     };
     if (const TMDestination* destination = model()->selectedDestination())
@@ -56,7 +58,7 @@ void MenuBarView::activate(int index) {
     case MenuEntry::Command::refresh:
         return model()->refresh();
     case MenuEntry::Command::checkForUpdates:
-        return;
+        return m_updater.checkForUpdates();
     case MenuEntry::Command::donate:
         m_workspace.openUrl(QUrl(QString::fromUtf8(Support::donateURL.data(), Support::donateURL.size())));
         return;

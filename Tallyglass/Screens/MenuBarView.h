@@ -14,6 +14,7 @@
 
 namespace tallyglass {
 
+class UpdaterController;
 class Workspace;
 
 class MenuBarView : public ModelView {
@@ -26,7 +27,7 @@ class MenuBarView : public ModelView {
     Q_PROPERTY(QString accessibleName READ accessibleName NOTIFY iconChanged)
 
 public:
-    MenuBarView(AppModel& model, Workspace& workspace, QObject* parent = nullptr);
+    MenuBarView(AppModel& model, Workspace& workspace, UpdaterController& updater, QObject* parent = nullptr);
 
     [[nodiscard]] QVariantList entries() const;
     [[nodiscard]] QUrl iconSource() const;
@@ -48,6 +49,7 @@ protected:
 
 private:
     Workspace& m_workspace;
+    UpdaterController& m_updater;
     std::vector<MenuEntry> m_entries;
     BackupHealth::Level m_level = BackupHealth::Level::healthy;
     MenuBarIcon m_icon = menuBarIcon(m_level);

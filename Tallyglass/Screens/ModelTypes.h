@@ -4,6 +4,7 @@
 
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
@@ -43,6 +44,13 @@ struct PasteboardType {
     Q_GADGET
     QML_FOREIGN(tallyglass::Pasteboard)
     QML_NAMED_ELEMENT(Pasteboard)
+    QML_UNCREATABLE("made by the application")
+};
+
+struct UpdaterControllerType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::UpdaterController)
+    QML_NAMED_ELEMENT(UpdaterController)
     QML_UNCREATABLE("made by the application")
 };
 

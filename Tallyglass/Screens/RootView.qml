@@ -11,6 +11,7 @@ FocusScope {
     required property Workspace workspace
     required property Pasteboard pasteboard
     required property Alerts alerts
+    required property UpdaterController updater
     property real sidebarWidth: 190
 
     readonly property alias shell: shellView
@@ -152,6 +153,12 @@ FocusScope {
         AppMenuItem {
             text: qsTr("About Tallyglass")
             onTriggered: root.present("about")
+        }
+        AppMenuDivider {}
+        AppMenuItem {
+            text: qsTr("Check for Updates…")
+            enabled: root.updater.canCheckForUpdates
+            onTriggered: root.updater.checkForUpdates()
         }
         AppMenuDivider {}
         AppMenuItem {

@@ -17,7 +17,7 @@ struct Glyph {
 // The font names its glyphs in its own way; that name stands beside each code point.
 constexpr Glyph glyphs[] = {
     {"arrow.clockwise", 0xE5D5},                                     // refresh
-    {"arrow.clockwise.circle", 0xE5D5},                              // refresh
+    {"arrow.clockwise.circle", 0xE2E7},                              // change_circle
     {"arrow.left.arrow.right", 0xE915},                              // compare_arrows
     {"arrow.left.arrow.right.square", 0xE3B9},                       // compare
     {"arrow.right", 0xE5C8},                                         // arrow_forward

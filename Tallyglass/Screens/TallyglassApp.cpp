@@ -29,7 +29,8 @@ std::vector<std::string> TallyglassApp::sessions() {
 
 TallyglassApp::TallyglassApp(const ApplicationOptions& options)
     : m_options(options), m_model(surroundings(m_workspace)),
-      m_helperSetup(m_model.paths(), m_workspace, m_alerts) {
+      m_helperSetup(m_model.paths(), m_workspace, m_alerts),
+      m_updater(UpdaterOptions::ofThisBuild(), m_alerts, m_workspace) {
     startModel();
     loadWindow();
     if (m_options.screenshots)
@@ -64,6 +65,7 @@ void TallyglassApp::loadWindow() {
             {QStringLiteral("workspace"), QVariant::fromValue<Workspace*>(&m_workspace)},
             {QStringLiteral("pasteboard"), QVariant::fromValue<Pasteboard*>(&m_pasteboard)},
             {QStringLiteral("alerts"), QVariant::fromValue(&m_alerts)},
+            {QStringLiteral("updater"), QVariant::fromValue(&m_updater)},
         })));
     if (!m_window)
         throw Error(component.errorString().toStdString());
@@ -95,8 +97,9 @@ void TallyglassApp::reopen() {
 
 /// What nobody has to wait for.
 void TallyglassApp::afterFirstFrame() {
-    m_tray = std::make_unique<TrayPresence>(m_engine, m_model, m_workspace);
+    m_tray = std::make_unique<TrayPresence>(m_engine, m_model, m_workspace, m_updater);
     m_delegate->stayInTray(*m_tray);
+    m_updater.start();
 }
 
 /// Says "ready" once, at the first frame that is drawn after the data has come.
@@ -118,10 +121,12 @@ void TallyglassApp::savePictures(const std::filesystem::path& folder,
     while (!m_hasData)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     const auto dismiss = [this] { m_alerts.answer(false); };
+    const AppcastItem newer{.version = QStringLiteral("9.9"),
+                            .name = QStringLiteral("9.9"),
+                            .link = QUrl(QStringLiteral("https://example.org/tallyglass"))};
     ScreenPictures(*m_window, theme(),
-                   {{.name = QStringLiteral("uninstall"),
-                     .show = [this] { m_helperSetup.confirmAndUninstall(); },
-                     .dismiss = dismiss}})
+                   {{QStringLiteral("uninstall"), [this] { m_helperSetup.confirmAndUninstall(); }, dismiss},
+                    {QStringLiteral("update"), [this, newer] { m_updater.offer(newer); }, dismiss}})
         .save(folder, QString::fromStdString(m_options.fixture.value_or("machine")), written);
 }
 

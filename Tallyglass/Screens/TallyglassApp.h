@@ -8,6 +8,7 @@
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/DesktopSettings.h"
 #include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
@@ -61,6 +62,7 @@ private:
     Alerts m_alerts;
     AppModel m_model;
     HelperSetup m_helperSetup;
+    UpdaterController m_updater;
     bool m_hasData = false; ///< the first refresh is done, or a made-up session filled the model
     DesktopSettings m_desktop;
     QQmlEngine m_engine; // after what its objects use

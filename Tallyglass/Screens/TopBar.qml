@@ -9,13 +9,18 @@ Rectangle {
     required property string subtitle
     default property alias actions: row.data
 
-    implicitHeight: row.implicitHeight + Theme.unit * 3
+    // With large text in a small window, the actions stand below the title.
+    readonly property bool stacked: row.implicitWidth + Theme.bodySize * 18 > width
+
+    implicitHeight: grid.implicitHeight + Theme.unit * 3
     color: Theme.windowGround
 
-    RowLayout {
-        id: row
+    GridLayout {
+        id: grid
         anchors { fill: parent; leftMargin: Theme.unit * 3; rightMargin: Theme.unit * 2 }
-        spacing: Theme.unit
+        columns: bar.stacked ? 1 : 2
+        columnSpacing: Theme.unit
+        rowSpacing: Theme.unit
 
         ColumnLayout {
             Layout.fillWidth: true
@@ -37,6 +42,11 @@ Rectangle {
                 color: Theme.secondaryText
                 font.pixelSize: Theme.captionSize
             }
+        }
+        RowLayout {
+            id: row
+            Layout.leftMargin: bar.stacked ? -Theme.unit * 1.5 : 0 // the button's text below the title
+            spacing: Theme.unit
         }
     }
     Divider { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } }

@@ -9,8 +9,9 @@
 
 namespace tallyglass {
 
-TrayPresence::TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace)
-    : m_engine(engine), m_model(model), m_workspace(workspace) {
+TrayPresence::TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace,
+                           UpdaterController& updater)
+    : m_engine(engine), m_model(model), m_workspace(workspace), m_updater(updater) {
     connect(&m_host, &TrayHost::availableChanged, this, &TrayPresence::follow);
     follow();
 }
@@ -32,7 +33,7 @@ void TrayPresence::follow() {
 void TrayPresence::show() {
     if (!m_engine.imageProvider(SymbolImages::providerName))
         m_engine.addImageProvider(SymbolImages::providerName, new SymbolImages); // owned by the engine
-    m_view = std::make_unique<MenuBarView>(m_model, m_workspace);
+    m_view = std::make_unique<MenuBarView>(m_model, m_workspace, m_updater);
     connect(m_view.get(), &MenuBarView::openRequested, this, &TrayPresence::openRequested);
     connect(m_view.get(), &MenuBarView::quitRequested, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
 

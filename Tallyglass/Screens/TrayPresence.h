@@ -1,7 +1,7 @@
 // The program's item in the desktop's tray, there for as long as the desktop has a tray.
 //
-// Main thread only. What it needs is loaded when there is a tray and not before. The engine, the model and
-// the workspace have to outlive it.
+// Main thread only. What it needs is loaded when there is a tray and not before. What it is given has to
+// outlive it.
 
 #pragma once
 
@@ -16,13 +16,14 @@ namespace tallyglass {
 
 class AppModel;
 class MenuBarView;
+class UpdaterController;
 class Workspace;
 
 class TrayPresence : public QObject {
     Q_OBJECT
 
 public:
-    TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace);
+    TrayPresence(QQmlEngine& engine, AppModel& model, Workspace& workspace, UpdaterController& updater);
     ~TrayPresence() override;
 
     [[nodiscard]] bool isShown() const { return m_item != nullptr; }
@@ -38,6 +39,7 @@ private:
     QQmlEngine& m_engine;
     AppModel& m_model;
     Workspace& m_workspace;
+    UpdaterController& m_updater;
     TrayHost m_host;
     std::unique_ptr<MenuBarView> m_view;
     std::unique_ptr<QObject> m_item; // shows the view

@@ -134,16 +134,22 @@ TEST_F(RootViewTest, showsAlertsOneAfterTheOther) {
 
 TEST(SmallRootView, leavesNothingOutAtTwiceTheSizeOfText) {
     test::ShellStage stage;
+    stage.model.setSettings(TMSettings{.destinations = {TMDestination{.id = "A"}}});
     test::QmlScreen screen{"RootView {}", stage.properties(), {720, 560}};
     screen.theme().setTextScale(2);
     static_cast<void>(screen.picture()); // lays everything out
 
+    const QStringList frame{"Overview", "Compare",     "File History", "Exclusions",
+                            "Refresh",  "Back Up Now", "Menu"};
+    int seen = 0;
     for (const auto& element : screen.tree().elements()) {
+        if (!frame.contains(element.name()))
+            continue;
+        ++seen;
         const QRect box = QAccessible::queryAccessibleInterface(element.object())->rect();
-        if (element.role() == QAccessible::ListItem || element.role() == QAccessible::Button) {
-            EXPECT_TRUE(screen.window()->geometry().contains(box)) << qPrintable(element.name());
-        }
+        EXPECT_TRUE(screen.window()->geometry().contains(box)) << qPrintable(element.name());
     }
+    EXPECT_EQ(seen, frame.size());
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/Pasteboard.h"
+#include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
@@ -37,6 +38,7 @@ struct ShellStage {
     Alerts alerts;
     AppModel model{AppSurroundings(SystemPaths(root.path()))};
     HelperSetup helperSetup{model.paths(), workspace, alerts};
+    UpdaterController updater{UpdaterOptions{}, alerts, workspace};
 
     /// The required properties of the root view and of the window.
     [[nodiscard]] QVariantMap properties() {
@@ -46,6 +48,7 @@ struct ShellStage {
             {QStringLiteral("workspace"), QVariant::fromValue<Workspace*>(&workspace)},
             {QStringLiteral("pasteboard"), QVariant::fromValue<Pasteboard*>(&pasteboard)},
             {QStringLiteral("alerts"), QVariant::fromValue(&alerts)},
+            {QStringLiteral("updater"), QVariant::fromValue(&updater)},
         };
     }
 };
