@@ -95,11 +95,16 @@ public:
 
     // The surroundings, for what works beside the model.
 
+    [[nodiscard]] const AppSurroundings& surroundings() const { return m_surroundings; }
     [[nodiscard]] Date now() const { return m_surroundings.clock(); }
     [[nodiscard]] const SystemPaths& paths() const { return m_surroundings.paths; }
     [[nodiscard]] const TMUtilRunner& runner() const { return m_surroundings.runner; }
     [[nodiscard]] const ManifestReader& manifestReader() const { return m_manifestReader; }
     [[nodiscard]] std::unique_ptr<Timer> makeTimer() const { return m_surroundings.makeTimer(); }
+
+    /// Which session fills the model in the place of the live system; empty for none.
+    [[nodiscard]] const std::string& fixtureName() const { return m_fixtureName; }
+    void setFixtureName(const std::string& name) { m_fixtureName = name; }
 
     // Operations.
 
@@ -150,6 +155,7 @@ private:
     RateWindow m_rateWindow;
     std::unique_ptr<Timer> m_pollTimer; ///< absent until the polling starts
     TaskHandle m_pollTask;
+    std::string m_fixtureName;
 
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, BackupStatus, m_status, &AppModel::changed)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_lastError, &AppModel::changed)

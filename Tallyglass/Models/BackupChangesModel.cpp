@@ -113,6 +113,20 @@ void BackupChangesModel::compare(const DiffEngine::Backup& from, const DiffEngin
         [this](const std::exception_ptr& failure) { fail(comparisonFailure(failure)); });
 }
 
+void BackupChangesModel::show(const Shown& shown) {
+    m_comparison.setValue(shown.comparison);
+    m_changes = shown.changes;
+    m_progressText.setValue(shown.progressText);
+    m_error.setValue(shown.error);
+    m_resolvedFrom.setValue(shown.resolvedFrom);
+    m_resolvedTo.setValue(shown.resolvedTo);
+    m_isOldest.setValue(shown.isOldest);
+    m_elapsed.setValue(shown.elapsed);
+    m_bytesReceived.setValue(shown.bytesReceived);
+    resetTree();
+    seedTree(shown.changes, {}, {});
+}
+
 void BackupChangesModel::apply(const DiffEngine::Progress& progress) {
     if (const auto* running = std::get_if<DiffEngine::Running>(&progress))
         m_bytesReceived.setValue(running->bytesReceived);

@@ -30,6 +30,19 @@ public:
     /// Finds the volume's folder below a backup's root. Called on the pool.
     using VolumeProvider = std::function<std::optional<std::string>(const std::string& root)>;
 
+    /// What a screen shows of the model.
+    struct Shown {
+        std::optional<Comparison> comparison = {};
+        std::vector<ChangeRecord> changes = {};
+        std::optional<std::string> progressText = {};
+        std::optional<std::string> error = {};
+        std::optional<Date> resolvedFrom = {};
+        std::optional<Date> resolvedTo = {};
+        bool isOldest = false;
+        std::int64_t elapsed = 0;
+        std::int64_t bytesReceived = 0;
+    };
+
     static constexpr std::int64_t rowLimit = 20'000; ///< the most rows of one comparison
     static constexpr std::int64_t prefetchDepth = 2; ///< of a folder's comparison
 
@@ -64,6 +77,9 @@ public:
     void load(Date target, std::int64_t depth);
     /// Ends the load. Fetches of folders go on.
     void cancel();
+
+    /// Fills the model by other means than a machine.
+    void show(const Shown& shown);
 
     [[nodiscard]] const ChangeTree& tree() const { return m_tree; }
     /// The list as it is now; its rows are valid until the next load.

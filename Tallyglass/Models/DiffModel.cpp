@@ -109,7 +109,7 @@ void DiffModel::take(const Listing& listing) {
     if (listing.backups)
         m_backups.setValue(*listing.backups);
     m_unavailableReason.setValue(listing.unavailableReason);
-    if (!listing.unavailableReason) {
+    if (!listing.unavailableReason && !backups().empty()) {
         const auto& choices = backups();
         const auto isOffered = [&](const std::optional<std::string>& path) {
             return path && std::ranges::find(choices, *path, &BackupChoice::path) != choices.end();
@@ -164,6 +164,16 @@ void DiffModel::take(Result result) {
     m_visibleRows.clear(); // they are indices of the old rows
     m_comparison.setValue(std::move(result.comparison));
     m_changes.setValue(std::move(result.changes));
+    filterRows();
+}
+
+void DiffModel::show(const Shown& shown) {
+    take(Listing{.backups = shown.backups, .unavailableReason = shown.unavailableReason});
+    m_visibleRows.clear();
+    m_comparison.setValue(shown.comparison);
+    m_changes.setValue(shown.changes);
+    m_progressText.setValue(shown.progressText);
+    m_error.setValue(shown.error);
     filterRows();
 }
 

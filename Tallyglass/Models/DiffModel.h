@@ -34,6 +34,16 @@ public:
         friend bool operator==(const BackupChoice&, const BackupChoice&) = default;
     };
 
+    /// What a screen shows of the model, but for the choices, which follow from the backups.
+    struct Shown {
+        std::vector<BackupChoice> backups = {};
+        std::optional<Comparison> comparison = {};
+        std::vector<ChangeRecord> changes = {};
+        std::optional<std::string> progressText = {};
+        std::optional<std::string> error = {};
+        std::optional<std::string> unavailableReason = {};
+    };
+
     static constexpr std::int64_t rowLimit = 20'000; ///< the most rows that are loaded
 
     /// Opens the user's cache when it is prepared.
@@ -91,6 +101,9 @@ public:
     void run(bool useCache);
     /// Stops what runs; its end is then told in `error`.
     void cancel();
+
+    /// Fills the model by other means than a machine.
+    void show(const Shown& shown);
 
 signals:
     void changed();

@@ -216,12 +216,21 @@ Machine longWords(Date now) {
     return machine;
 }
 
+Machine network(Date now) {
+    Machine machine = healthy(now);
+    TMDestination& destination = machine.settings.destinations.front();
+    destination.kind = TMDestination::Kind::network;
+    destination.networkURL = "smb://alex@nas.local/Backups";
+    machine.manifest.clear();
+    return machine;
+}
+
 struct Session {
     std::string_view name;
     Machine (*make)(Date now);
 };
 
-constexpr std::array<Session, 10> sessions{{
+constexpr std::array<Session, 26> sessions{{
     {"healthy", healthy},
     {"warning", warning},
     {"critical", critical},
@@ -232,6 +241,22 @@ constexpr std::array<Session, 10> sessions{{
     {"long", longHistory},
     {"fresh", fresh},
     {"words-long", longWords},
+    {"compare-ready", healthy},
+    {"compare-running", healthy},
+    {"compare-results", healthy},
+    {"compare-metadata", healthy},
+    {"compare-none", healthy},
+    {"compare-partial", healthy},
+    {"compare-many", healthy},
+    {"compare-failure", healthy},
+    {"changes-waiting", healthy},
+    {"changes-running", healthy},
+    {"changes-results", healthy},
+    {"changes-metadata", healthy},
+    {"changes-none", healthy},
+    {"changes-failure", healthy},
+    {"changes-oldest", healthy},
+    {"changes-network", network},
 }};
 
 } // namespace
@@ -251,6 +276,7 @@ bool FixtureSession::fill(AppModel& model, std::string_view name) {
         return false;
     const Machine machine = session->make(model.now());
     model.setFixtureSession(true);
+    model.setFixtureName(std::string(name));
     model.setFdaStatus(machine.access);
     model.setSettings(machine.settings);
     if (!machine.settings.destinations.empty())

@@ -322,7 +322,7 @@ TEST(FixtureSession, showsWhatItsNameSays) {
     EXPECT_THAT(filled("fresh")->selectedDestination()->snapshotDates, SizeIs(1));
     EXPECT_GT(filled("words-long")->selectedDestination()->displayName().size(), 100u);
     EXPECT_EQ(summary("healthy"), "Backups healthy");
-    EXPECT_EQ(FixtureSession::names().size(), 10u);
+    EXPECT_EQ(FixtureSession::names().size(), 26u);
 
     AppModel model(machine.surroundings());
     EXPECT_FALSE(FixtureSession::fill(model, "unheard-of"));

@@ -1,4 +1,5 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
+#include "Tallyglass/Models/FixtureSession.h"
 #include "TallyglassKit/Access/BackupListing.h"
 #include "Tests/HostTools/HostMachine.h"
 #include "Tests/Models/ScriptedMachine.h"
@@ -184,6 +185,18 @@ TEST_F(ChangesOfAMachine, areFoundByOpeningFolders) {
     EXPECT_THAT(names, testing::IsSupersetOf({"deep.txt", "new.txt"}));
     EXPECT_THAT(names, testing::Not(testing::Contains("file.txt")));
     EXPECT_EQ(test::ProcessResources::now().children, 0u);
+}
+
+TEST_F(Changes, areImaginedForEachSession) {
+    for (const std::string_view name : FixtureSession::names()) {
+        FixtureSession::fill(model, name, *machine.now);
+        const int states = (model.progressText() ? 1 : 0) + (model.error() ? 1 : 0) +
+                           (model.isOldest() ? 1 : 0) + (model.comparison() ? 1 : 0);
+        EXPECT_EQ(states, 1) << name;
+    }
+    FixtureSession::fill(model, "changes-results", *machine.now);
+    EXPECT_THAT(shown(model), testing::IsSupersetOf({"Users", "  alex"}));
+    EXPECT_THAT(machine.calls(), IsEmpty());
 }
 
 TEST(VolumeComponent, isTheFirstFolderThatIsntHidden) {
