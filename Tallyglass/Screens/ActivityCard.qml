@@ -10,7 +10,6 @@ Card {
     Accessible.name: content.title
 
     RowLayout {
-        Layout.fillWidth: true
         spacing: Theme.unit
         Symbol {
             name: "clock.arrow.circlepath"
@@ -33,7 +32,6 @@ Card {
         Accessible.ignored: !activity.content.hasFraction
     }
     TextLabel {
-        Layout.fillWidth: true
         text: activity.content.detail
         color: Theme.secondaryText
     }

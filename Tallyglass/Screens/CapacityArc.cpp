@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <cmath>
+#include <numbers>
 
 namespace tallyglass {
 
@@ -20,7 +21,10 @@ void CapacityArc::paint(QPainter* painter) {
     if (m_fraction <= 0)
         return;
     constexpr int sixteenthsPerDegree = 16; // the painter's unit of angle
-    painter->setPen(QPen(m_color, m_lineWidth, Qt::SolidLine, Qt::RoundCap));
+    // Round ends reach half a line further than the arc; near the end they would close the gap.
+    const double gap = (1 - m_fraction) * std::numbers::pi * circle.width();
+    painter->setPen(
+        QPen(m_color, m_lineWidth, Qt::SolidLine, gap > m_lineWidth * 1.5 ? Qt::RoundCap : Qt::FlatCap));
     painter->drawArc(circle, 90 * sixteenthsPerDegree,
                      -static_cast<int>(std::lround(m_fraction * 360 * sixteenthsPerDegree)));
 }

@@ -11,7 +11,6 @@ Card {
     systemImage: "switch.2"
 
     GridLayout {
-        Layout.fillWidth: true
         columnSpacing: Theme.unit * 3
         rowSpacing: Theme.unit
         Repeater {
@@ -22,7 +21,6 @@ Card {
                 Layout.row: index
                 Layout.column: 0
                 Layout.alignment: Qt.AlignTop
-                Layout.maximumWidth: card.width / 2
                 text: modelData.label
                 color: Theme.secondaryText
                 Accessible.ignored: true
@@ -42,13 +40,11 @@ Card {
             }
         }
     }
-    ColumnLayout {
-        Layout.fillWidth: true
+    Stack {
         visible: card.content.skipPaths.length > 0
         spacing: Theme.unit
-        Divider { Layout.bottomMargin: Theme.unit / 2 }
+        Divider {}
         TextLabel {
-            Layout.fillWidth: true
             text: qsTr("Excluded from backup")
             font.weight: Font.DemiBold
             Accessible.role: Accessible.Heading
@@ -57,7 +53,6 @@ Card {
             model: card.content.skipPaths
             SelectableText {
                 required property string modelData
-                Layout.fillWidth: true
                 text: modelData
             }
         }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // Which destination, how full, is a backup running, how have the backups gone, how is Time Machine set up. A wide
@@ -31,27 +30,26 @@ ScrollPage {
         shown: state.error !== ""
         spacing: dashboard.spacing
         ErrorBanner {
-            width: parent.width
             text: state.error
         }
     }
     EmptyState {
-        Layout.preferredHeight: Math.max(implicitHeight, dashboard.height - dashboard.margin * 2)
+        parent: dashboard // in the middle of what can be seen
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
         visible: !state.hasDestination && !state.isWaiting
         title: qsTr("No backup destination")
         systemImage: "externaldrive.badge.questionmark"
         description: qsTr("Time Machine has not been configured on this Mac.")
     }
-    GridLayout {
-        Layout.fillWidth: true
+    Item {
         visible: state.hasDestination
-        columns: dashboard.wide ? 2 : 1
-        columnSpacing: dashboard.spacing
-        rowSpacing: dashboard.spacing
+        implicitWidth: main.implicitWidth
+        implicitHeight: Math.max(main.height, aside.y + aside.height)
 
-        ColumnLayout {
-            Layout.fillWidth: true
-            Layout.alignment: Qt.AlignTop
+        Stack {
+            id: main
+            width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
             spacing: dashboard.spacing
 
             DestinationHeader { content: state.header }
@@ -59,17 +57,16 @@ ScrollPage {
                 shown: state.isRunning
                 spacing: dashboard.spacing
                 ActivityCard {
-                    width: parent.width
-                    content: state.activity
+                        content: state.activity
                 }
             }
             HealthCard { content: state.health }
         }
-        ColumnLayout {
-            Layout.fillWidth: true
-            Layout.preferredWidth: dashboard.wide ? Theme.unit * 46 : -1
-            Layout.maximumWidth: dashboard.wide ? Theme.unit * 46 : Number.POSITIVE_INFINITY
-            Layout.alignment: Qt.AlignTop
+        Stack {
+            id: aside
+            x: dashboard.wide ? parent.width - width : 0
+            y: dashboard.wide ? 0 : main.height + spacing
+            width: dashboard.wide ? Theme.unit * 44 * Theme.textScale : parent.width
             spacing: dashboard.spacing
 
             UnlockCard {

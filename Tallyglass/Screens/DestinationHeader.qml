@@ -12,22 +12,28 @@ Card {
     padding: Theme.unit * 3
     Accessible.name: content.name
 
-    GridLayout {
-        Layout.fillWidth: true
-        columns: header.stacked ? 1 : 2
-        columnSpacing: Theme.unit * 4
-        rowSpacing: Theme.unit * 2
+    Item {
+        id: area
+        readonly property real gap: Theme.unit * 2
+
+        implicitWidth: ring.width + Theme.unit * 40
+        implicitHeight: header.stacked ? ring.height + gap + words.height
+                                       : Math.max(ring.height, words.height)
 
         CapacityRing {
-            Layout.alignment: header.stacked ? Qt.AlignHCenter : Qt.AlignVCenter
+            id: ring
+            x: header.stacked ? (parent.width - width) / 2 : 0
+            y: header.stacked ? 0 : (parent.height - height) / 2
             content: header.content.ring
         }
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: Theme.unit / 2
+        Stack {
+            id: words
+            x: header.stacked ? 0 : ring.width + Theme.unit * 4
+            y: header.stacked ? ring.height + area.gap : (parent.height - height) / 2
+            width: parent.width - x
+            spacing: Theme.unit
 
             RowLayout {
-                Layout.fillWidth: true
                 spacing: Theme.unit
                 Symbol {
                     name: header.content.symbol
@@ -63,30 +69,40 @@ Card {
                     Accessible.role: Accessible.Graphic
                     Accessible.name: qsTr("Encrypted destination")
                 }
-                Item { Layout.fillWidth: true }
+                Item { // takes what the name doesn't need
+                    Layout.fillWidth: true
+                }
             }
             SelectableText {
-                Layout.fillWidth: true
                 visible: text !== ""
                 text: header.content.url
                 color: Theme.secondaryText
             }
-            GridLayout {
-                Layout.fillWidth: true
-                Layout.topMargin: Theme.unit * 1.5
-                columns: header.width < Theme.unit * 44 * Theme.textScale ? 1 : 3
-                columnSpacing: Theme.unit * 3
+            Grid {
+                id: tiles
+                readonly property real tileWidth: columns === 1 ? width : (width - columnSpacing * 2) / 3
+
+                topPadding: Theme.unit
+                columns: width < Theme.unit * 38 * Theme.textScale ? 1 : 3
+                columnSpacing: Theme.unit * 2
                 rowSpacing: Theme.unit * 1.5
-                Repeater {
-                    model: [header.content.used, header.content.free, header.content.backups]
-                    StatTile {
-                        required property statTileContent modelData
-                        Layout.alignment: Qt.AlignTop
-                        Layout.preferredWidth: Theme.unit * 12
-                        label: modelData.label
-                        value: modelData.value
-                        caption: modelData.caption
-                    }
+                StatTile {
+                    width: tiles.tileWidth
+                    label: header.content.used.label
+                    value: header.content.used.value
+                    caption: header.content.used.caption
+                }
+                StatTile {
+                    width: tiles.tileWidth
+                    label: header.content.free.label
+                    value: header.content.free.value
+                    caption: header.content.free.caption
+                }
+                StatTile {
+                    width: tiles.tileWidth
+                    label: header.content.backups.label
+                    value: header.content.backups.value
+                    caption: header.content.backups.caption
                 }
             }
         }

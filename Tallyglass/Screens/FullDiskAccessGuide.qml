@@ -25,7 +25,6 @@ Sheet {
     }
 
     RowLayout {
-        Layout.fillWidth: true
         spacing: Theme.unit * 2
         Symbol {
             Layout.alignment: Qt.AlignTop
@@ -33,15 +32,13 @@ Sheet {
             color: Theme.colors[state.content.role]
             size: Theme.displaySize * 1.5
         }
-        ColumnLayout {
+        Stack {
             Layout.fillWidth: true
             spacing: Theme.unit / 2
             Title {
-                Layout.fillWidth: true
                 text: state.content.title
             }
             TextLabel {
-                Layout.fillWidth: true
                 text: state.content.text
                 color: Theme.secondaryText
             }
@@ -59,8 +56,7 @@ Sheet {
         itemSymbol: guide.target === FullDiskAccessGuide.Helper ? "terminal.fill" : "clock.arrow.trianglehead.counterclockwise.rotate.90"
         description: state.content.illustration
     }
-    ColumnLayout {
-        Layout.fillWidth: true
+    Stack {
         spacing: Theme.unit * 1.5
         Repeater {
             model: state.content.steps
@@ -68,7 +64,6 @@ Sheet {
                 id: step
                 required property accessStep modelData
                 required property int index
-                Layout.fillWidth: true
                 spacing: Theme.unit * 1.5
                 Rectangle {
                     Layout.alignment: Qt.AlignTop
@@ -89,17 +84,15 @@ Sheet {
                     name: step.modelData.glyph
                     color: Theme.accent
                 }
-                ColumnLayout {
+                Stack {
                     Layout.fillWidth: true
                     Layout.topMargin: Theme.bodySize * 0.2
                     spacing: Theme.unit / 4
                     TextLabel {
-                        Layout.fillWidth: true
                         text: step.modelData.title
                         font.weight: Font.DemiBold
                     }
                     TextLabel {
-                        Layout.fillWidth: true
                         visible: text !== ""
                         text: step.modelData.detail
                         color: Theme.secondaryText

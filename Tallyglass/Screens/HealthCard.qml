@@ -10,22 +10,19 @@ Card {
     Accessible.name: content.summary
 
     RowLayout {
-        Layout.fillWidth: true
         spacing: Theme.unit * 1.5
         Symbol {
             name: health.content.symbol
             color: Theme.colors[health.content.role]
             size: Theme.displaySize * 1.3
         }
-        ColumnLayout {
+        Stack {
             Layout.fillWidth: true
             spacing: Theme.unit / 4
             Headline {
-                Layout.fillWidth: true
                 text: health.content.summary
             }
             TextLabel {
-                Layout.fillWidth: true
                 text: health.content.cadence
                 color: Theme.secondaryText
             }

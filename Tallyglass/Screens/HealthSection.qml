@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass
 
 // A reason behind the verdict: a heading with its symbol, a line of explanation and a list.
-ColumnLayout {
+Stack {
     id: section
     required property string heading
     required property string systemImage
@@ -12,10 +12,9 @@ ColumnLayout {
     property var rows: []
     property string more
 
-    Layout.fillWidth: true
     spacing: Theme.unit
 
-    Divider { Layout.bottomMargin: Theme.unit / 2 }
+    Divider {}
     RowLayout {
         Layout.fillWidth: true
         spacing: Theme.unit
@@ -32,12 +31,10 @@ ColumnLayout {
         }
     }
     Caption {
-        Layout.fillWidth: true
         visible: text !== ""
         text: section.caption
     }
-    Column {
-        Layout.fillWidth: true
+    Stack {
         visible: list.rows.length > 0
         spacing: Theme.unit / 2
         Repeater {
@@ -48,8 +45,11 @@ ColumnLayout {
             Item {
                 id: line
                 required property healthRow row
-                width: parent?.width ?? 0
-                height: flow.implicitHeight
+                readonly property real captionX: words.x + words.width + Theme.unit
+                readonly property bool fits: captionX + beside.implicitWidth <= width
+
+                implicitWidth: words.implicitWidth
+                implicitHeight: Math.max(words.height, caption.y + caption.implicitHeight)
                 Rectangle {
                     x: Theme.unit / 2
                     y: (words.implicitHeight - height) / 2
@@ -59,20 +59,24 @@ ColumnLayout {
                     color: section.symbolColor
                     Accessible.ignored: true
                 }
-                Flow {
-                    id: flow
-                    anchors { left: parent.left; right: parent.right; leftMargin: Theme.unit * 2 }
-                    spacing: Theme.unit
-                    TextLabel {
-                        id: words
-                        text: line.row.text
-                    }
-                    Caption {
-                        width: Math.min(implicitWidth, flow.width)
-                        height: flow.width < implicitWidth ? implicitHeight : words.implicitHeight
-                        verticalAlignment: Text.AlignVCenter
-                        text: line.row.caption
-                    }
+                TextLabel {
+                    id: words
+                    x: Theme.unit * 2
+                    width: Math.min(implicitWidth, line.width - x)
+                    text: line.row.text
+                }
+                Caption {
+                    id: beside // tells whether the caption has room beside the words
+                    visible: false
+                    text: line.row.caption
+                    wrapMode: Text.NoWrap
+                }
+                Caption {
+                    id: caption
+                    x: line.fits ? line.captionX : words.x
+                    y: line.fits ? words.baselineOffset - baselineOffset : words.height
+                    width: line.fits ? beside.implicitWidth : line.width - x
+                    text: line.row.caption
                 }
             }
         }

@@ -18,16 +18,17 @@ T.ProgressBar {
         radius: height / 2
         color: Theme.track
     }
+    property real shown: visualPosition
+    Behavior on shown {
+        enabled: !Theme.reduceMotion
+        NumberAnimation { duration: Theme.motion; easing.type: Easing.OutCubic }
+    }
     contentItem: Item {
         Rectangle {
-            width: Math.max(bar.visualPosition * parent.width, bar.value > 0 ? height : 0)
+            width: Math.max(bar.shown * parent.width, bar.value > 0 ? height : 0)
             height: parent.height
             radius: height / 2
             color: Theme.accent
-            Behavior on width {
-                enabled: !Theme.reduceMotion
-                NumberAnimation { duration: Theme.motion; easing.type: Easing.OutCubic }
-            }
         }
     }
 }

@@ -1,12 +1,11 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
-// Lets its one child appear and leave in a column: it fades while what stands below makes room.
+// Lets what it holds appear and leave in a stack: it fades while what stands below makes room.
 Item {
     id: reveal
     property bool shown: true
-    property real spacing: 0 // of the column
+    property real spacing: 0 // of the stack
     default property alias items: holder.data
 
     property real progress: shown ? 1 : 0
@@ -15,17 +14,16 @@ Item {
         NumberAnimation { duration: Theme.motion; easing.type: Easing.OutCubic }
     }
 
-    Layout.fillWidth: true
-    Layout.bottomMargin: (progress - 1) * spacing
-    implicitHeight: holder.childrenRect.height * progress
+    // Together with the stack's spacing it grows from nothing.
+    implicitWidth: holder.implicitWidth
+    implicitHeight: (holder.height + spacing) * progress - spacing
     visible: progress > 0
     opacity: progress
     clip: progress < 1
 
-    Item {
+    Stack {
         id: holder
         width: parent.width
         y: (reveal.progress - 1) * Theme.unit * 2
-        height: childrenRect.height
     }
 }

@@ -1,21 +1,20 @@
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tallyglass
 
 // A page that scrolls up and down when its content is higher than it, at any size of text. Children stand in a
-// column; the one that gets the keyboard is brought into view.
+// stack; the one that gets the keyboard is brought into view.
 Flickable {
     id: page
     property real margin: Theme.unit * 3
     property real maximumContentWidth: Theme.unit * 120
-    property alias spacing: column.spacing
-    default property alias items: column.data
+    property alias spacing: stack.spacing
+    default property alias items: stack.data
 
-    implicitWidth: column.implicitWidth + margin * 2
-    implicitHeight: column.implicitHeight + margin * 2
+    implicitWidth: stack.implicitWidth + margin * 2
+    implicitHeight: stack.height + margin * 2
     contentWidth: width
-    contentHeight: column.implicitHeight + margin * 2
+    contentHeight: stack.height + margin * 2
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
     clip: true
@@ -26,7 +25,7 @@ Flickable {
     }
     function bringIntoView(item: Item) {
         for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
-            if (ancestor !== column)
+            if (ancestor !== stack)
                 continue;
             const top = item.mapToItem(contentItem, 0, 0).y - Theme.unit * 2;
             const bottom = top + item.height + Theme.unit * 4;
@@ -51,8 +50,8 @@ Flickable {
         event.accepted = true;
     }
 
-    ColumnLayout {
-        id: column
+    Stack {
+        id: stack
         x: Math.max(page.margin, (page.width - width) / 2)
         y: page.margin
         width: Math.min(page.width - page.margin * 2, page.maximumContentWidth)

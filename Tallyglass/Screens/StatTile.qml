@@ -17,18 +17,16 @@ Item {
     Accessible.name: label
     Accessible.description: caption === "" ? value : value + ", " + caption
 
-    ColumnLayout {
+    Stack {
         id: column
         width: parent.width
         spacing: Theme.unit / 4
 
         Caption {
-            Layout.fillWidth: true
             text: tile.label
             Accessible.ignored: true
         }
         TextLabel {
-            Layout.fillWidth: true
             text: tile.value
             color: tile.tint
             font.pixelSize: Theme.titleSize
@@ -36,7 +34,6 @@ Item {
             Accessible.ignored: true
         }
         Caption {
-            Layout.fillWidth: true
             visible: text !== ""
             text: tile.caption
             Accessible.ignored: true

@@ -12,19 +12,16 @@ Card {
     systemImage: "lock.open.trianglebadge.exclamationmark"
 
     TextLabel {
-        Layout.fillWidth: true
         text: qsTr("Everything above works without permission. These need Full Disk Access:")
         color: Theme.secondaryText
     }
-    ColumnLayout {
-        Layout.fillWidth: true
+    Stack {
         spacing: Theme.unit
         Repeater {
             model: card.content.lockedFeatures
             RowLayout {
                 id: line
                 required property lockedFeature modelData
-                Layout.fillWidth: true
                 spacing: Theme.unit
                 Symbol {
                     Layout.alignment: Qt.AlignTop
@@ -39,14 +36,15 @@ Card {
         }
     }
     Caption {
-        Layout.fillWidth: true
         visible: text !== ""
         text: card.content.note
     }
-    AppButton {
-        kind: AppButton.Prominent
-        text: qsTr("Show me how")
-        systemImage: "sparkles"
-        onClicked: card.guideRequested()
+    Flow {
+        AppButton {
+            kind: AppButton.Prominent
+            text: qsTr("Show me how")
+            systemImage: "sparkles"
+            onClicked: card.guideRequested()
+        }
     }
 }
