@@ -60,6 +60,11 @@ ScrollPage {
                         content: state.activity
                 }
             }
+            TimelineView {
+                model: dashboard.model
+                helperSetup: dashboard.helperSetup
+                pasteboard: dashboard.pasteboard
+            }
             HealthCard { content: state.health }
         }
         Stack {
