@@ -47,7 +47,7 @@ void UpdaterController::check(Manner manner) {
     if (!canCheckForUpdates())
         return;
     m_canCheckForUpdates = false;
-    const auto tls = m_options.tls.isNull() ? QSslConfiguration::defaultConfiguration() : m_options.tls;
+    const auto tls = m_options.tls ? *m_options.tls : QSslConfiguration::defaultConfiguration();
     m_download = std::make_unique<FeedDownload>(m_options.feed, m_options.limits, tls);
     connect(m_download.get(), &FeedDownload::finished, this,
             [this, manner](const QByteArray& feed) { take(feed, manner); });

@@ -15,6 +15,7 @@
 #include <QUrl>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 namespace tallyglass {
 
@@ -25,7 +26,8 @@ struct UpdaterOptions {
     QUrl feed;       ///< without one of HTTPS, checks aren't possible
     QString version; ///< of this program
     FeedDownload::Limits limits = {};
-    QSslConfiguration tls = {};                                ///< null for the system's
+    /// Absent for the system's; making one loads the library for it.
+    std::optional<QSslConfiguration> tls = std::nullopt;
     std::chrono::milliseconds delay = std::chrono::seconds(5); ///< from start() to the first check
 
     /// As this program was built.
