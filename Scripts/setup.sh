@@ -12,7 +12,7 @@ build_packages=(
     qt6-base-dev qt6-declarative-dev qt6-l10n-tools
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
-    qml6-module-qt-labs-platform fonts-material-design-icons-iconfont
+    qml6-module-qt-labs-platform qml6-module-qtquick-dialogs fonts-material-design-icons-iconfont
     rsync tzdata dbus-daemon openssl
 )
 # What the checks of .ci/run need besides.

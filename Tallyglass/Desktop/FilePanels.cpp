@@ -12,14 +12,14 @@ QUrl FilePanel::suggestion() const {
 }
 
 void FilePanels::show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen) {
-    const bool isNext = m_queue.isEmpty();
+    const bool isNext = !isShowing();
     m_queue.add(panel, receiver, std::move(chosen));
     if (isNext)
         emit currentChanged();
 }
 
 void FilePanels::answer(const QList<QUrl>& urls) {
-    if (m_queue.isEmpty())
+    if (!isShowing())
         return;
     Choice choice;
     for (const QUrl& url : urls)

@@ -18,18 +18,20 @@ namespace tallyglass {
 
 struct FilePanel {
     Q_GADGET
-    Q_PROPERTY(Kind kind MEMBER kind)
+    Q_PROPERTY(bool asksForFolder READ asksForFolder)
+    Q_PROPERTY(bool asksToSave READ asksToSave)
     Q_PROPERTY(QString message MEMBER message)
     Q_PROPERTY(QUrl suggestion READ suggestion)
 
 public:
     enum class Kind { none, openFiles, openFolder, save };
-    Q_ENUM(Kind)
 
     Kind kind = Kind::none;
     QString message = {}; ///< stands as the panel's title
     QString name = {};    ///< that a file to save gets if the user gives it no other
 
+    [[nodiscard]] bool asksForFolder() const { return kind == Kind::openFolder; }
+    [[nodiscard]] bool asksToSave() const { return kind == Kind::save; }
     /// Where a save panel starts: the name in the user's documents folder.
     [[nodiscard]] QUrl suggestion() const;
 
@@ -39,6 +41,7 @@ public:
 class FilePanels : public QObject {
     Q_OBJECT
     Q_PROPERTY(tallyglass::FilePanel current READ current NOTIFY currentChanged)
+    Q_PROPERTY(bool isShowing READ isShowing NOTIFY currentChanged)
 
 public:
     /// What the user chose; empty if nothing.
@@ -51,6 +54,7 @@ public:
 
     /// Without a kind if nothing is asked.
     [[nodiscard]] FilePanel current() const { return m_queue.current(); }
+    [[nodiscard]] bool isShowing() const { return !m_queue.isEmpty(); }
 
     /// Answers the current panel, if there is one. What is no local file isn't passed on; an empty list
     /// means that the user declined.

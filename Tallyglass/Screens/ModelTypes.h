@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Tallyglass/Desktop/Alerts.h"
+#include "Tallyglass/Desktop/FilePanels.h"
 #include "Tallyglass/Desktop/Pasteboard.h"
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
@@ -30,6 +31,19 @@ struct AlertsType {
     Q_GADGET
     QML_FOREIGN(tallyglass::Alerts)
     QML_NAMED_ELEMENT(Alerts)
+    QML_UNCREATABLE("made by the application")
+};
+
+struct FilePanelType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::FilePanel)
+    QML_VALUE_TYPE(filePanel)
+};
+
+struct FilePanelsType {
+    Q_GADGET
+    QML_FOREIGN(tallyglass::FilePanels)
+    QML_NAMED_ELEMENT(FilePanels)
     QML_UNCREATABLE("made by the application")
 };
 

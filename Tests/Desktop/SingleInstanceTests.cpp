@@ -3,11 +3,13 @@
 #include "Tests/Support/QtMain/Until.h"
 #include "Tests/Support/TemporaryFolder.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <unistd.h>
 
 #include <QFile>
 #include <QLocalSocket>
@@ -135,6 +137,32 @@ TEST_F(SingleInstanceTest, hangsUpOnACallerThatTalksNonsenseAndServesTheNext) {
 TEST_F(SingleInstanceTest, runsAloneWhereNoLockCanStand) {
     EXPECT_TRUE(SingleInstance("/nowhere/at/all").claim({}));
     EXPECT_TRUE(SingleInstance(QString()).claim({}));
+}
+
+TEST_F(SingleInstanceTest, standsWhereNobodyElseCouldPutASocket) {
+    const QByteArray runtimeFolder = qgetenv("XDG_RUNTIME_DIR");
+    const QByteArray temporaryFolder = qgetenv("TMPDIR");
+    const auto folder = m_folder.write("run/x", "").parent_path();
+    const auto mode = [&](std::filesystem::perms permissions) {
+        std::filesystem::permissions(folder, permissions);
+    };
+    qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(folder.string()));
+    qputenv("TMPDIR", QByteArray::fromStdString(m_folder.path().string()));
+    const auto path = [] { return SingleInstance::standardSocketPath().toStdString(); };
+    const auto ownFolder = m_folder / fmt::format("tallyglass-{}", ::getuid());
+
+    mode(std::filesystem::perms::owner_all);
+    EXPECT_EQ(path(), folder / "tallyglass.socket");
+    mode(std::filesystem::perms::all);
+    EXPECT_EQ(path(), ownFolder / "tallyglass.socket");
+    std::filesystem::permissions(ownFolder, std::filesystem::perms::all);
+    EXPECT_EQ(path(), "");
+    std::filesystem::remove(ownFolder);
+    std::filesystem::create_directory_symlink(folder, ownFolder);
+    EXPECT_EQ(path(), "");
+
+    runtimeFolder.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", runtimeFolder);
+    temporaryFolder.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", temporaryFolder);
 }
 
 TEST(StartMessage, comesBackWhole) {
