@@ -74,9 +74,8 @@ void TimelineChart::takeEntries() {
     }
     m_rangeCount = count();
     m_range = range;
-    m_hoveredIndex.reset();
+    noteLeftmost();
     setHoveredIndex(std::nullopt);
-    setRange(range);
     repaint();
     emit rangeChanged();
     emit valueChanged();
@@ -87,14 +86,18 @@ bool TimelineChart::isZoomed() const {
 }
 
 void TimelineChart::setRange(const TimelineRange& range) {
-    const auto first = range.indices(count()).first;
-    if (first < count())
-        m_leftmost = m_view->entries()[first].date;
     if (range == m_range)
         return;
     m_range = range;
+    noteLeftmost();
     repaint();
     emit rangeChanged();
+}
+
+void TimelineChart::noteLeftmost() {
+    const auto first = m_range.indices(count()).first;
+    if (first < count())
+        m_leftmost = m_view->entries()[first].date;
 }
 
 void TimelineChart::zoom(double factor, double x) {
@@ -133,11 +136,11 @@ QRectF TimelineChart::barOf(std::size_t index) {
     return value ? layout().bar(layout().columns.position(index), *value) : QRectF();
 }
 
-std::optional<std::size_t> TimelineChart::indexAt(double x) {
+std::optional<std::size_t> TimelineChart::indexAt(QPointF point) {
     const TimelineLayout& place = layout();
-    if (!m_view || place.isEmpty() || x < place.plot.left() || x > place.plot.right())
+    if (!m_view || place.isEmpty() || !place.plot.united(place.lane).contains(point))
         return std::nullopt;
-    return indexAtPosition(m_view->entries(), place.position(x));
+    return indexAtPosition(m_view->entries(), place.position(point.x()));
 }
 
 void TimelineChart::repaint() {
@@ -164,21 +167,21 @@ void TimelineChart::setHoveredIndex(std::optional<std::size_t> index) {
     if (index == m_hoveredIndex)
         return;
     m_hoveredIndex = index;
-    const QString tip = index ? tipOf(*index) : QString();
+    m_tip.clear();
     if (index) {
+        m_tip = tipOf(*index);
         const double position = layout().columns.position(*index);
         m_tipPosition = {layout().x(position),
                          barOf(*index).isEmpty() ? layout().plot.bottom() : barOf(*index).top()};
     }
-    m_tip = tip;
     emit tipChanged();
     polish();
 }
 
 QString TimelineChart::tipOf(std::size_t index) {
-    const auto columns = layout().columns.visible(m_view->entries(), m_view->metric(), m_range);
-    const double position = layout().columns.position(index);
-    const auto column = std::ranges::find(columns, position, &TimelineColumn::position);
+    const auto& columns = painter().columns();
+    const auto column =
+        std::ranges::find(columns, layout().columns.position(index), &TimelineColumn::position);
     return timelinewords::tip(m_view->entries()[index], m_view->metric(),
                               column == columns.end() ? 1 : column->count);
 }

@@ -99,8 +99,9 @@ private:
 
     [[nodiscard]] std::size_t count() const;
     [[nodiscard]] const TimelinePainter& painter();
-    [[nodiscard]] std::optional<std::size_t> indexAt(double x);
+    [[nodiscard]] std::optional<std::size_t> indexAt(QPointF point);
     void setRange(const TimelineRange& range);
+    void noteLeftmost();
     void setVisualFocus(bool isVisual);
     void setHoveredIndex(std::optional<std::size_t> index);
     void takeEntries();

@@ -23,10 +23,10 @@ constexpr double notchScroll = 48; // pixels that a step scrolls
 } // namespace
 
 void TimelineChart::keyPressEvent(QKeyEvent* event) {
-    const auto all = static_cast<int>(count());
     const int page = std::max(1, static_cast<int>(m_range.length() / 10));
     if (!m_view || (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
         return event->ignore();
+    setVisualFocus(true);
     switch (event->key()) {
     case Qt::Key_Left:
         return m_view->moveSelection(-1);
@@ -37,10 +37,9 @@ void TimelineChart::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_PageDown:
         return m_view->moveSelection(page);
     case Qt::Key_Home:
-        m_view->moveSelection(-all); // from nowhere this is the newest, and only then the oldest
-        return m_view->moveSelection(-all);
+        return setValue(minimumValue());
     case Qt::Key_End:
-        return m_view->moveSelection(all);
+        return setValue(maximumValue());
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
@@ -72,12 +71,14 @@ void TimelineChart::mousePressEvent(QMouseEvent* event) {
 }
 
 void TimelineChart::mouseMoveEvent(QMouseEvent* event) {
-    if (!m_pressed || !isZoomed())
-        return event->ignore();
+    if (!m_pressed)
+        return;
     const double moved = event->position().x() - m_pressed->x();
     if (!m_isDragging && std::abs(moved) < QGuiApplication::styleHints()->startDragDistance())
         return;
     m_isDragging = true;
+    if (!isZoomed())
+        return;
     setKeepMouseGrab(true); // or the page would take the drag for a scroll of its own
     setHoveredIndex(std::nullopt);
     const double target = m_draggedFrom - moved / layout().entryWidth();
@@ -89,7 +90,7 @@ void TimelineChart::mouseReleaseEvent(QMouseEvent* event) {
     mouseUngrabEvent();
     if (!isClick || !m_view)
         return;
-    const auto index = selectableIndex(m_view->entries(), indexAt(event->position().x()));
+    const auto index = selectableIndex(m_view->entries(), indexAt(event->position()));
     if (!index)
         return;
     m_view->select(*index);
@@ -104,7 +105,7 @@ void TimelineChart::mouseUngrabEvent() {
 
 void TimelineChart::hoverMoveEvent(QHoverEvent* event) {
     if (!m_isDragging)
-        setHoveredIndex(indexAt(event->position().x()));
+        setHoveredIndex(indexAt(event->position()));
 }
 
 void TimelineChart::hoverLeaveEvent(QHoverEvent*) {
@@ -129,7 +130,7 @@ void TimelineChart::wheelEvent(QWheelEvent* event) {
     // What changes nothing here is the page's to scroll.
     event->setAccepted(m_range != before);
     if (event->isAccepted())
-        setHoveredIndex(indexAt(event->position().x()));
+        setHoveredIndex(indexAt(event->position()));
 }
 
 } // namespace tallyglass

@@ -17,7 +17,6 @@ namespace tallyglass {
 struct TimelineMeasures {
     double lineHeight = 16; ///< of a label
     double labelWidth = 48; ///< of the widest label of the y axis
-    double dateWidth = 56;  ///< of the widest date
     double symbolSize = 14; ///< of a mark
     bool hasMarks = false;  ///< some entry has no bar
     bool marksBars = false; ///< bars may carry a symbol on top

@@ -68,7 +68,6 @@ TimelineMeasures TimelinePainter::measures(const TimelineScale& scale) const {
     for (const double tick : scale.ticks())
         measures.labelWidth = std::max(
             measures.labelWidth, metrics.horizontalAdvance(timelinewords::axisLabel(m_subject.metric, tick)));
-    measures.dateWidth = metrics.horizontalAdvance(QStringLiteral("00 Www 0000"));
     measures.symbolSize = m_style.symbolFont.pixelSize();
     measures.marksBars = m_style.differentiateWithoutColor && m_subject.metric == TimelineMetric::interval;
     measures.hasMarks =
@@ -235,7 +234,6 @@ std::optional<TimelinePainter::Patch> TimelinePainter::rule() const {
     QPainter painter(&patch.image);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.translate(-patch.rect.topLeft());
-    painter.setPen(QPen(m_style.quiet, 1, Qt::CustomDashLine));
     QPen pen(m_style.quiet, 1);
     pen.setDashPattern({4, 4});
     painter.setPen(pen);

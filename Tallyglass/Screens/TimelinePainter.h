@@ -53,6 +53,8 @@ public:
                     QSizeF size);
 
     [[nodiscard]] const TimelineLayout& layout() const { return m_layout; }
+    /// Those in sight, in order.
+    [[nodiscard]] const std::vector<TimelineColumn>& columns() const { return m_columns; }
     [[nodiscard]] const TimelineStyle& style() const { return m_style; }
 
     /// As large as the item; where nothing is painted they are transparent.
@@ -81,7 +83,7 @@ private:
     TimelineSubject m_subject;
     TimelineStyle m_style;
     TimelineLayout m_layout;
-    std::vector<TimelineColumn> m_columns; ///< in sight
+    std::vector<TimelineColumn> m_columns;
 };
 
 } // namespace tallyglass

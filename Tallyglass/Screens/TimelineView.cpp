@@ -79,8 +79,8 @@ void TimelineView::setSelectedIndex(std::optional<std::size_t> index) {
     if (index == m_selectedIndex)
         return;
     m_selectedIndex = index;
+    updateContent(); // first, so that who is told of the selection finds its words
     emit selectionChanged();
-    updateContent();
 }
 
 void TimelineView::openSelectedChanges() {

@@ -129,7 +129,8 @@ TEST_F(TimelineOnScreen, selectsAndOpensWhatIsClicked) {
     EXPECT_EQ(view().selectedIndex(), 1U);
     EXPECT_EQ(view().changesTarget(), TimelinePoint{TimelineMachine::ago(5 * 3600)});
 
-    screen->click(chart().mapToScene({2, 60})); // on the axis
+    screen->click(chart().mapToScene({2, 60})); // on the y axis
+    screen->click({screen->place(0).x(), chart().mapToScene(chart().layout().dates.center()).y()});
     EXPECT_EQ(view().selectedIndex(), 1U);
 }
 
@@ -186,6 +187,17 @@ TEST_F(TimelineOnScreen, scrollsByTheWheelAndByDragging) {
     mouse(QEvent::MouseButtonRelease, from - QPointF(120, 0), Qt::NoButton);
     EXPECT_NEAR(chart().range().low - scrolled, 120 / chart().layout().entryWidth(), 0.01);
     EXPECT_EQ(view().selectedIndex(), std::nullopt) << "a drag is no click";
+}
+
+TEST_F(TimelineOnScreen, takesNoDragForAClick) {
+    show(hourly(20));
+
+    mouse(QEvent::MouseButtonPress, screen->place(5), Qt::LeftButton);
+    mouse(QEvent::MouseMove, screen->place(12), Qt::LeftButton);
+    mouse(QEvent::MouseButtonRelease, screen->place(12), Qt::NoButton);
+
+    EXPECT_EQ(view().selectedIndex(), std::nullopt);
+    EXPECT_EQ(chart().range(), TimelineRange::whole(20));
 }
 
 TEST_F(TimelineOnScreen, keepsTheSelectionInSight) {
