@@ -7,7 +7,7 @@ top=$PWD
 # What builds the programs and what they run on.
 build_packages=(
     g++ cmake ninja-build pkg-config
-    libsqlitecpp-dev libsqlite3-dev libicu-dev libfmt-dev libcli11-dev nlohmann-json3-dev libplist-dev
+    libsqlitecpp-dev libsqlite3-dev sqlite3 libicu-dev libfmt-dev libcli11-dev nlohmann-json3-dev libplist-dev
     libgtest-dev libgmock-dev libexpat1-dev
     qt6-base-dev qt6-declarative-dev qt6-l10n-tools
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
