@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // Says what the sizes of backups need when there are none, and how to get it.
@@ -11,60 +10,56 @@ Rectangle {
     signal guideRequested
     signal refreshRequested
 
-    Layout.fillWidth: true
-    implicitHeight: row.implicitHeight + Theme.unit * 3
+    readonly property real padding: Theme.unit * 1.5
+
+    implicitHeight: words.height + padding * 2
     radius: Theme.controlRadius
     color: Theme.controlGround
     Accessible.role: Accessible.Grouping
     Accessible.name: prompt.title
 
-    RowLayout {
-        id: row
-        anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.unit * 1.5 }
-        spacing: Theme.unit * 1.5
+    Symbol {
+        id: symbol
+        x: card.padding
+        y: card.padding
+        name: card.prompt.symbol
+        color: Theme.accent
+        size: Theme.titleSize * 1.2
+    }
+    Stack {
+        id: words
+        x: symbol.x + symbol.width + card.padding
+        y: card.padding
+        width: card.width - x - card.padding
+        spacing: Theme.unit
 
-        Symbol {
-            Layout.alignment: Qt.AlignTop
-            name: card.prompt.symbol
-            color: Theme.accent
-            size: Theme.titleSize * 1.2
+        Headline { text: card.prompt.title }
+        TextLabel {
+            text: card.prompt.text
+            color: Theme.secondaryText
         }
-        ColumnLayout {
-            Layout.fillWidth: true
+        Flow {
             spacing: Theme.unit
-            Headline {
-                Layout.fillWidth: true
-                text: card.prompt.title
+            AppButton {
+                width: Math.min(implicitWidth, words.width)
+                visible: !card.prompt.isInstalled
+                systemImage: card.copied ? "checkmark" : "terminal.fill"
+                text: card.copied ? qsTr("Copied — run it in Terminal") : qsTr("Copy command")
+                onClicked: card.copyRequested()
             }
-            TextLabel {
-                Layout.fillWidth: true
-                text: card.prompt.text
-                color: Theme.secondaryText
+            AppButton {
+                width: Math.min(implicitWidth, words.width)
+                visible: card.prompt.isInstalled
+                systemImage: "sparkles"
+                text: qsTr("Show me how")
+                onClicked: card.guideRequested()
             }
-            Flow {
-                Layout.fillWidth: true
-                spacing: Theme.unit
-                AppButton {
-                    width: Math.min(implicitWidth, parent.width)
-                    visible: !card.prompt.isInstalled
-                    systemImage: card.copied ? "checkmark" : "terminal.fill"
-                    text: card.copied ? qsTr("Copied — run it in Terminal") : qsTr("Copy command")
-                    onClicked: card.copyRequested()
-                }
-                AppButton {
-                    width: Math.min(implicitWidth, parent.width)
-                    visible: card.prompt.isInstalled
-                    systemImage: "sparkles"
-                    text: qsTr("Show me how")
-                    onClicked: card.guideRequested()
-                }
-                AppButton {
-                    width: Math.min(implicitWidth, parent.width)
-                    visible: card.prompt.isInstalled
-                    systemImage: "arrow.clockwise"
-                    text: qsTr("Refresh")
-                    onClicked: card.refreshRequested()
-                }
+            AppButton {
+                width: Math.min(implicitWidth, words.width)
+                visible: card.prompt.isInstalled
+                systemImage: "arrow.clockwise"
+                text: qsTr("Refresh")
+                onClicked: card.refreshRequested()
             }
         }
     }

@@ -1,13 +1,11 @@
 import QtQuick
 import Tallyglass
-import QtQuick.Layouts
 
 // What the colours and marks of the chart stand for.
 Flow {
     id: legend
     required property var items
 
-    Layout.fillWidth: true
     spacing: Theme.unit * 2
 
     Repeater {

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // Every backup of the destination as a bar. The chart is adjusted and opened from the keyboard too.
@@ -28,12 +27,11 @@ Card {
     }
 
     Flow {
-        Layout.fillWidth: true
         visible: timelineState.content.hasChart
         spacing: Theme.unit
 
         SegmentedPicker {
-            width: Math.min(implicitWidth, parent.width)
+            width: Math.min(implicitWidth, timeline.width - timeline.padding * 2)
             label: qsTr("Measure")
             options: timelineState.metricNames
             currentIndex: timelineState.metric
@@ -49,7 +47,6 @@ Card {
     }
 
     Caption {
-        Layout.fillWidth: true
         visible: text !== ""
         text: timelineState.content.caption
     }
@@ -81,7 +78,6 @@ Card {
 
     TimelineChart {
         id: chart
-        Layout.fillWidth: true
         implicitHeight: Theme.unit * (17 + 10 * Theme.textScale)
         visible: timelineState.content.hasChart
         view: timelineState
