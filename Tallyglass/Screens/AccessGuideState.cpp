@@ -8,9 +8,6 @@
 namespace tallyglass {
 
 AccessGuideState::AccessGuideState(QObject* parent) : ModelView(parent) {
-    m_copiedTimer.setSingleShot(true);
-    m_copiedTimer.setInterval(copiedMilliseconds);
-    connect(&m_copiedTimer, &QTimer::timeout, this, [this] { setCopied(false); });
     connect(this, &AccessGuideState::surroundingsChanged, this, &AccessGuideState::scheduleUpdate);
 }
 
@@ -55,7 +52,9 @@ void AccessGuideState::help() {
     } else if (m_helperSetup && m_pasteboard) {
         m_pasteboard->setText(m_helperSetup->helperPath());
         setCopied(true);
-        m_copiedTimer.start();
+        m_copiedTimer = model()->makeTimer();
+        connect(m_copiedTimer.get(), &Timer::timeout, this, [this] { setCopied(false); });
+        m_copiedTimer->start(copiedSeconds);
     }
 }
 

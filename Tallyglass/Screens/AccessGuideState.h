@@ -11,7 +11,6 @@
 
 #include <QPointer>
 #include <QProperty>
-#include <QTimer>
 #include <QUrl>
 #include <memory>
 
@@ -32,7 +31,7 @@ class AccessGuideState : public ModelView {
     Q_PROPERTY(QUrl itemUrl READ itemUrl NOTIFY surroundingsChanged)
 
 public:
-    static constexpr int copiedMilliseconds = 2000; ///< how long the button tells that the path was copied
+    static constexpr double copiedSeconds = 2; ///< how long the button tells that the path was copied
 
     explicit AccessGuideState(QObject* parent = nullptr);
     ~AccessGuideState() override;
@@ -71,7 +70,7 @@ private:
     bool m_forHelper = false;
     bool m_isOpen = false;
     bool m_didCopyPath = false;
-    QTimer m_copiedTimer;
+    std::unique_ptr<Timer> m_copiedTimer;
     std::unique_ptr<HelperWait> m_wait;
 
     Q_OBJECT_BINDABLE_PROPERTY(AccessGuideState, AccessGuideContent, m_content,

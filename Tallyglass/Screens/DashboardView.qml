@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass
 
 // Which destination, how full, is a backup running, how have the backups gone, how is Time Machine set up. A wide
-// window shows the last two blocks beside the others.
+// window shows the last block beside the others.
 ScrollPage {
     id: dashboard
     required property AppModel model
@@ -57,7 +57,7 @@ ScrollPage {
                 shown: state.isRunning
                 spacing: dashboard.spacing
                 ActivityCard {
-                        content: state.activity
+                    content: state.activity
                 }
             }
             TimelineView {
@@ -66,6 +66,11 @@ ScrollPage {
                 pasteboard: dashboard.pasteboard
             }
             HealthCard { content: state.health }
+            UnlockCard {
+                visible: state.unlock.shown
+                content: state.unlock
+                onGuideRequested: guide.open()
+            }
         }
         Stack {
             id: aside
@@ -74,11 +79,6 @@ ScrollPage {
             width: dashboard.wide ? Theme.unit * 44 * Theme.textScale : parent.width
             spacing: dashboard.spacing
 
-            UnlockCard {
-                visible: state.unlock.shown
-                content: state.unlock
-                onGuideRequested: guide.open()
-            }
             ConfigurationCard { content: state.configuration }
         }
     }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // Which destination this is, how full it is and how many backups it holds.
@@ -33,17 +32,21 @@ Card {
             width: parent.width - x
             spacing: Theme.unit
 
-            RowLayout {
-                spacing: Theme.unit
+            Item {
+                implicitWidth: name.x + name.implicitWidth
+                implicitHeight: Math.max(name.height, kind.height)
                 Symbol {
+                    id: kind
+                    anchors.verticalCenter: parent.verticalCenter
                     name: header.content.symbol
                     color: Theme.accent
                     size: Theme.displaySize
                 }
                 GradientText {
                     id: name
-                    Layout.fillWidth: true
-                    Layout.maximumWidth: implicitWidth
+                    x: kind.width + Theme.unit
+                    width: Math.min(implicitWidth, parent.width - x - (lock.visible ? lock.width + Theme.unit : 0))
+                    anchors.verticalCenter: parent.verticalCenter
                     text: header.content.name
                     pixelSize: Theme.displaySize
                     startColor: Theme.accent
@@ -62,15 +65,15 @@ Card {
                     }
                 }
                 Symbol {
+                    id: lock
+                    x: name.x + name.width + Theme.unit
+                    anchors.verticalCenter: parent.verticalCenter
                     visible: header.content.isEncrypted
                     name: "lock.fill"
                     color: Theme.secondaryText
                     Accessible.ignored: false
                     Accessible.role: Accessible.Graphic
                     Accessible.name: qsTr("Encrypted destination")
-                }
-                Item { // takes what the name doesn't need
-                    Layout.fillWidth: true
                 }
             }
             SelectableText {

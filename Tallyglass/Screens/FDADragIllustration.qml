@@ -70,10 +70,12 @@ Item {
             border.width: 2
             border.color: Theme.accent
 
+            readonly property var dragged: ({ "text/uri-list": illustration.itemUrl.toString() + "\r\n" })
+
             objectName: "dragSource"
             Drag.dragType: Drag.Automatic
             Drag.supportedActions: Qt.CopyAction
-            Drag.mimeData: ({ "text/uri-list": illustration.itemUrl.toString() + "\r\n" })
+            Drag.mimeData: dragged
 
             HoverHandler {
                 id: tileHover

@@ -24,7 +24,12 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
 
     onAboutToShow: formerFocus = parent?.Window.activeFocusItem ?? null
-    onOpened: if (!contentItem.activeFocus) contentItem.forceActiveFocus(Qt.PopupFocusReason)
+    onOpened: {
+        if (!contentItem.activeFocus)
+            contentItem.forceActiveFocus(Qt.TabFocusReason);
+        if (parent.Window.activeFocusItem === contentItem) // nothing in it asks for the keyboard first
+            contentItem.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason);
+    }
     onClosed: {
         if (formerFocus)
             formerFocus.forceActiveFocus(Qt.PopupFocusReason);
@@ -67,7 +72,6 @@ T.Popup {
                 id: page
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                focus: true
             }
             ColumnLayout {
                 id: footerArea

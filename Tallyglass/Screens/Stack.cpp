@@ -1,6 +1,7 @@
 #include "Tallyglass/Screens/Stack.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tallyglass {
 
@@ -15,7 +16,7 @@ void Stack::setSpacing(double spacing) {
 void Stack::componentComplete() {
     QQuickItem::componentComplete();
     measure();
-    arrange();
+    spreadWidth();
 }
 
 void Stack::itemChange(ItemChange change, const ItemChangeData& data) {
@@ -34,41 +35,47 @@ void Stack::itemChange(ItemChange change, const ItemChangeData& data) {
 void Stack::geometryChange(const QRectF& now, const QRectF& before) {
     QQuickItem::geometryChange(now, before);
     if (now.width() != before.width())
-        arrange();
+        spreadWidth();
 }
 
 void Stack::updatePolish() {
     measure();
-    arrange();
-}
-
-std::vector<QQuickItem*> Stack::shownChildren() const {
-    std::vector<QQuickItem*> shown;
-    for (QQuickItem* child : childItems())
-        if (child->isVisible() && !(child->height() == 0 && child->implicitWidth() == 0)) // as repeaters are
-            shown.push_back(child);
-    return shown;
+    spreadWidth();
 }
 
 void Stack::measure() {
     double widest = 0;
-    for (const QQuickItem* child : shownChildren())
-        widest = std::max(widest, child->implicitWidth());
+    for (const QQuickItem* child : childItems())
+        if (child->isVisible())
+            widest = std::max(widest, child->implicitWidth());
     setImplicitWidth(widest);
 }
 
+void Stack::spreadWidth() {
+    if (!isComponentComplete())
+        return;
+    m_isSpreading = true;
+    for (QQuickItem* child : childItems())
+        child->setWidth(width());
+    m_isSpreading = false;
+    arrange();
+}
+
 void Stack::arrange() {
-    if (m_isArranging || !isComponentComplete())
+    if (m_isSpreading || m_isArranging || !isComponentComplete())
         return;
     m_isArranging = true;
     double bottom = 0;
-    for (QQuickItem* child : shownChildren()) {
-        child->setWidth(width());
+    bool isFirst = true;
+    for (QQuickItem* child : childItems()) {
+        if (!child->isVisible() || child->height() == 0) // as what repeats others is
+            continue;
+        bottom += std::exchange(isFirst, false) ? 0 : m_spacing;
         child->setPosition({0, bottom});
-        bottom += child->height() + m_spacing;
+        bottom += child->height();
     }
     m_isArranging = false;
-    setImplicitHeight(std::max(0.0, bottom - m_spacing));
+    setImplicitHeight(bottom);
 }
 
 } // namespace tallyglass

@@ -2,7 +2,7 @@
 // visible takes no room.
 //
 // Unlike the layouts of the toolkit it passes width down and height up at once, in one go: text that wraps at
-// the new width is counted with its new height, however deep the nesting.
+// the new width is counted with its new height, however deep the nesting. Widths never follow from heights.
 //
 // Main thread only.
 
@@ -11,7 +11,6 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QQuickItem>
-#include <vector>
 
 namespace tallyglass {
 
@@ -36,14 +35,14 @@ protected:
     void updatePolish() override;
 
 private:
-    /// Those that take room. One that repeats others has no size of its own and takes none.
-    [[nodiscard]] std::vector<QQuickItem*> shownChildren() const;
     /// Wants to be as wide as its widest child. Never while its own width is being set, which may depend on
     /// it.
     void measure();
+    void spreadWidth();
     void arrange();
 
     double m_spacing = 0;
+    bool m_isSpreading = false;
     bool m_isArranging = false;
 };
 
