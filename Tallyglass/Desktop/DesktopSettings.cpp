@@ -17,6 +17,13 @@ const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings"
 
 using AllSettings = QMap<QString, QVariantMap>;
 
+QDBusMessage readAll() {
+    auto message =
+        QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("ReadAll"));
+    message << PortalSettings::namespaces();
+    return message;
+}
+
 Appearance paletteAppearance() {
     const QPalette palette = QGuiApplication::palette();
     Appearance appearance;
@@ -29,10 +36,20 @@ Appearance paletteAppearance() {
 
 DesktopSettings::DesktopSettings(const BusConnector& bus, QObject* parent)
     : QObject(parent), m_appearance(paletteAppearance()) {
+    qDBusRegisterMetaType<AllSettings>();
     qApp->installEventFilter(this);
-    withBus(this, bus, [this](QDBusConnection connection) {
-        if (connection.isConnected())
-            askPortal(std::move(connection));
+    // Asked while the program still starts, the portal answers before the first frame, which then needs no
+    // correction.
+    const auto ask = [](const QDBusConnection& connection) {
+        return std::pair(connection, connection.asyncCall(readAll()));
+    };
+    withBus(this, bus, ask, [this](const std::pair<QDBusConnection, QDBusPendingCall>& asked) {
+        const auto& [connection, answer] = asked;
+        if (!connection.isConnected())
+            return;
+        if (answer.isFinished())
+            takeAll(answer);
+        follow(connection);
     });
 }
 
@@ -47,28 +64,29 @@ bool DesktopSettings::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void DesktopSettings::askPortal(QDBusConnection bus) {
+void DesktopSettings::follow(QDBusConnection bus) {
     qRegisterMetaType<QDBusVariant>(); // the slot's parameters are looked up by their names
     // Without a sender's name: to look up who owns it would wait for the bus.
     bus.connect(QString(), portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(takeSetting(QString, QString, QDBusVariant)));
 
-    qDBusRegisterMetaType<AllSettings>();
-    auto message =
-        QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("ReadAll"));
-    message << PortalSettings::namespaces();
-    auto* call = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
+    // Again, for what changed before that.
+    auto* call = new QDBusPendingCallWatcher(bus.asyncCall(readAll()), this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call] {
         call->deleteLater();
-        const QDBusPendingReply<AllSettings> reply = *call;
-        if (!reply.isValid())
-            return;
-        const AllSettings settings = reply.value();
-        for (auto space = settings.begin(); space != settings.end(); ++space)
-            for (auto setting = space->begin(); setting != space->end(); ++setting)
-                m_portal.take(space.key(), setting.key(), setting.value());
-        update();
+        takeAll(*call);
     });
+}
+
+void DesktopSettings::takeAll(const QDBusPendingCall& answer) {
+    const QDBusPendingReply<AllSettings> reply = answer;
+    if (!reply.isValid())
+        return;
+    const AllSettings settings = reply.value();
+    for (auto space = settings.begin(); space != settings.end(); ++space)
+        for (auto setting = space->begin(); setting != space->end(); ++setting)
+            m_portal.take(space.key(), setting.key(), setting.value());
+    update();
 }
 
 void DesktopSettings::takeSetting(const QString& space, const QString& key, const QDBusVariant& value) {

@@ -9,6 +9,7 @@
 #include "Tallyglass/Desktop/SessionBus.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QObject>
 #include <QProperty>
@@ -41,7 +42,8 @@ private slots:
     void takeSetting(const QString& space, const QString& key, const QDBusVariant& value);
 
 private:
-    void askPortal(QDBusConnection bus);
+    void follow(QDBusConnection bus);
+    void takeAll(const QDBusPendingCall& answer);
     void update();
 
     PortalSettings m_portal;

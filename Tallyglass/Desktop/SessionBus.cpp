@@ -1,9 +1,6 @@
 #include "Tallyglass/Desktop/SessionBus.h"
 
 #include <QFileInfo>
-#include <QPromise>
-#include <QThreadPool>
-#include <memory>
 
 namespace tallyglass {
 
@@ -16,16 +13,6 @@ QDBusConnection connectToSessionBus() {
     if (!isThere)
         return QDBusConnection(QString());
     return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("tallyglass"));
-}
-
-QFuture<QDBusConnection> connectInBackground(BusConnector connect) {
-    auto promise = std::make_shared<QPromise<QDBusConnection>>();
-    promise->start();
-    QThreadPool::globalInstance()->start([promise, connect = std::move(connect)] {
-        promise->addResult(connect());
-        promise->finish();
-    });
-    return promise->future();
 }
 
 } // namespace tallyglass
