@@ -6,7 +6,7 @@ Flow {
     id: legend
     required property var items
 
-    spacing: Theme.unit * 2
+    spacing: Theme.unit * 1.5
 
     Repeater {
         model: legend.items

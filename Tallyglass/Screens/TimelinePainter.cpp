@@ -217,6 +217,21 @@ std::optional<TimelinePainter::Patch> TimelinePainter::selectedBar(std::size_t i
     return patch;
 }
 
+double TimelinePainter::freeRight(double width, double y) const {
+    const QRectF& plot = m_layout.plot;
+    double right = plot.right();
+    for (auto column = m_columns.rbegin(); column != m_columns.rend() && right > plot.left() + width;
+         ++column) {
+        const QRectF bar = column->value ? m_layout.bar(column->position, *column->value) : QRectF();
+        if (bar.isEmpty() || bar.top() > y)
+            continue;
+        if (right - bar.right() > width + TimelineLayout::spacing)
+            return right;
+        right = bar.left();
+    }
+    return right - plot.left() > width + TimelineLayout::spacing ? right : plot.right();
+}
+
 std::optional<TimelinePainter::Patch> TimelinePainter::rule() const {
     const auto& hours = m_subject.typicalHours;
     if (m_subject.metric != TimelineMetric::interval || !hours || m_layout.isEmpty())
@@ -239,8 +254,9 @@ std::optional<TimelinePainter::Patch> TimelinePainter::rule() const {
     painter.setPen(pen);
     painter.drawLine(QPointF(plot.left(), y + 0.5), QPointF(plot.right(), y + 0.5));
 
-    const QRectF box(plot.right() - label.width() - 2, isBelow ? y + 2 : y - label.height() - 1,
-                     label.width(), label.height());
+    const double boxTop = isBelow ? y + 2 : y - label.height() - 1;
+    const double boxRight = freeRight(label.width(), boxTop + label.height() / 2) - 2;
+    const QRectF box(boxRight - label.width(), boxTop, label.width(), label.height());
     QColor behind = m_style.ground;
     behind.setAlphaF(0.88F);
     painter.setPen(Qt::NoPen);

@@ -78,6 +78,9 @@ private:
     void paintDates(QPainter& painter) const;
     void paintMarks(QPainter& painter) const;
     void paintBar(QPainter& painter, const QRectF& rect, bool isGap) const;
+    /// The rightmost x from which a label of `width` pixels reaches to the left without a bar in it that is
+    /// as high as `y`. The right end of the plot if there is no such place.
+    [[nodiscard]] double freeRight(double width, double y) const;
     void paintSymbol(QPainter& painter, const char* name, QPointF center, const QColor& color) const;
 
     TimelineSubject m_subject;
