@@ -11,7 +11,7 @@ ScrollPage {
 
     readonly property bool wide: width >= Theme.unit * 130 * Theme.textScale
 
-    maximumContentWidth: wide ? Theme.unit * 170 : Theme.unit * 110
+    maximumContentWidth: Theme.unit * (wide ? 170 : 110) * Math.max(1, Theme.textScale)
 
     DashboardState {
         id: state

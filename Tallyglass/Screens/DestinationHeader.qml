@@ -6,7 +6,8 @@ Card {
     id: header
     required property destinationHeaderContent content
 
-    readonly property bool stacked: width < Theme.unit * 56 * Theme.textScale
+    readonly property bool stacked: width < Theme.unit * 48 * Theme.textScale
+    readonly property bool tilesBelow: width < Theme.unit * 66 * Theme.textScale
 
     padding: Theme.unit * 3
     Accessible.name: content.name
@@ -14,21 +15,24 @@ Card {
     Item {
         id: area
         readonly property real gap: Theme.unit * 2
+        // Ring, words and tiles from top to bottom, or words and tiles beside the ring, or the tiles below both.
+        readonly property real wordsHeight: words.height + (header.tilesBelow ? 0 : gap + tiles.height)
+        readonly property real headHeight: header.stacked ? ring.height + gap + words.height
+                                                          : Math.max(ring.height, wordsHeight)
 
         implicitWidth: ring.width + Theme.unit * 40
-        implicitHeight: header.stacked ? ring.height + gap + words.height
-                                       : Math.max(ring.height, words.height)
+        implicitHeight: headHeight + (header.tilesBelow ? gap + tiles.height : 0)
 
         CapacityRing {
             id: ring
             x: header.stacked ? (parent.width - width) / 2 : 0
-            y: header.stacked ? 0 : (parent.height - height) / 2
+            y: header.stacked ? 0 : (parent.headHeight - height) / 2
             content: header.content.ring
         }
         Stack {
             id: words
             x: header.stacked ? 0 : ring.width + Theme.unit * 4
-            y: header.stacked ? ring.height + area.gap : (parent.height - height) / 2
+            y: header.stacked ? ring.height + area.gap : (parent.headHeight - parent.wordsHeight) / 2
             width: parent.width - x
             spacing: Theme.unit
 
@@ -81,32 +85,34 @@ Card {
                 text: header.content.url
                 color: Theme.secondaryText
             }
-            Grid {
-                id: tiles
-                readonly property real tileWidth: columns === 1 ? width : (width - columnSpacing * 2) / 3
+        }
+        Grid {
+            id: tiles
+            readonly property real tileWidth: columns === 1 ? width : (width - columnSpacing * 2) / 3
 
-                topPadding: Theme.unit
-                columns: width < Theme.unit * 38 * Theme.textScale ? 1 : 3
-                columnSpacing: Theme.unit * 2
-                rowSpacing: Theme.unit * 1.5
-                StatTile {
-                    width: tiles.tileWidth
-                    label: header.content.used.label
-                    value: header.content.used.value
-                    caption: header.content.used.caption
-                }
-                StatTile {
-                    width: tiles.tileWidth
-                    label: header.content.free.label
-                    value: header.content.free.value
-                    caption: header.content.free.caption
-                }
-                StatTile {
-                    width: tiles.tileWidth
-                    label: header.content.backups.label
-                    value: header.content.backups.value
-                    caption: header.content.backups.caption
-                }
+            x: header.tilesBelow ? 0 : words.x
+            y: (header.tilesBelow ? area.headHeight : words.y + words.height) + area.gap
+            width: parent.width - x
+            columns: width < Theme.unit * 36 * Theme.textScale ? 1 : 3
+            columnSpacing: Theme.unit * 2
+            rowSpacing: Theme.unit * 1.5
+            StatTile {
+                width: tiles.tileWidth
+                label: header.content.used.label
+                value: header.content.used.value
+                caption: header.content.used.caption
+            }
+            StatTile {
+                width: tiles.tileWidth
+                label: header.content.free.label
+                value: header.content.free.value
+                caption: header.content.free.caption
+            }
+            StatTile {
+                width: tiles.tileWidth
+                label: header.content.backups.label
+                value: header.content.backups.value
+                caption: header.content.backups.caption
             }
         }
     }

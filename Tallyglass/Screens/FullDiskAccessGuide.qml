@@ -117,17 +117,23 @@ Sheet {
                 systemImage: state.content.secondarySymbol
                 onClicked: state.help()
             }
-        },
-        RowLayout {
-            spacing: Theme.unit / 2
-            Symbol {
-                name: state.content.statusSymbol
-                color: Theme.colors[state.content.role]
-            }
-            TextLabel {
-                text: state.content.status
-                color: Theme.textColors[state.content.role]
-                wrapMode: Text.NoWrap
+            Row {
+                height: Theme.controlHeight
+                leftPadding: Theme.unit
+                spacing: Theme.unit / 2
+                Symbol {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: state.content.statusSymbol
+                    color: Theme.colors[state.content.role]
+                }
+                TextLabel {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: state.content.status
+                    color: granted ? Theme.textColors[state.content.role] : Theme.secondaryText
+                    wrapMode: Text.NoWrap
+
+                    readonly property bool granted: state.content.statusSymbol !== ""
+                }
             }
         }
     ]
