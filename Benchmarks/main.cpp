@@ -31,6 +31,18 @@ struct Result {
     bool reachesAim = false;
 };
 
+double compare(Ratio ratio, double figure, double reference) {
+    switch (ratio) {
+    case Ratio::speed:
+        return reference / figure;
+    case Ratio::cost:
+        return figure / reference;
+    case Ratio::difference:
+        return figure - reference;
+    }
+    return 0;
+}
+
 Result measure(const Row& row) {
     const auto resources = row.prepare ? row.prepare() : nullptr;
     std::vector<double> figures;
@@ -40,10 +52,9 @@ Result measure(const Row& row) {
         figures.push_back(row.measure());
     }
     Result result{.figure = median(figures), .reference = median(references)};
-    const bool isSpeed = row.ratio == Ratio::speed;
-    result.ratio = isSpeed ? result.reference / result.figure : result.figure / result.reference;
+    result.ratio = compare(row.ratio, result.figure, result.reference);
     const auto reaches = [&](double bound) {
-        return isSpeed ? result.ratio >= bound : result.ratio <= bound;
+        return row.ratio == Ratio::speed ? result.ratio >= bound : result.ratio <= bound;
     };
     result.holds = reaches(row.must);
     result.reachesAim = reaches(row.aim);
@@ -51,7 +62,8 @@ Result measure(const Row& row) {
 }
 
 std::string bound(const Row& row, double value) {
-    return fmt::format("{}{:g}", row.ratio == Ratio::speed ? ">=" : "<=", value);
+    const char* sign = row.ratio == Ratio::difference ? "+" : "";
+    return fmt::format("{}{}{:g}", row.ratio == Ratio::speed ? ">=" : "<=", sign, value);
 }
 
 } // namespace

@@ -12,8 +12,9 @@ namespace tallyglass::bench {
 
 /// What the ratio of a row says.
 enum class Ratio {
-    speed, ///< reference / figure: how many times faster than the reference; at least `must`
-    cost,  ///< figure / reference: how much of the reference's cost; at most `must`
+    speed,      ///< reference / figure: how many times faster than the reference; at least `must`
+    cost,       ///< figure / reference: how much of the reference's cost; at most `must`
+    difference, ///< figure - reference, in the row's unit: what comes on top of the reference; at most `must`
 };
 
 struct Row {
