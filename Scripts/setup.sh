@@ -13,7 +13,7 @@ build_packages=(
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
     qml6-module-qt-labs-platform qml6-module-qtquick-dialogs fonts-material-design-icons-iconfont
-    rsync tzdata dbus-daemon openssl
+    rsync tzdata dbus-daemon openssl fonts-dejavu-core
 )
 # What the checks of .ci/run need besides.
 check_packages=(clang-16 clang-tidy-16 clang-format-16 libclang-rt-16-dev)

@@ -33,8 +33,7 @@ void AppDelegate::applicationShouldHandleReopen() {
     if (m_window.windowStates() & Qt::WindowMinimized)
         m_window.setWindowStates(m_window.windowStates() & ~Qt::WindowMinimized);
     m_window.show();
-    m_window.raise();
-    m_window.requestActivate();
+    m_window.requestActivate(); // raises it too
 }
 
 void AppDelegate::applicationDidBecomeActive() {

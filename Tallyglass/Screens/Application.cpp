@@ -10,6 +10,7 @@
 #include <QCryptographicHash>
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QTranslator>
 #include <cstdio>
 #include <exception>
 
@@ -49,6 +50,11 @@ int start(int& argc, char** argv, const ApplicationOptions& options) {
     QGuiApplication::setApplicationName(QStringLiteral("Tallyglass"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TALLYGLASS_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("tallyglass"));
+
+    QTranslator translator;
+    if (translator.load(QLocale(), QStringLiteral("tallyglass"), QStringLiteral("_"),
+                        QStringLiteral(":/i18n")))
+        QGuiApplication::installTranslator(&translator);
 
     if (options.screenshots) {
         TallyglassApp app(options);

@@ -1,0 +1,811 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>AccessGuide</name>
+    <message>
+        <source>Open Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The button below opens System Settings › Privacy &amp; Security › Full Disk Access.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag Tallyglass into the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag the icon above straight onto the list — or click + and choose it from Applications. If it&apos;s already listed, just turn its switch on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Turn its switch on</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>macOS may ask you to quit and reopen the app — that&apos;s expected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Come back here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The app unlocks on its own the moment access is granted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Full Disk Access &amp; reveal the helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The button below opens the settings pane and a Finder window with tallyglass-helper selected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag tallyglass-helper into the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag the icon above — or the file from the Finder window that opens — onto the list. Its folder is hidden, so the + picker can&apos;t reach it; dragging is the way.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Come back and press Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Per-backup sizes appear within a moment; otherwise they arrive on the helper&apos;s next run.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give Tallyglass access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>macOS won&apos;t ask for this, so it&apos;s added by hand — once. It takes about a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reveal app</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give the helper access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Per-backup sizes come from a file only the helper can read. This grant is separate from the app&apos;s.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Illustration: drag %1 into the Full Disk Access list and turn its switch on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Access granted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for access…</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ActivityCard</name>
+    <message>
+        <source>Stopping…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backing up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1/s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files/s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 copied</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>about %1 left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preparing — %1 items found</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preparing…</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Alert</name>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>AlertSheet</name>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BackupButton</name>
+    <message>
+        <source>Stop Backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Back Up Now</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CapacityRing</name>
+    <message>
+        <source>nearly full</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>running low</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>plenty free</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CompareView</name>
+    <message>
+        <source>Comparing two backups is on its way.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ConfigurationCard</name>
+    <message>
+        <source>Configuration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Excluded from backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Automatic backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Interval</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Requires AC power</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last verification</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DashboardView</name>
+    <message>
+        <source>No backup destination</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time Machine has not been configured on this Mac.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DestinationHeader</name>
+    <message>
+        <source>Encrypted destination</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Used</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>since %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ExclusionsView</name>
+    <message>
+        <source>Managing what is left out of backups is on its way.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FDADragIllustration</name>
+    <message>
+        <source>Drag this into the Full Disk Access list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FeedDownload</name>
+    <message>
+        <source>The server took too long.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The answer is too long to be a list of versions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server leads to an address without encryption.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server has no list of versions there.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FileHistoryView</name>
+    <message>
+        <source>Tracing a file through every backup is on its way.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FilterField</name>
+    <message>
+        <source>Clear</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FullDiskAccessGuide</name>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>HealthCard</name>
+    <message>
+        <source>Suspected failed backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time Machine attempted a backup at these times but no backup followed. macOS records the attempt but does not surface the failure.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Longer than usual</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last backup was skipped</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last backup didn&apos;t complete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 (result code %2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time Machine recorded result code %1 for the most recent backup to this destination. This code isn&apos;t in our catalogue, so it confirms a problem without naming the cause.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>· %1 → %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last backup %1 · typically every %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>· %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>HelperSetup</name>
+    <message>
+        <source>Remove Tallyglass’s helper?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This unloads and deletes the privileged background helper and the files it installed. You’ll be asked for your administrator password, and per-backup sizes will stop working unless you reinstall.
+
+Afterward, quit and drag Tallyglass to the Trash to finish.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Helper…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Helper removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The background helper and its files are gone. Quit Tallyglass and drag it from your Applications folder to the Trash to finish removing it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn’t remove the helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>MenuBar</name>
+    <message>
+        <source>Last backup %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backing up… %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop Backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Back Up Now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Tallyglass</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support Tallyglass…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass — backup problem</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass — backups need attention</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass — backups healthy</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RootView</name>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>About Tallyglass</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Uninstall Tallyglass…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Makes this computer&apos;s Time Machine backups visible.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Shell</name>
+    <message>
+        <source>Overview</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File History</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclusions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lite mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Sidebar</name>
+    <message>
+        <source>Sidebar</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lite mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Timeline</name>
+    <message>
+        <source>Grant the helper Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The helper is installed but still needs Full Disk Access — Time Machine backups are protected even from root. Grant it and the sizes appear on their own.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Per-backup sizes need a one-time helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time Machine records each backup&apos;s size in a file only root can read (with Full Disk Access). A small signed helper reads it and copies it somewhere Tallyglass can. It only reads your backup, and uninstalls cleanly.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Longer than usual</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backup without a value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Typical: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Typical</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1. %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>typical cadence</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time gap</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Backup timeline, %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Adjust to move between backups, then activate to see file changes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>hours since previous backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>on-disk bytes changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>files changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On-disk size of what each backup changed, from Time Machine&apos;s own records — no scanning.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files each backup copied, from Time Machine&apos;s own records — no scanning.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>★ Initial full backup (%1, %2) has no bar: beside it the others would vanish.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 since the previous backup, longer than usual</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 since the previous backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>First backup on this destination</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not in the backup manifest</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Initial full backup · %1 · %2 on disk · %3 of data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 · %2 on disk · %3 of data</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One of %1 in this bar. Zoom in to tell them apart.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click to see file changes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click: needs Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Initial full backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Suspected failed backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TimelineHelperCard</name>
+    <message>
+        <source>Copied — run it in Terminal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy command</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show me how</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TimelineView</name>
+    <message>
+        <source>Backup timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not enough history</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>At least two backups are needed to chart cadence.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Measure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show all</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UnlockCard</name>
+    <message>
+        <source>Unlock backup contents</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Everything above works without permission. These need Full Disk Access:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show me how</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Browse the files inside any backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare two backups and see exactly what changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Track a single file&apos;s history across every backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Visualise which folders consume the most space</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Permission state could not be determined on this system.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UpdaterController</name>
+    <message>
+        <source>The server’s answer isn’t a list of versions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass is up to date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 is the newest there is.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Couldn’t check for updates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass %1 is available</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You have version %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The download opens in your browser, from %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open Download</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,64 @@
+#include "Tallyglass/Screens/AppDelegate.h"
+#include "Tallyglass/Screens/TallyglassApp.h"
+#include "Tests/Screens/ShellStage.h"
+
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QTimer>
+#include <QWindow>
+
+namespace tallyglass {
+namespace {
+
+QWindow* mainWindow() {
+    for (QWindow* window : QGuiApplication::topLevelWindows())
+        if (window->objectName() == QLatin1String("main"))
+            return window;
+    return nullptr;
+}
+
+TEST(TallyglassApp, endsWithItsWindowWhereThereIsNoTray) {
+    TallyglassApp app({.fixture = "healthy"});
+    app.showWindow();
+    ASSERT_NE(mainWindow(), nullptr);
+    EXPECT_EQ(mainWindow()->title(), "Tallyglass");
+    EXPECT_EQ(mainWindow()->minimumSize(), QSize(720, 560));
+
+    QTimer::singleShot(0, mainWindow(), &QWindow::close);
+    QTimer::singleShot(std::chrono::minutes(1), qGuiApp, [] { QCoreApplication::exit(1); });
+
+    EXPECT_EQ(QGuiApplication::exec(), 0);
+}
+
+TEST(AppDelegate, bringsAClosedWindowBackWhenTheProgramIsStartedAgain) {
+    test::ShellStage stage;
+    QWindow window;
+    AppDelegate delegate(stage.model, window);
+    window.show();
+    window.close();
+    ASSERT_FALSE(window.isVisible());
+
+    delegate.applicationShouldHandleReopen();
+
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(delegate.applicationShouldTerminateAfterLastWindowClosed());
+}
+
+TEST(AppDelegate, looksForThePermissionWhenTheProgramBecomesActive) {
+    test::ShellStage stage;
+    QWindow window;
+    AppDelegate delegate(stage.model, window);
+    const auto probed = stage.root.write("Library/Application Support/com.apple.TCC/TCC.db", "");
+
+    stage.model.setFixtureSession(true);
+    delegate.applicationDidBecomeActive();
+    EXPECT_EQ(stage.model.fdaStatus(), FDAStatus::indeterminate);
+
+    stage.model.setFixtureSession(false);
+    delegate.applicationDidBecomeActive();
+    EXPECT_EQ(stage.model.fdaStatus(), FDAStatus::granted);
+}
+
+} // namespace
+} // namespace tallyglass
