@@ -1,5 +1,6 @@
 #include "Tallyglass/Screens/CapacityRingContent.h"
 
+#include "Tallyglass/Screens/Words.h"
 #include "TallyglassKit/Health/Fmt.h"
 
 #include <QCoreApplication>
@@ -10,13 +11,9 @@ namespace tallyglass {
 
 namespace {
 
-QString translate(const char* text) {
-    return QCoreApplication::translate("CapacityRing", text);
-}
-
-QString words(const std::string& text) {
-    return QString::fromStdString(text);
-}
+class CapacityRing {
+    Q_DECLARE_TR_FUNCTIONS(CapacityRing)
+};
 
 struct FillLevel {
     double from; ///< of this share in use on
@@ -44,11 +41,11 @@ const FillLevel& fillLevel(double fraction) {
 CapacityRingContent capacityRingContent(std::optional<double> fraction, std::optional<std::int64_t> used,
                                         std::optional<std::int64_t> total, bool differentiateWithoutColor) {
     CapacityRingContent content;
-    content.accessibleName = translate("Destination capacity");
+    content.accessibleName = CapacityRing::tr("Destination capacity");
     content.text = QStringLiteral("—");
-    content.accessibleValue = translate("Unknown");
+    content.accessibleValue = CapacityRing::tr("Unknown");
     if (used && total)
-        content.detail = translate("%1 of %2").arg(words(Fmt::size(used)), words(Fmt::size(total)));
+        content.detail = CapacityRing::tr("%1 of %2").arg(words(Fmt::size(used)), words(Fmt::size(total)));
     if (!fraction)
         return content;
 
@@ -58,7 +55,8 @@ CapacityRingContent capacityRingContent(std::optional<double> fraction, std::opt
     content.fraction = std::clamp(*fraction, 0.0, 1.0);
     content.role = level.role;
     content.text = percent + QLatin1Char('%');
-    content.accessibleValue = translate("%1 percent used, %2").arg(percent, translate(level.words));
+    content.accessibleValue =
+        CapacityRing::tr("%1 percent used, %2").arg(percent, CapacityRing::tr(level.words));
     if (differentiateWithoutColor)
         content.symbol = QString::fromLatin1(level.symbol);
     return content;

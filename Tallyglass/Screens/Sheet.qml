@@ -82,6 +82,8 @@ T.Popup {
                     id: buttons
                     Layout.fillWidth: true
                     Layout.margins: Theme.unit * 2
+                    Layout.leftMargin: page.margin
+                    Layout.rightMargin: page.margin
                     spacing: Theme.unit
                     layoutDirection: Qt.LeftToRight
                 }
