@@ -11,8 +11,9 @@ constexpr std::string_view root = "/Volumes/.timemachine/6D8A4C1E-53F0-4B0B-9C34
 
 std::vector<DiffModel::BackupChoice> backupsUntil(Date now) {
     std::vector<DiffModel::BackupChoice> backups;
-    for (int age = 30; age > 0; --age) {
-        const Date date = now - std::chrono::hours(24 * age) + std::chrono::minutes(7 * age);
+    // The last one is as old as that of a made-up machine, and so finds its row in the manifest.
+    for (int age = 30; age >= 0; --age) {
+        const Date date = now - std::chrono::minutes(38) - std::chrono::hours(24 * age);
         backups.push_back({fmt::format("{}/day-{}.backup/day-{}.backup", root, age, age), date});
     }
     return backups;
@@ -47,6 +48,8 @@ std::vector<ChangeRecord> mixedRows() {
         change(ChangeKind::modified, "/Applications/Chess.app", 7'811'220, 120'004, {"size", "mtime"}),
         folder("/Users"),
         folder("/Users/alex"),
+        folder("/Users/alex/Documents"),
+        folder("/Users/alex/Downloads"),
         change(ChangeKind::added, "/Users/alex/Documents/Letter to the landlord (draft 3).pages", 812'004,
                812'004),
         change(ChangeKind::modified, "/Users/alex/Documents/Taxes 2025.numbers", 2'204'118, 41'912,

@@ -160,11 +160,16 @@ Machine stopping(Date now) {
     return machine;
 }
 
-/// Without the permission and without the helper, so that the manifest is missing too.
-Machine locked(Date now) {
+Machine withoutManifest(Date now) {
     Machine machine = healthy(now);
-    machine.access = FDAStatus::denied;
     machine.manifest.clear();
+    return machine;
+}
+
+/// Without the permission and the helper.
+Machine locked(Date now) {
+    Machine machine = withoutManifest(now);
+    machine.access = FDAStatus::denied;
     return machine;
 }
 
@@ -217,11 +222,10 @@ Machine longWords(Date now) {
 }
 
 Machine network(Date now) {
-    Machine machine = healthy(now);
+    Machine machine = withoutManifest(now);
     TMDestination& destination = machine.settings.destinations.front();
     destination.kind = TMDestination::Kind::network;
     destination.networkURL = "smb://alex@nas.local/Backups";
-    machine.manifest.clear();
     return machine;
 }
 
@@ -252,8 +256,8 @@ constexpr std::array<Session, 26> sessions{{
     {"changes-waiting", healthy},
     {"changes-running", healthy},
     {"changes-results", healthy},
-    {"changes-metadata", healthy},
-    {"changes-none", healthy},
+    {"changes-metadata", withoutManifest},
+    {"changes-none", withoutManifest},
     {"changes-failure", healthy},
     {"changes-oldest", healthy},
     {"changes-network", network},
