@@ -109,6 +109,7 @@ void TallyglassApp::reportStart() {
     connect(m_window.get(), &QQuickWindow::frameSwapped, reporter, [this, reporter] {
         if (!m_hasData || m_model.isRefreshing())
             return;
+        m_window->disconnect(reporter);
         reporter->deleteLater();
         std::puts("ready");
         std::fflush(stdout);
