@@ -40,7 +40,7 @@ T.Button {
                 visible: text !== ""
                 text: button.text
                 color: button.ink
-                font.weight: button.kind === AppButton.Prominent ? Font.DemiBold : Font.Medium
+                font.weight: button.kind === AppButton.Prominent ? Font.DemiBold : Font.Normal
                 wrapMode: Text.NoWrap
                 elide: Text.ElideMiddle
                 Accessible.ignored: true

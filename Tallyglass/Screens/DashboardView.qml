@@ -14,36 +14,46 @@ ScrollPage {
     maximumContentWidth: Theme.unit * (wide ? 170 : 110) * Math.max(1, Theme.textScale)
 
     DashboardState {
-        id: state
+        id: dashboardState
         model: dashboard.model
         differentiateWithoutColor: Theme.differentiateWithoutColor
     }
-    FullDiskAccessGuide {
+    Loader { // of a sheet over the window
         id: guide
-        model: dashboard.model
-        helperSetup: dashboard.helperSetup
-        pasteboard: dashboard.pasteboard
-        target: FullDiskAccessGuide.App
+        active: false
+        visible: false
+        sourceComponent: FullDiskAccessGuide {
+            model: dashboard.model
+            helperSetup: dashboard.helperSetup
+            pasteboard: dashboard.pasteboard
+            target: FullDiskAccessGuide.App
+            visible: true
+            onClosed: guide.active = false
+        }
     }
 
     Reveal {
-        shown: state.error !== ""
+        id: errors
+        shown: dashboardState.error !== ""
         spacing: dashboard.spacing
-        ErrorBanner {
-            text: state.error
+        Lazy {
+            shown: errors.progress > 0
+            sourceComponent: ErrorBanner { text: dashboardState.error }
         }
     }
-    EmptyState {
+    Lazy {
         parent: dashboard // in the middle of what can be seen
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
-        visible: !state.hasDestination && !state.isWaiting
-        title: qsTr("No backup destination")
-        systemImage: "externaldrive.badge.questionmark"
-        description: qsTr("Time Machine has not been configured on this Mac.")
+        shown: !dashboardState.hasDestination && !dashboardState.isWaiting
+        sourceComponent: EmptyState {
+            title: qsTr("No backup destination")
+            systemImage: "externaldrive.badge.questionmark"
+            description: qsTr("Time Machine has not been configured on this Mac.")
+        }
     }
     Item {
-        visible: state.hasDestination
+        visible: dashboardState.hasDestination
         implicitWidth: main.implicitWidth
         implicitHeight: Math.max(main.height, aside.y + aside.height)
 
@@ -52,12 +62,14 @@ ScrollPage {
             width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
             spacing: dashboard.spacing
 
-            DestinationHeader { content: state.header }
+            DestinationHeader { content: dashboardState.header }
             Reveal {
-                shown: state.isRunning
+                id: activity
+                shown: dashboardState.isRunning
                 spacing: dashboard.spacing
-                ActivityCard {
-                    content: state.activity
+                Lazy {
+                    shown: activity.progress > 0
+                    sourceComponent: ActivityCard { content: dashboardState.activity }
                 }
             }
             TimelineView {
@@ -65,11 +77,13 @@ ScrollPage {
                 helperSetup: dashboard.helperSetup
                 pasteboard: dashboard.pasteboard
             }
-            HealthCard { content: state.health }
-            UnlockCard {
-                visible: state.unlock.shown
-                content: state.unlock
-                onGuideRequested: guide.open()
+            HealthCard { content: dashboardState.health }
+            Lazy {
+                shown: dashboardState.unlock.shown
+                sourceComponent: UnlockCard {
+                    content: dashboardState.unlock
+                    onGuideRequested: guide.active = true
+                }
             }
         }
         Stack {
@@ -79,7 +93,7 @@ ScrollPage {
             width: dashboard.wide ? Theme.unit * 44 * Theme.textScale : parent.width
             spacing: dashboard.spacing
 
-            ConfigurationCard { content: state.configuration }
+            ConfigurationCard { content: dashboardState.configuration }
         }
     }
 }

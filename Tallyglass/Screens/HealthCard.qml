@@ -28,28 +28,34 @@ Card {
             }
         }
     }
-    HealthSection {
-        visible: health.content.resultHeading !== ""
-        heading: health.content.resultHeading
-        systemImage: health.content.resultSymbol
-        symbolColor: Theme.colors[health.content.resultRole]
-        caption: health.content.resultCaption
+    Lazy {
+        shown: health.content.resultHeading !== ""
+        sourceComponent: HealthSection {
+            heading: health.content.resultHeading
+            systemImage: health.content.resultSymbol
+            symbolColor: Theme.colors[health.content.resultRole]
+            caption: health.content.resultCaption
+        }
     }
-    HealthSection {
-        visible: health.content.failures.length > 0
-        heading: qsTr("Suspected failed backups")
-        systemImage: "xmark.circle.fill"
-        symbolColor: Theme.critical
-        caption: qsTr("Time Machine attempted a backup at these times but no backup followed. macOS records the "
-                      + "attempt but does not surface the failure.")
-        rows: health.content.failures
+    Lazy {
+        shown: health.content.failures.length > 0
+        sourceComponent: HealthSection {
+            heading: qsTr("Suspected failed backups")
+            systemImage: "xmark.circle.fill"
+            symbolColor: Theme.critical
+            caption: qsTr("Time Machine attempted a backup at these times but no backup followed. macOS records the "
+                          + "attempt but does not surface the failure.")
+            rows: health.content.failures
+        }
     }
-    HealthSection {
-        visible: health.content.gaps.length > 0
-        heading: qsTr("Longer than usual")
-        systemImage: "clock.badge.exclamationmark"
-        symbolColor: Theme.warning
-        rows: health.content.gaps
-        more: health.content.moreGaps
+    Lazy {
+        shown: health.content.gaps.length > 0
+        sourceComponent: HealthSection {
+            heading: qsTr("Longer than usual")
+            systemImage: "clock.badge.exclamationmark"
+            symbolColor: Theme.warning
+            rows: health.content.gaps
+            more: health.content.moreGaps
+        }
     }
 }

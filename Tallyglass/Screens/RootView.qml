@@ -94,7 +94,10 @@ FocusScope {
                     kind: AppButton.Tool
                     systemImage: "line.3.horizontal"
                     hint: qsTr("Menu")
-                    onClicked: menu.openBelow(menuButton)
+                    onClicked: {
+                        menu.active = true;
+                        menu.item.openBelow(menuButton);
+                    }
                 }
             }
             Item {
@@ -146,31 +149,34 @@ FocusScope {
         onActivated: Qt.quit()
     }
 
-    AppMenu {
+    Loader {
         id: menu
-        onAboutToShow: root.helperSetup.lookForHelper()
+        active: false
+        sourceComponent: AppMenu {
+            onAboutToShow: root.helperSetup.lookForHelper()
 
-        AppMenuItem {
-            text: qsTr("About Tallyglass")
-            onTriggered: root.present("about")
-        }
-        AppMenuDivider {}
-        AppMenuItem {
-            text: qsTr("Check for Updates…")
-            enabled: root.updater.canCheckForUpdates
-            onTriggered: root.updater.checkForUpdates()
-        }
-        AppMenuDivider {}
-        AppMenuItem {
-            text: qsTr("Uninstall Tallyglass…")
-            enabled: root.helperSetup.helperExists
-            onTriggered: root.helperSetup.confirmAndUninstall()
-        }
-        AppMenuDivider {}
-        AppMenuItem {
-            text: qsTr("Quit")
-            shortcutText: "Ctrl+Q"
-            onTriggered: Qt.quit()
+            AppMenuItem {
+                text: qsTr("About Tallyglass")
+                onTriggered: root.present("about")
+            }
+            AppMenuDivider {}
+            AppMenuItem {
+                text: qsTr("Check for Updates…")
+                enabled: root.updater.canCheckForUpdates
+                onTriggered: root.updater.checkForUpdates()
+            }
+            AppMenuDivider {}
+            AppMenuItem {
+                text: qsTr("Uninstall Tallyglass…")
+                enabled: root.helperSetup.helperExists
+                onTriggered: root.helperSetup.confirmAndUninstall()
+            }
+            AppMenuDivider {}
+            AppMenuItem {
+                text: qsTr("Quit")
+                shortcutText: "Ctrl+Q"
+                onTriggered: Qt.quit()
+            }
         }
     }
     Component {

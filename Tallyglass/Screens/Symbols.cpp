@@ -107,7 +107,7 @@ QStringList Symbols::names() {
 }
 
 QString Symbols::fontFile() {
-    return QStringLiteral(":/Tallyglass/MaterialIcons-Regular.ttf");
+    return QStringLiteral(":/Tallyglass/Symbols.ttf");
 }
 
 QString Symbols::fontFamily() {

@@ -19,11 +19,13 @@ Card {
         differentiateWithoutColor: Theme.differentiateWithoutColor
     }
 
-    EmptyState {
-        visible: !timelineState.content.hasChart
-        title: qsTr("Not enough history")
-        systemImage: "clock.badge.questionmark"
-        description: qsTr("At least two backups are needed to chart cadence.")
+    Lazy {
+        shown: !timelineState.content.hasChart
+        sourceComponent: EmptyState {
+            title: qsTr("Not enough history")
+            systemImage: "clock.badge.questionmark"
+            description: qsTr("At least two backups are needed to chart cadence.")
+        }
     }
 
     Flow {
@@ -37,12 +39,14 @@ Card {
             currentIndex: timelineState.metric
             onPicked: index => timelineState.metric = index
         }
-        AppButton {
-            visible: chart.isZoomed
-            kind: AppButton.Tool
-            systemImage: "arrow.left.arrow.right"
-            text: qsTr("Show all")
-            onClicked: chart.showAll()
+        Lazy {
+            shown: chart.isZoomed
+            sourceComponent: AppButton {
+                kind: AppButton.Tool
+                systemImage: "arrow.left.arrow.right"
+                text: qsTr("Show all")
+                onClicked: chart.showAll()
+            }
         }
     }
 
@@ -51,16 +55,18 @@ Card {
         text: timelineState.content.caption
     }
 
-    TimelineHelperCard {
-        visible: timelineState.content.hasChart && timelineState.content.prompt.shown
-        prompt: timelineState.content.prompt
-        copied: timelineState.copiedCommand
-        onCopyRequested: {
-            timeline.pasteboard.setText(timelineState.installCommand);
-            timelineState.copiedCommand = true;
+    Lazy {
+        shown: timelineState.content.hasChart && timelineState.content.prompt.shown
+        sourceComponent: TimelineHelperCard {
+            prompt: timelineState.content.prompt
+            copied: timelineState.copiedCommand
+            onCopyRequested: {
+                timeline.pasteboard.setText(timelineState.installCommand);
+                timelineState.copiedCommand = true;
+            }
+            onGuideRequested: timelineState.showingHelperGuide = true
+            onRefreshRequested: timeline.model.reloadManifest()
         }
-        onGuideRequested: timelineState.showingHelperGuide = true
-        onRefreshRequested: timeline.model.reloadManifest()
     }
 
     Loader { // of a sheet over the window
@@ -101,13 +107,17 @@ Card {
                 previous = activeScale;
             }
         }
-        HoverTip {
-            readonly property point bar: chart.tipPosition
-            x: Math.max(0, Math.min(chart.width - width, bar.x - width / 2))
-            y: bar.y - height - Theme.unit
-            delay: 0
-            text: chart.tip
-            visible: chart.tip !== ""
+        Loader {
+            active: chart.tip !== ""
+            sourceComponent: HoverTip {
+                readonly property point bar: chart.tipPosition
+                parent: chart
+                x: Math.max(0, Math.min(chart.width - width, bar.x - width / 2))
+                y: bar.y - height - Theme.unit
+                delay: 0
+                text: chart.tip
+                visible: true
+            }
         }
     }
 

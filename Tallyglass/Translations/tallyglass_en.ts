@@ -174,6 +174,22 @@
         <source>plenty free</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Destination capacity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 percent used, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>CompareView</name>
