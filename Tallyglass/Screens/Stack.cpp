@@ -5,6 +5,12 @@
 
 namespace tallyglass {
 
+Stack::~Stack() {
+    // The base lets go of the children, which tell of it when this is no stack any more.
+    for (const QQuickItem* child : childItems())
+        child->disconnect(this);
+}
+
 void Stack::setSpacing(double spacing) {
     if (spacing == m_spacing)
         return;

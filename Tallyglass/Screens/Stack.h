@@ -21,6 +21,7 @@ class Stack : public QQuickItem {
 
 public:
     using QQuickItem::QQuickItem;
+    ~Stack() override;
 
     [[nodiscard]] double spacing() const { return m_spacing; }
     void setSpacing(double spacing);
