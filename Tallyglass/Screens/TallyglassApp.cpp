@@ -3,6 +3,7 @@
 #include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/ScreenPictures.h"
+#include "Tallyglass/Screens/Symbols.h"
 #include "Tallyglass/Screens/Theme.h"
 #include "Tallyglass/Screens/TrayPresence.h"
 
@@ -57,7 +58,12 @@ void TallyglassApp::loadWindow() {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
-    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Main.qml")));
+    // The types are loaded on a thread of the engine's; the fonts are opened meanwhile.
+    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Main.qml")),
+                            QQmlComponent::Asynchronous);
+    static_cast<void>(Symbols::fontFamily());
+    while (component.isLoading())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     if (component.isReady())
         m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties({
             {QStringLiteral("model"), QVariant::fromValue(&m_model)},
