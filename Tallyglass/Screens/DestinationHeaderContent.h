@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Tallyglass/Screens/CapacityRingContent.h"
+#include "Tallyglass/Screens/StatTileContent.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -13,22 +14,6 @@
 namespace tallyglass {
 
 struct TMDestination;
-
-struct StatTileContent {
-    Q_GADGET
-    QML_VALUE_TYPE(statTileContent)
-
-    Q_PROPERTY(QString label MEMBER label)
-    Q_PROPERTY(QString value MEMBER value)
-    Q_PROPERTY(QString caption MEMBER caption)
-
-public:
-    QString label;
-    QString value;
-    QString caption; ///< empty when there is nothing to add
-
-    friend bool operator==(const StatTileContent&, const StatTileContent&) = default;
-};
 
 struct DestinationHeaderContent {
     Q_GADGET

@@ -63,6 +63,7 @@ constexpr Glyph glyphs[] = {
     {"pause.circle.fill", 0xE035},                                   // pause_circle_filled
     {"pencil.circle.fill", 0xE3C9},                                  // edit
     {"play.fill", 0xE037},                                           // play_arrow
+    {"plus", 0xE145},                                                // add
     {"plus.circle.fill", 0xE147},                                    // add_circle
     {"questionmark.circle", 0xE8FD},                                 // help_outline
     {"questionmark.folder", 0xEB83},                                 // folder_off

@@ -4,6 +4,7 @@
 
 #include <QQmlEngine>
 #include <algorithm>
+#include <cmath>
 
 namespace tallyglass {
 
@@ -24,6 +25,10 @@ Theme::Theme(QObject* parent) : QObject(parent) {}
 
 Theme* Theme::of(QQmlEngine& engine) {
     return engine.singletonInstance<Theme*>(qmlTypeId("Tallyglass", 1, 0, "Theme"));
+}
+
+double Theme::rowHeight() const {
+    return std::round((bodySize() + captionSize()) * 1.4) + unit() * 1.5;
 }
 
 QString Theme::symbolFont() const {

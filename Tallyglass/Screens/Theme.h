@@ -61,6 +61,7 @@ class Theme : public QObject {
     Q_PROPERTY(double titleSize READ titleSize NOTIFY changed)
     Q_PROPERTY(double displaySize READ displaySize NOTIFY changed)
     Q_PROPERTY(double controlHeight READ controlHeight NOTIFY changed)
+    Q_PROPERTY(double rowHeight READ rowHeight NOTIFY changed) ///< of a list whose rows have two lines
     Q_PROPERTY(int motion READ motion NOTIFY changed) ///< milliseconds of a transition, 0 without motion
     Q_PROPERTY(QString symbolFont READ symbolFont CONSTANT)
 
@@ -118,6 +119,7 @@ public:
     [[nodiscard]] double titleSize() const { return 20 * m_textScale; }
     [[nodiscard]] double displaySize() const { return 26 * m_textScale; }
     [[nodiscard]] double controlHeight() const { return 14 + 18 * m_textScale; }
+    [[nodiscard]] double rowHeight() const;
     [[nodiscard]] int motion() const { return m_reduceMotion ? 0 : 180; }
     [[nodiscard]] QString symbolFont() const;
 

@@ -1,0 +1,47 @@
+#include "Tallyglass/Screens/ChangeRowContent.h"
+
+#include "Tallyglass/Screens/Words.h"
+#include "TallyglassKit/Comparison/ChangeRecord.h"
+#include "TallyglassKit/Health/Fmt.h"
+
+#include <QCoreApplication>
+
+namespace tallyglass {
+
+namespace {
+
+class ChangeRow {
+    Q_DECLARE_TR_FUNCTIONS(ChangeRow)
+};
+
+} // namespace
+
+Theme::Role roleOf(ChangeKind kind) {
+    switch (kind) {
+    case ChangeKind::added:
+        return Theme::Role::healthy;
+    case ChangeKind::removed:
+        return Theme::Role::critical;
+    case ChangeKind::modified:
+        break;
+    }
+    return Theme::Role::accent;
+}
+
+ChangeRowContent changeRowContent(const ChangeRecord& change) {
+    ChangeRowContent content{.symbol = words(symbolName(change.kind)),
+                             .role = roleOf(change.kind),
+                             .fileName = words(change.fileName()),
+                             .parentPath = words(change.parentPath()),
+                             .size = words(Fmt::size(change.size)),
+                             .path = words(change.path),
+                             .label = {},
+                             .value = {}};
+    content.label = words(label(change.kind)) + QStringLiteral(", ") + content.fileName;
+    content.value = content.size;
+    if (!content.parentPath.isEmpty())
+        content.value += QStringLiteral(", ") + ChangeRow::tr("in %1").arg(content.parentPath);
+    return content;
+}
+
+} // namespace tallyglass
