@@ -1,6 +1,65 @@
+import QtQuick
 import Tallyglass
 
-SectionNotice {
-    text: qsTr("Comparing two backups is on its way.")
-    systemImage: "arrow.left.arrow.right"
+// Two backups are picked and compared; below stands what changed between them.
+ScrollPage {
+    id: page
+    required property AppModel model
+    required property HelperSetup helperSetup
+    required property Workspace workspace
+    required property Pasteboard pasteboard
+    property bool showingFDAGuide: false
+
+    maximumContentWidth: Theme.unit * 130
+    onVisibleChanged: if (visible) state.appear()
+
+    CompareState {
+        id: state
+        model: page.model
+    }
+    Loader {
+        active: page.showingFDAGuide
+        sourceComponent: FullDiskAccessGuide {
+            model: page.model
+            helperSetup: page.helperSetup
+            pasteboard: page.pasteboard
+            target: FullDiskAccessGuide.App
+            onClosed: page.showingFDAGuide = false
+        }
+        onLoaded: item.open()
+    }
+
+    Title {
+        visible: !state.isLocked
+        text: qsTr("Compare")
+    }
+    LockedNotice {
+        parent: page // in the middle of what can be seen
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
+        visible: state.isLocked
+        heading: qsTr("Comparing backups needs Full Disk Access")
+        text: qsTr("tmutil cannot read backup contents without it, so there is nothing to diff.")
+        onGuideRequested: page.showingFDAGuide = true
+    }
+    ComparePicker {
+        visible: !state.isLocked
+        view: state
+    }
+    Reveal {
+        shown: !state.isLocked && state.error !== ""
+        spacing: page.spacing
+        ErrorBanner { text: state.error }
+    }
+    CompareSummary {
+        visible: !state.isLocked && state.hasSummary
+        content: state.summary
+    }
+    CompareResults {
+        visible: !state.isLocked && state.hasResults
+        view: state
+        page: page
+        workspace: page.workspace
+        pasteboard: page.pasteboard
+    }
 }

@@ -41,7 +41,14 @@ FocusScope {
                 pasteboard: root.pasteboard
             }
         },
-        Component { CompareView {} },
+        Component {
+            CompareView {
+                model: root.model
+                helperSetup: root.helperSetup
+                workspace: root.workspace
+                pasteboard: root.pasteboard
+            }
+        },
         Component { FileHistoryView {} },
         Component { ExclusionsView {} }
     ]

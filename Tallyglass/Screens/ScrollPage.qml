@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Tallyglass
 
 // A page that scrolls up and down when its content is higher than it, at any size of text. Children stand in a
-// stack; the one that gets the keyboard is brought into view.
+// stack; the one that gets the keyboard is brought into view, unless it says that it `keepsItselfInSight`.
 Flickable {
     id: page
     property real margin: Theme.unit * 3
@@ -25,6 +25,8 @@ Flickable {
     }
     function bringIntoView(item: Item) {
         for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
+            if (ancestor.keepsItselfInSight === true)
+                return;
             if (ancestor !== stack)
                 continue;
             const top = item.mapToItem(contentItem, 0, 0).y - Theme.unit * 2;

@@ -61,12 +61,12 @@ TEST_F(RootViewTest, saysTheVerdictBelowTheTitle) {
 TEST_F(RootViewTest, showsASectionByKeyboardAndByScreenReader) {
     screen.key(Qt::Key_2, Qt::ControlModifier);
     EXPECT_TRUE(isSelected("Compare"));
-    EXPECT_TRUE(screen.tree().hasText("Comparing two backups is on its way."));
+    EXPECT_TRUE(screen.tree().hasText("Comparing backups needs Full Disk Access"));
 
     screen.tree().get(QAccessible::ListItem, "Exclusions").press();
     EXPECT_TRUE(isSelected("Exclusions"));
     EXPECT_TRUE(screen.tree().hasText("Managing what is left out of backups is on its way."));
-    EXPECT_FALSE(screen.tree().hasText("Comparing two backups is on its way."));
+    EXPECT_FALSE(screen.tree().hasText("Comparing backups needs Full Disk Access"));
 }
 
 TEST_F(RootViewTest, movesInTheSidebarByArrowsHomeAndEnd) {
