@@ -28,6 +28,7 @@ Item {
         }
         Headline {
             Layout.fillWidth: true
+            visible: text !== ""
             text: empty.title
             horizontalAlignment: Text.AlignHCenter
         }

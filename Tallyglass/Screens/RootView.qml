@@ -21,7 +21,8 @@ FocusScope {
     readonly property var sheets: ({
         "about": aboutSheet,
         "access-guide-app": appGuide,
-        "access-guide-helper": helperGuide
+        "access-guide-helper": helperGuide,
+        "changes": changesSheet
     })
 
     /// Opens a sheet, which goes when it is closed.
@@ -210,6 +211,14 @@ FocusScope {
             helperSetup: root.helperSetup
             pasteboard: root.pasteboard
             target: FullDiskAccessGuide.Helper
+        }
+    }
+    Component {
+        id: changesSheet
+        BackupChangesView {
+            model: root.model
+            helperSetup: root.helperSetup
+            pasteboard: root.pasteboard
         }
     }
     AlertHost { alerts: root.alerts }

@@ -83,6 +83,10 @@ void TimelineView::setSelectedIndex(std::optional<std::size_t> index) {
     emit selectionChanged();
 }
 
+QVariant TimelineView::changesTargetValue() const {
+    return m_changesTarget ? QVariant::fromValue(*m_changesTarget) : QVariant();
+}
+
 void TimelineView::openSelectedChanges() {
     const auto index = selectableIndex(m_entries, m_selectedIndex);
     if (!index)

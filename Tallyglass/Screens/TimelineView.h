@@ -11,6 +11,7 @@
 #include "Tallyglass/Screens/TimelineEntries.h"
 
 #include <QStringList>
+#include <QVariant>
 #include <chrono>
 #include <optional>
 #include <vector>
@@ -27,6 +28,8 @@ class TimelineView : public ModelView {
     Q_PROPERTY(bool helperExists READ helperExists WRITE setHelperExists NOTIFY settingsChanged)
     Q_PROPERTY(bool differentiateWithoutColor READ differentiatesWithoutColor WRITE
                    setDifferentiateWithoutColor NOTIFY settingsChanged)
+    /// A TimelinePoint, or undefined.
+    Q_PROPERTY(QVariant changesTarget READ changesTargetValue NOTIFY changesTargetChanged)
     Q_PROPERTY(QString installCommand READ installCommand CONSTANT)
     Q_PROPERTY(bool copiedCommand MEMBER m_copiedCommand NOTIFY copiedCommandChanged)
     Q_PROPERTY(bool showingHelperGuide MEMBER m_showingHelperGuide NOTIFY showingHelperGuideChanged)
@@ -54,6 +57,7 @@ public:
 
     /// The backup whose changes are shown, until they are closed.
     [[nodiscard]] std::optional<TimelinePoint> changesTarget() const { return m_changesTarget; }
+    [[nodiscard]] QVariant changesTargetValue() const;
     Q_INVOKABLE void openSelectedChanges();
     Q_INVOKABLE void closeChanges();
 

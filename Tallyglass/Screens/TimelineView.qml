@@ -82,6 +82,22 @@ Card {
         }
     }
 
+    Loader { // of a sheet over the window
+        active: timelineState.changesTarget !== undefined
+        visible: false
+        sourceComponent: BackupChangesView {
+            model: timeline.model
+            helperSetup: timeline.helperSetup
+            pasteboard: timeline.pasteboard
+            target: timelineState.changesTarget
+            visible: true
+            onClosed: {
+                timelineState.closeChanges();
+                chart.forceActiveFocus(Qt.PopupFocusReason);
+            }
+        }
+    }
+
     TimelineChart {
         id: chart
         implicitHeight: Theme.unit * (17 + 10 * Theme.textScale)

@@ -161,6 +161,122 @@
     </message>
 </context>
 <context>
+    <name>BackupChanges</name>
+    <message>
+        <source>Opening the cache of results…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of results received</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This backup is on a network destination, so comparing it reads both backups over the network. It can take several minutes — the result is cached, so opening it again is instant.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>this backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On disk</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 logical</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Added</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Net</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time Machine&apos;s own totals for this backup. The list below is a browsable diff of size and timestamp changes, pulled on demand — open a folder to fetch what&apos;s inside. It only covers the folders you&apos;ve opened, so it won&apos;t add up to the total above.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Showing the first %1 of %2. Narrow the filter to see more.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No changes match the current filters.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing changed between these two backups.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is the oldest backup, so there is no earlier one to compare it against.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BackupChangesProgress</name>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BackupChangesResults</name>
+    <message>
+        <source>Filter paths</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Content changes only</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BackupChangesView</name>
+    <message>
+        <source>Changes in this backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Seeing file changes needs Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tmutil cannot read backup contents without it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>CapacityRing</name>
     <message>
         <source>nearly full</source>
@@ -192,9 +308,199 @@
     </message>
 </context>
 <context>
+    <name>ChangeMenu</name>
+    <message>
+        <source>Copy Path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in Older Backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in Newer Backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ChangeRow</name>
+    <message>
+        <source>in %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ChangeTreeLine</name>
+    <message>
+        <source>Loading folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ChangeTreeList</name>
+    <message>
+        <source>Collapse folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Expand folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ChangeTreeView</name>
+    <message>
+        <source>Changed files</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Compare</name>
+    <message>
+        <source>Depth: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Working…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Added</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Removed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Net</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>size change</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This comparison did not finish, so the results below are incomplete.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Limited to depth %1 — changes nested deeper are not listed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2 changes are metadata only (timestamps, extended attributes).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No changes match the current filters.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Showing the first 1,000 of %1. Narrow the filter to see more.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CompareFilter</name>
+    <message>
+        <source>Filter paths</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Content changes only</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ComparePicker</name>
+    <message>
+        <source>Compare two backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking for backups…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Also compare extended attributes and ownership</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Off by default. tmutil normally compares extended attributes, which costs an extra round-trip per file and reports churn nobody acts on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Each level is a network round-trip — deeper is slower.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Re-run</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Running for %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CompareResults</name>
+    <message>
+        <source>Changes</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CompareSummary</name>
+    <message>
+        <source>Summary</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>CompareView</name>
     <message>
-        <source>Comparing two backups is on its way.</source>
+        <source>Compare</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Comparing backups needs Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tmutil cannot read backup contents without it, so there is nothing to diff.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -422,6 +728,13 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
     <message>
         <source>Couldn’t remove the helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LockedNotice</name>
+    <message>
+        <source>Show me how</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -68,6 +68,16 @@ void QmlScreen::key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QCoreApplication::processEvents();
 }
 
+void QmlScreen::type(const QString& text) {
+    for (const QChar character : text) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, Qt::Key_unknown, Qt::NoModifier, character);
+            QCoreApplication::sendEvent(m_window, &event);
+        }
+    }
+    QCoreApplication::processEvents();
+}
+
 void QmlScreen::click(QPointF position) {
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
         QMouseEvent event(type, position, m_window->mapToGlobal(position), Qt::LeftButton,

@@ -34,6 +34,8 @@ public:
     void until(const std::function<bool()>& condition);
     /// Presses and releases a key, as the keyboard would.
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Types a text, as the keyboard would.
+    void type(const QString& text);
     void click(QPointF position);
     /// What the window shows.
     [[nodiscard]] QImage picture();

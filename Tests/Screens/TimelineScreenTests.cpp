@@ -114,6 +114,8 @@ TEST_F(TimelineOnScreen, movesTheSelectionByKeys) {
 
     screen->key(Qt::Key_Return);
     EXPECT_EQ(view().changesTarget(), TimelinePoint{TimelineMachine::ago(3 * 3600)});
+    screen->key(Qt::Key_Escape); // closes the changes
+    screen->until([this] { return !view().changesTarget(); });
     screen->key(Qt::Key_Escape);
     EXPECT_EQ(view().selectedIndex(), std::nullopt);
 }

@@ -1,0 +1,90 @@
+// What the sheet of one backup's changes shows and does, from its opening to its closing. It owns the model
+// of the changes.
+//
+// Main thread only. The changes are loaded once: at the opening, or when the permission comes after it.
+
+#pragma once
+
+#include "Tallyglass/Desktop/Workspace.h"
+#include "Tallyglass/Models/BackupChangesModel.h"
+#include "Tallyglass/Screens/BackupChangesContent.h"
+#include "Tallyglass/Screens/ChangeTreeListModel.h"
+#include "Tallyglass/Screens/ModelView.h"
+#include "Tallyglass/Screens/TimelineEntries.h"
+
+#include <QProperty>
+#include <QVariant>
+#include <memory>
+#include <optional>
+
+namespace tallyglass {
+
+class BackupChangesState : public ModelView {
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(QVariant target READ target WRITE setTarget)
+    Q_PROPERTY(tallyglass::Workspace* workspace READ workspace NOTIFY modelChanged)
+    Q_PROPERTY(tallyglass::BackupChangesContent content READ content NOTIFY contentChanged)
+    Q_PROPERTY(tallyglass::ChangeTreeListModel* rows READ rows CONSTANT)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY filterChanged)
+    Q_PROPERTY(bool showContentChangesOnly READ showContentChangesOnly WRITE setShowContentChangesOnly NOTIFY
+                   filterChanged)
+
+public:
+    static constexpr std::int64_t depth = 2; ///< of the first comparison
+
+    explicit BackupChangesState(QObject* parent = nullptr);
+    ~BackupChangesState() override;
+
+    /// The TimelinePoint whose backup is shown; without one it is the newest backup. Doesn't change any more
+    /// once the loading began.
+    void setTarget(const QVariant& target);
+    [[nodiscard]] QVariant target() const;
+
+    /// Shows the items of rows; null where nothing does.
+    [[nodiscard]] Workspace* workspace() const;
+
+    [[nodiscard]] BackupChangesContent content() const { return m_content; }
+    [[nodiscard]] ChangeTreeListModel* rows() { return &m_rows; }
+
+    [[nodiscard]] QString searchText() const;
+    void setSearchText(const QString& text);
+    [[nodiscard]] bool showContentChangesOnly() const;
+    void setShowContentChangesOnly(bool contentOnly);
+
+    /// Opens or closes the folder at `row`.
+    Q_INVOKABLE void toggle(int row);
+    // The keys of a tree. Each gives the row that is current after it.
+    /// Opens a folder; in an open one goes to its first row.
+    Q_INVOKABLE int stepIn(int row);
+    /// Closes a folder; from anything else goes to the folder around it.
+    Q_INVOKABLE int stepOut(int row);
+
+    /// Ends the loading. What is shown stays as it is, to leave with the sheet.
+    Q_INVOKABLE void close();
+
+signals:
+    void contentChanged();
+    void filterChanged();
+
+protected:
+    void update() override;
+
+private:
+    void makeChanges();
+    void load();
+    [[nodiscard]] Date targetDate() const;
+    [[nodiscard]] const DisplayRow* rowAt(int row) const;
+
+    std::optional<TimelinePoint> m_target;
+    std::unique_ptr<BackupChangesModel> m_changes; ///< null until there is an application model
+    ChangeTreeListModel m_rows;
+    bool m_hasLoaded = false;
+    bool m_isClosed = false;
+
+    Q_OBJECT_BINDABLE_PROPERTY(BackupChangesState, BackupChangesContent, m_content,
+                               &BackupChangesState::contentChanged)
+};
+
+} // namespace tallyglass
