@@ -61,7 +61,7 @@ T.ComboBox {
         width: ListView.view ? ListView.view.width : 0
         implicitHeight: Theme.controlHeight
         leftPadding: Theme.unit
-        rightPadding: Theme.unit
+        rightPadding: Theme.unit * 2
         highlighted: index === box.highlightedIndex
         hoverEnabled: true
         Accessible.name: text

@@ -8,12 +8,7 @@
 namespace tallyglass::test {
 
 CompareStage::CompareStage() : model(machine.surroundings()), helperSetup(model.paths(), workspace, alerts) {
-    qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str());
     model.setFdaStatus(FDAStatus::granted);
-}
-
-CompareStage::~CompareStage() {
-    qunsetenv("XDG_DATA_HOME");
 }
 
 CompareScreen::CompareScreen(CompareStage& stage, QSize size)

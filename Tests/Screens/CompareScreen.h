@@ -21,10 +21,9 @@ public:
     QString text;
 };
 
-/// What is around the screen. The diff cache is in the machine's folder.
+/// What is around the screen.
 struct CompareStage {
     CompareStage();
-    ~CompareStage();
 
     ScriptedMachine machine;
     RecordedWorkspace workspace;

@@ -1,10 +1,12 @@
-// The main of tests that need Qt: off screen, drawn by the software renderer. A warning from Qt or QML fails
-// the test in which it comes.
+// The main of tests that need Qt: off screen, drawn by the software renderer, with a data folder that is
+// empty at the start, so that no test finds or touches the user's. A warning from Qt or QML fails the test in
+// which it comes.
 
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QtGlobal>
 
 namespace {
@@ -23,6 +25,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     qputenv("QT_LOGGING_RULES", "qt.qpa.*=false"); // the off-screen platform can't do all that a screen can
+    const QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     QStandardPaths::setTestModeEnabled(true);
     testing::InitGoogleTest(&argc, argv);
     QGuiApplication application(argc, argv);
