@@ -16,20 +16,25 @@ namespace tallyglass::bench {
 
 namespace {
 
-[[noreturn]] void becomeProgram(const std::string& path, const std::vector<std::string>& arguments,
-                                const std::map<std::string, std::string>& environment, int output) {
-    for (const auto& [name, value] : environment)
-        setenv(name.c_str(), value.c_str(), 1);
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    setenv("QT_QUICK_BACKEND", "software", 1);
-    unsetenv("DBUS_SESSION_BUS_ADDRESS");
-    std::vector<char*> words{const_cast<char*>(path.c_str())};
-    for (const std::string& argument : arguments)
-        words.push_back(const_cast<char*>(argument.c_str()));
-    words.push_back(nullptr);
-    dup2(output, STDOUT_FILENO);
-    execv(path.c_str(), words.data());
-    _exit(127);
+/// The present environment with these variables in place of their old values.
+std::vector<std::string> environmentWith(const std::map<std::string, std::string>& variables) {
+    std::vector<std::string> result;
+    for (char** entry = environ; *entry; ++entry) {
+        const std::string variable(*entry);
+        if (!variables.contains(variable.substr(0, variable.find('='))))
+            result.push_back(variable);
+    }
+    for (const auto& [name, value] : variables)
+        result.push_back(std::string(name).append("=").append(value));
+    return result;
+}
+
+std::vector<char*> pointers(std::vector<std::string>& words) {
+    std::vector<char*> result;
+    for (std::string& word : words)
+        result.push_back(word.data());
+    result.push_back(nullptr);
+    return result;
 }
 
 std::string procFile(pid_t pid, const char* name) {
@@ -48,11 +53,24 @@ WindowProcess::WindowProcess(const std::string& program, const std::vector<std::
     if (pipe2(ends, O_CLOEXEC) != 0)
         throw std::runtime_error("no pipe could be made");
 
+    std::vector<std::string> words{path};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::map<std::string, std::string> changed = environment;
+    changed["QT_QPA_PLATFORM"] = "offscreen";
+    changed["QT_QUICK_BACKEND"] = "software";
+    changed["DBUS_SESSION_BUS_ADDRESS"] = ""; // a desktop without a bus
+    std::vector<std::string> variables = environmentWith(changed);
+    const std::vector<char*> argv = pointers(words);
+    const std::vector<char*> envp = pointers(variables);
+
     bool isReady = false;
     m_secondsToReady = seconds([&] {
         m_pid = fork();
-        if (m_pid == 0)
-            becomeProgram(path, arguments, environment, ends[1]);
+        if (m_pid == 0) {
+            dup2(ends[1], STDOUT_FILENO);
+            execve(path.c_str(), argv.data(), envp.data());
+            _exit(127);
+        }
         close(ends[1]);
         std::array<char, 64> buffer{};
         isReady = m_pid > 0 && read(ends[0], buffer.data(), buffer.size()) > 0;

@@ -7,7 +7,10 @@
 #include "Tallyglass/Desktop/SessionBus.h"
 
 #include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
 #include <QObject>
+#include <memory>
 
 namespace tallyglass {
 
@@ -31,6 +34,8 @@ private:
     void setAvailable(bool available);
 
     QDBusConnection m_bus{QString()}; ///< unconnected at first
+    QDBusServiceWatcher m_watcher;
+    std::unique_ptr<QDBusPendingCallWatcher> m_question; ///< while it isn't answered
     bool m_isAvailable = false;
 };
 

@@ -1,9 +1,7 @@
 #include "Tallyglass/Desktop/TrayHost.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 
 namespace tallyglass {
@@ -24,9 +22,11 @@ void TrayHost::watch(const QDBusConnection& bus) {
     m_bus = bus;
     if (!m_bus.isConnected())
         return;
-    auto* watcher = new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::ask);
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setAvailable(false); });
+    m_watcher.setConnection(m_bus);
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
+    m_watcher.addWatchedService(service);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::ask);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setAvailable(false); });
     for (const auto& change :
          {QStringLiteral("StatusNotifierHostRegistered"), QStringLiteral("StatusNotifierHostUnregistered")})
         m_bus.connect(service, path, interface, change, this, SLOT(ask()));
@@ -40,10 +40,10 @@ void TrayHost::ask() {
         service, path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << interface << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
-    auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        answer->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
+    m_question = std::make_unique<QDBusPendingCallWatcher>(m_bus.asyncCall(call));
+    connect(m_question.get(), &QDBusPendingCallWatcher::finished, this, [this] {
+        const QDBusPendingReply<QDBusVariant> reply = *m_question;
+        m_question.release()->deleteLater(); // it is telling us just now
         setAvailable(reply.isValid() && reply.value().variant().toBool());
     });
 }

@@ -110,13 +110,11 @@ void TallyglassApp::afterFirstFrame() {
 
 /// Says "ready" once, at the first frame that is drawn after the data has come.
 void TallyglassApp::reportStart() {
-    auto* reporter = new QObject(this);
     connect(&m_model, &AppModel::changed, m_window.get(), [this] { m_window->update(); });
-    connect(m_window.get(), &QQuickWindow::frameSwapped, reporter, [this, reporter] {
+    m_startReport = connect(m_window.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (!m_hasData || m_model.isRefreshing())
             return;
-        m_window->disconnect(reporter);
-        reporter->deleteLater();
+        disconnect(m_startReport);
         std::puts("ready");
         std::fflush(stdout);
     });

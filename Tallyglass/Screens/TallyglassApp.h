@@ -68,6 +68,7 @@ private:
     QQmlEngine m_engine; // after what its objects use
     Theme* m_theme = nullptr;
     std::unique_ptr<QQuickWindow> m_window;
+    QMetaObject::Connection m_startReport;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<TrayPresence> m_tray; ///< absent until the first frame is drawn
 };
