@@ -54,6 +54,29 @@ std::unique_ptr<ComparisonReport> makeReport(const CompareArguments& arguments, 
     return std::make_unique<TextReport>(older, newer, output, warnings);
 }
 
+/// Tells what differs in the volumes of two backups. A volume's own folder, which both of them hold, is part
+/// of the backup's frame and no item of the machine.
+class WithinVolumes final : public ComparisonSink {
+public:
+    explicit WithinVolumes(ComparisonSink& sink) : m_sink(sink) {}
+
+    void differs(const TreeDifference& difference) override {
+        const bool isVolume = !difference.path.empty() && difference.path.find('/', 1) == std::string::npos;
+        if (!isVolume || !difference.older || !difference.newer)
+            m_sink.differs(difference);
+    }
+    void unreadable(const std::string& path, int errorNumber) override {
+        m_sink.unreadable(path, errorNumber);
+    }
+    void excluded(std::string_view path) override { m_sink.excluded(path); }
+    void entered(std::string_view path, const struct stat* older, const struct stat* newer) override {
+        m_sink.entered(path, older, newer);
+    }
+
+private:
+    ComparisonSink& m_sink;
+};
+
 void compareTwo(const MachinePaths& machine, const CompareArguments& arguments, FILE* output,
                 FILE* warnings) {
     const Operand older = findOperand(machine, arguments.operands[0]);
@@ -64,8 +87,14 @@ void compareTwo(const MachinePaths& machine, const CompareArguments& arguments, 
     if (older.location && !newer.location && !arguments.ignoresExclusions)
         rules.emplace(machine, HostPreferences::load(machine));
     const auto report = makeReport(arguments, older.given, newer.given, output, warnings);
+    WithinVolumes withinVolumes(*report);
+    const auto isWhole = [](const Operand& operand) {
+        return operand.location && operand.location->volume.empty();
+    };
+    ComparisonSink& sink =
+        isWhole(older) && isWhole(newer) ? withinVolumes : static_cast<ComparisonSink&>(*report);
     compareTrees({.older = older.path, .newer = newer.path, .exclusions = rules ? &*rules : nullptr},
-                 arguments.options, *report);
+                 arguments.options, sink);
     report->end();
 }
 

@@ -75,6 +75,8 @@ public:
 
     /// Compares the backup nearest to `target`, if one lies near enough, with the one before it.
     void load(Date target, std::int64_t depth);
+    /// Whether a load or a fetch is under way.
+    [[nodiscard]] bool isBusy() const { return m_task.isActive() || !m_fetches.empty(); }
     /// Ends the load. Fetches of folders go on.
     void cancel();
 

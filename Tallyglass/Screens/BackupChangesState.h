@@ -53,6 +53,9 @@ public:
     [[nodiscard]] bool showContentChangesOnly() const;
     void setShowContentChangesOnly(bool contentOnly);
 
+    /// Whether a load or a fetch is under way.
+    [[nodiscard]] bool isBusy() const { return m_changes && m_changes->isBusy(); }
+
     /// Opens or closes the folder at `row`.
     Q_INVOKABLE void toggle(int row);
     // The keys of a tree. Each gives the row that is current after it.

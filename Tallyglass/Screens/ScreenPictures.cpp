@@ -1,5 +1,8 @@
 #include "Tallyglass/Screens/ScreenPictures.h"
 
+#include "Tallyglass/Models/DiffModel.h"
+#include "Tallyglass/Screens/BackupChangesState.h"
+#include "Tallyglass/Screens/CompareState.h"
 #include "Tallyglass/Screens/ShellView.h"
 #include "Tallyglass/Screens/Theme.h"
 #include "TallyglassKit/Platform/Error.h"
@@ -92,13 +95,32 @@ void ScreenPictures::saveSections() {
         m_section = sections[index].value<Section>().name;
         m_shell.setSectionIndex(index);
         settle();
+        auto& screen = part<QQuickItem>(m_root, "screen");
+        compareBackups(screen);
         saveFrame({});
-        savePages(part<QQuickItem>(m_root, "screen"));
+        savePages(screen);
     }
     m_shell.setSectionIndex(0);
     m_section.clear();
     settle();
     saveSheets();
+}
+
+void ScreenPictures::compareBackups(const QQuickItem& screen) {
+    const auto* compare = screen.findChild<CompareState*>();
+    DiffModel* diff = compare && !compare->isLocked() ? compare->diff() : nullptr;
+    if (!diff)
+        return;
+    const auto wait = [] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); };
+    while (diff->backups().empty() && !diff->error() && !diff->unavailableReason())
+        wait();
+    if (!diff->canRun() || diff->comparison())
+        return;
+    diff->setUnlimitedDepth(true);
+    diff->run(true);
+    while (diff->progressText())
+        wait();
+    settle();
 }
 
 void ScreenPictures::savePages(QQuickItem& screen) {
@@ -123,6 +145,10 @@ void ScreenPictures::saveSheets() {
         auto* sheet = presented.value<QObject*>();
         if (!sheet)
             throw Error(fmt::format("The sheet \"{}\" can't be shown.", name.toStdString()));
+        settle();
+        const auto* changes = sheet->findChild<BackupChangesState*>();
+        while (changes && changes->isBusy())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         settle();
         saveFrame(name);
         QMetaObject::invokeMethod(sheet, "close");

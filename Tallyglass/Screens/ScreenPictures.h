@@ -41,6 +41,8 @@ public:
 
 private:
     void saveSections();
+    /// On a machine with two backups, once: has them compared, if this is the screen for it.
+    void compareBackups(const QQuickItem& screen);
     void savePages(QQuickItem& screen);
     void saveSheets();
     void saveFrame(const QString& subject);
