@@ -117,6 +117,27 @@ TEST_F(Changes, countTheSecondsWhileAComparisonRunsAndEndWithTheirChild) {
     EXPECT_EQ(model.elapsed(), 75);
 }
 
+TEST_F(Changes, canBeCancelledWhileTheirBackupIsLookedForAndLoadedAgain) {
+    const auto roots = machine.setBackups(2);
+    machine.setAdded(roots[1], {"a.txt"});
+    machine.hold("listbackups");
+    model.load(machine.dateOfBackup(1, 2), 2);
+    waitUntil([this] { return machine.calls().size() == 1; });
+    EXPECT_EQ(model.progressText(), "Finding backup…");
+
+    model.cancel();
+    EXPECT_FALSE(model.progressText());
+    EXPECT_FALSE(model.error()); // no comparison was under way
+    EXPECT_FALSE(model.isBusy());
+    waitUntil([] { return test::ProcessResources::now().children == 0; });
+
+    machine.setBackups(2);
+    load(machine.dateOfBackup(1, 2));
+    EXPECT_THAT(shown(model), ElementsAre("a.txt"));
+    model.cancel(); // of nothing
+    EXPECT_FALSE(model.error());
+}
+
 TEST_F(Changes, areThoseOfTheLoadThatWasAskedForLast) {
     const auto roots = machine.setBackups(3);
     machine.hold("compare");
