@@ -62,12 +62,8 @@ T.Button {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    Loader {
-        active: button.hovered && button.hint !== ""
-        sourceComponent: HoverTip {
-            parent: button
-            text: button.hint
-            visible: true
-        }
+    Tip {
+        shown: button.hovered && button.hint !== ""
+        text: button.hint
     }
 }

@@ -62,7 +62,7 @@ SheetFrame {
                     onClicked: sheet.close()
                 }
             }
-            Divider {}
+            Divider { Layout.fillWidth: true }
             Loader {
                 id: area
                 Layout.fillWidth: true
@@ -82,7 +82,6 @@ SheetFrame {
         model: sheet.model
         helperSetup: sheet.helperSetup
         pasteboard: sheet.pasteboard
-        target: FullDiskAccessGuide.App
     }
 
     Component {

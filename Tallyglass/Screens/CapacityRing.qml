@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // The fill level of a destination, as a ring around its percentage.
@@ -8,28 +7,42 @@ Item {
     required property capacityRingContent content
     property real diameter: Theme.unit * 15 * Theme.textScale
     property real lineWidth: Theme.unit * 1.5 * Theme.textScale
+    readonly property real fraction: content.fraction
 
     implicitWidth: diameter
     implicitHeight: diameter
     Accessible.role: Accessible.StaticText
     Accessible.name: content.accessibleName
     Accessible.description: content.accessibleValue
+    onFractionChanged: {
+        turn.stop();
+        if (Startup.over && !Theme.reduceMotion)
+            turn.start();
+        else
+            arc.fraction = fraction;
+    }
 
     CapacityArc {
+        id: arc
         anchors.fill: parent
         lineWidth: ring.lineWidth
-        fraction: ring.content.fraction
         color: Theme.colors[ring.content.role]
         trackColor: Theme.track
-        Behavior on fraction {
-            enabled: !Theme.reduceMotion
-            NumberAnimation { duration: Theme.motion; easing.type: Easing.OutCubic }
+
+        NumberAnimation {
+            id: turn
+            target: arc
+            property: "fraction"
+            to: ring.fraction
+            duration: Theme.motion
+            easing.type: Easing.OutCubic
         }
     }
-    RowLayout {
+    Row {
         anchors.centerIn: parent
         spacing: Theme.unit / 2
         Symbol {
+            anchors.verticalCenter: parent.verticalCenter
             name: ring.content.symbol
             color: Theme.colors[ring.content.role]
         }
@@ -42,12 +55,8 @@ Item {
         }
     }
     HoverHandler { id: hover }
-    Loader {
-        active: hover.hovered && ring.content.detail !== ""
-        sourceComponent: HoverTip {
-            parent: ring
-            text: ring.content.detail
-            visible: true
-        }
+    Tip {
+        shown: hover.hovered && ring.content.detail !== ""
+        text: ring.content.detail
     }
 }

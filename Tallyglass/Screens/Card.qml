@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // A titled container for one block of a screen. Its children stand in a stack.
@@ -11,7 +10,6 @@ Rectangle {
     property real padding: Theme.unit * 2
     default property alias items: stack.data
 
-    Layout.fillWidth: true
     implicitWidth: stack.implicitWidth + padding * 2
     implicitHeight: stack.height + padding * 2
     color: Theme.cardGround
@@ -27,16 +25,25 @@ Rectangle {
         width: card.width - card.padding * 2
         spacing: Theme.unit * 1.5
 
-        RowLayout {
-            visible: card.title !== ""
-            spacing: Theme.unit
-            Symbol {
-                name: card.systemImage
-                color: card.symbolColor
-            }
-            Headline {
-                Layout.fillWidth: true
-                text: card.title
+        Loader {
+            active: card.title !== ""
+            visible: active
+            sourceComponent: Item {
+                implicitWidth: words.x + words.implicitWidth
+                implicitHeight: Math.max(symbol.height, words.height)
+                Symbol {
+                    id: symbol
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: card.systemImage
+                    color: card.symbolColor
+                }
+                Headline {
+                    id: words
+                    anchors.verticalCenter: parent.verticalCenter
+                    x: symbol.visible ? symbol.width + Theme.unit : 0
+                    width: parent.width - x
+                    text: card.title
+                }
             }
         }
     }

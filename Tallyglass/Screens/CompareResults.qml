@@ -231,18 +231,13 @@ Card {
                 if (mouse.button === Qt.RightButton)
                     menu.openFor(card.rows.pathAt(row), list, mouse.x, mouse.y);
             }
-            Loader {
+            Item {
                 y: pointer.row * card.rowHeight
                 width: parent.width
                 height: card.rowHeight
-                active: lines.itemAtIndex(pointer.row)?.truncated ?? false
-                sourceComponent: Item {
-                    id: place
-                    HoverTip {
-                        parent: place
-                        text: card.rows.pathAt(pointer.row)
-                        visible: true
-                    }
+                Tip {
+                    shown: lines.itemAtIndex(pointer.row)?.truncated ?? false
+                    text: shown ? card.rows.pathAt(pointer.row) : ""
                 }
             }
         }

@@ -17,6 +17,7 @@ Card {
             model: card.content.tiles
             StatTile {
                 required property statTileContent modelData
+                Layout.fillWidth: true
                 Layout.preferredWidth: 1 // all equally wide
                 Layout.alignment: Qt.AlignTop
                 label: modelData.label

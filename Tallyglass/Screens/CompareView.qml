@@ -17,16 +17,11 @@ ScrollPage {
         id: state
         model: page.model
     }
-    Loader {
-        active: page.showingFDAGuide
-        sourceComponent: FullDiskAccessGuide {
-            model: page.model
-            helperSetup: page.helperSetup
-            pasteboard: page.pasteboard
-            target: FullDiskAccessGuide.App
-            onClosed: page.showingFDAGuide = false
-        }
-        onLoaded: item.open()
+    Later { // a sheet over the window
+        shown: page.showingFDAGuide
+        file: "FullDiskAccessGuide.qml"
+        inputs: () => ({ model: page.model, helperSetup: page.helperSetup, pasteboard: page.pasteboard, visible: true })
+        onLoaded: item.closed.connect(() => page.showingFDAGuide = false)
     }
 
     Title {

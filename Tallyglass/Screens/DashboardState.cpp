@@ -9,22 +9,34 @@ void DashboardState::setDifferentiateWithoutColor(bool differentiate) {
     scheduleUpdate();
 }
 
+void DashboardState::setHeaderOnly(bool only) {
+    m_headerOnly = only;
+    if (model())
+        update(); // at once: what wants the rest is being made
+}
+
 void DashboardState::update() {
     const AppModel& from = *model();
     const TMDestination* destination = from.selectedDestination();
+    if (destination)
+        m_header = destinationHeaderContent(*destination, m_differentiateWithoutColor);
+    if (!m_headerOnly)
+        updateBelowHeader(destination);
     m_isWaiting = !from.settings() && from.isRefreshing();
+    m_hasDestination = destination != nullptr;
+}
+
+void DashboardState::updateBelowHeader(const TMDestination* destination) {
+    const AppModel& from = *model();
     m_error = words(from.lastError().value_or(""));
     m_unlock = unlockCardContent(from.fdaStatus());
     m_configuration = configurationCardContent(from.settings(), destination, from.now());
     if (from.status().isRunning)
         m_activity = activityCardContent(from.status(), from.backupRate());
-    if (destination) {
-        m_header = destinationHeaderContent(*destination, m_differentiateWithoutColor);
-        if (const auto health = from.health())
-            m_health = healthCardContent(*health, *destination, from.now());
-    }
+    const auto health = from.health();
+    if (destination && health)
+        m_health = healthCardContent(*health, *destination, from.now());
     m_isRunning = from.status().isRunning;
-    m_hasDestination = destination != nullptr;
 }
 
 void BackupButtonState::update() {

@@ -22,6 +22,7 @@ class DashboardState : public ModelView {
 
     Q_PROPERTY(bool differentiateWithoutColor READ differentiateWithoutColor WRITE
                    setDifferentiateWithoutColor NOTIFY differentiateWithoutColorChanged)
+    Q_PROPERTY(bool headerOnly READ headerOnly WRITE setHeaderOnly NOTIFY headerOnlyChanged)
     Q_PROPERTY(bool isWaiting READ isWaiting NOTIFY isWaitingChanged)
     Q_PROPERTY(bool hasDestination READ hasDestination NOTIFY hasDestinationChanged)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged)
@@ -38,6 +39,10 @@ public:
 
     [[nodiscard]] bool differentiateWithoutColor() const { return m_differentiateWithoutColor; }
     void setDifferentiateWithoutColor(bool differentiate);
+
+    /// The blocks below the header aren't shown yet, so nobody makes their content.
+    [[nodiscard]] bool headerOnly() const { return m_headerOnly; }
+    void setHeaderOnly(bool only);
 
     /// The settings are being read for the first time, so that nobody knows yet whether there is a
     /// destination.
@@ -56,6 +61,7 @@ public:
 
 signals:
     void differentiateWithoutColorChanged();
+    void headerOnlyChanged();
     void isWaitingChanged();
     void hasDestinationChanged();
     void isRunningChanged();
@@ -70,9 +76,12 @@ protected:
     void update() override;
 
 private:
+    void updateBelowHeader(const TMDestination* destination);
+
     using Self = DashboardState;
     Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_differentiateWithoutColor,
                                &DashboardState::differentiateWithoutColorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_headerOnly, &DashboardState::headerOnlyChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_isWaiting, &DashboardState::isWaitingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_hasDestination, &DashboardState::hasDestinationChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_isRunning, &DashboardState::isRunningChanged)

@@ -7,6 +7,7 @@ ScrollPage {
     id: dashboard
     required property AppModel model
     required property HelperSetup helperSetup
+    required property Workspace workspace
     required property Pasteboard pasteboard
 
     readonly property bool wide: width >= Theme.unit * 130 * Theme.textScale
@@ -16,41 +17,33 @@ ScrollPage {
     DashboardState {
         id: dashboardState
         model: dashboard.model
+        headerOnly: !Startup.over
         differentiateWithoutColor: Theme.differentiateWithoutColor
     }
-    Loader { // of a sheet over the window
+    Later { // a sheet over the window
         id: guide
-        active: false
-        visible: false
-        sourceComponent: FullDiskAccessGuide {
-            model: dashboard.model
-            helperSetup: dashboard.helperSetup
-            pasteboard: dashboard.pasteboard
-            target: FullDiskAccessGuide.App
-            visible: true
-            onClosed: guide.active = false
-        }
+        shown: false
+        file: "FullDiskAccessGuide.qml"
+        inputs: () => ({ model: dashboard.model, helperSetup: dashboard.helperSetup, pasteboard: dashboard.pasteboard,
+                   visible: true })
+        onLoaded: item.closed.connect(() => guide.shown = false)
     }
 
-    Reveal {
-        id: errors
-        shown: dashboardState.error !== ""
-        spacing: dashboard.spacing
-        Lazy {
-            shown: errors.progress > 0
-            sourceComponent: ErrorBanner { text: dashboardState.error }
-        }
+    Later {
+        file: "RevealedError.qml"
+        inputs: () => ({ error: dashboardState.error, spacing: dashboard.spacing })
     }
-    Lazy {
+    Later {
         parent: dashboard // in the middle of what can be seen
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
         shown: !dashboardState.hasDestination && !dashboardState.isWaiting
-        sourceComponent: EmptyState {
-            title: qsTr("No backup destination")
-            systemImage: "externaldrive.badge.questionmark"
+        file: "EmptyState.qml"
+        inputs: () => ({
+            title: qsTr("No backup destination"),
+            systemImage: "externaldrive.badge.questionmark",
             description: qsTr("Time Machine has not been configured on this Mac.")
-        }
+        })
     }
     Item {
         visible: dashboardState.hasDestination
@@ -62,28 +55,29 @@ ScrollPage {
             width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
             spacing: dashboard.spacing
 
-            DestinationHeader { content: dashboardState.header }
-            Reveal {
-                id: activity
-                shown: dashboardState.isRunning
-                spacing: dashboard.spacing
-                Lazy {
-                    shown: activity.progress > 0
-                    sourceComponent: ActivityCard { content: dashboardState.activity }
-                }
-            }
-            TimelineView {
-                model: dashboard.model
-                helperSetup: dashboard.helperSetup
-                pasteboard: dashboard.pasteboard
-            }
-            HealthCard { content: dashboardState.health }
             Lazy {
+                shown: dashboardState.hasDestination
+                sourceComponent: DestinationHeader { content: dashboardState.header }
+            }
+            Later {
+                file: "RevealedActivity.qml"
+                inputs: () => ({ running: dashboardState.isRunning, content: dashboardState.activity,
+                           spacing: dashboard.spacing })
+            }
+            Later {
+                file: "TimelineView.qml"
+                inputs: () => ({ model: dashboard.model, helperSetup: dashboard.helperSetup,
+                           pasteboard: dashboard.pasteboard })
+            }
+            Later {
+                file: "HealthCard.qml"
+                inputs: () => ({ content: dashboardState.health })
+            }
+            Later {
                 shown: dashboardState.unlock.shown
-                sourceComponent: UnlockCard {
-                    content: dashboardState.unlock
-                    onGuideRequested: guide.active = true
-                }
+                file: "UnlockCard.qml"
+                inputs: () => ({ content: dashboardState.unlock })
+                onLoaded: item.guideRequested.connect(() => guide.shown = true)
             }
         }
         Stack {
@@ -93,7 +87,10 @@ ScrollPage {
             width: dashboard.wide ? Theme.unit * 44 * Theme.textScale : parent.width
             spacing: dashboard.spacing
 
-            ConfigurationCard { content: dashboardState.configuration }
+            Later {
+                file: "ConfigurationCard.qml"
+                inputs: () => ({ content: dashboardState.configuration })
+            }
         }
     }
 }

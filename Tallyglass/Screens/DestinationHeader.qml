@@ -59,13 +59,9 @@ Card {
                     Accessible.name: header.content.name
 
                     HoverHandler { id: hover }
-                    Loader {
-                        active: hover.hovered && name.truncated
-                        sourceComponent: HoverTip {
-                            parent: name
-                            text: name.text
-                            visible: true
-                        }
+                    Tip {
+                        shown: hover.hovered && name.truncated
+                        text: name.text
                     }
                 }
                 Symbol {
@@ -80,10 +76,10 @@ Card {
                     Accessible.name: qsTr("Encrypted destination")
                 }
             }
-            SelectableText {
-                visible: text !== ""
-                text: header.content.url
-                color: Theme.secondaryText
+            Later {
+                shown: header.content.url !== ""
+                file: "SelectableText.qml"
+                inputs: () => ({ text: header.content.url, color: Theme.secondaryText })
             }
         }
         Grid {

@@ -9,12 +9,8 @@ TextLabel {
     elide: Text.ElideMiddle
 
     HoverHandler { id: hover }
-    Loader {
-        active: hover.hovered && label.truncated
-        sourceComponent: HoverTip {
-            parent: label
-            text: label.text
-            visible: true
-        }
+    Tip {
+        shown: hover.hovered && label.truncated
+        text: label.text
     }
 }

@@ -147,18 +147,18 @@ Item {
                     text: qsTr("Full Disk Access")
                     font.weight: Font.DemiBold
                 }
-                Divider {}
+                Divider { Layout.fillWidth: true }
                 ListRow {
                     name: qsTr("Terminal")
                     systemImage: "terminal.fill"
                 }
-                Divider {}
+                Divider { Layout.fillWidth: true }
                 ListRow {
                     name: qsTr("Backups")
                     systemImage: "externaldrive.fill"
                     on: false
                 }
-                Divider {}
+                Divider { Layout.fillWidth: true }
                 Symbol {
                     Layout.leftMargin: Theme.unit * 1.5
                     name: "minus"

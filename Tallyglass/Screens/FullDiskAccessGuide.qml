@@ -5,12 +5,10 @@ import Tallyglass
 // Leads through granting Full Disk Access, to this program or to the helper.
 Sheet {
     id: guide
-    enum Target { App, Helper }
-
     required property AppModel model
     required property HelperSetup helperSetup
     required property Pasteboard pasteboard
-    required property int target
+    property bool forHelper: false // rather than to the program
 
     title: state.content.title
     preferredWidth: Theme.unit * 80
@@ -20,7 +18,7 @@ Sheet {
         model: guide.model
         helperSetup: guide.helperSetup
         pasteboard: guide.pasteboard
-        forHelper: guide.target === FullDiskAccessGuide.Helper
+        forHelper: guide.forHelper
         isOpen: guide.opened
     }
 
@@ -53,7 +51,7 @@ Sheet {
     FDADragIllustration {
         item: state.content.item
         itemUrl: state.itemUrl
-        itemSymbol: guide.target === FullDiskAccessGuide.Helper ? "terminal.fill" : "clock.arrow.trianglehead.counterclockwise.rotate.90"
+        itemSymbol: guide.forHelper ? "terminal.fill" : "clock.arrow.trianglehead.counterclockwise.rotate.90"
         description: state.content.illustration
     }
     Stack {

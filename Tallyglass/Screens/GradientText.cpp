@@ -45,12 +45,16 @@ void GradientText::geometryChange(const QRectF& now, const QRectF& before) {
 
 void GradientText::paint(QPainter* painter) {
     const QFontMetricsF metrics(font());
+    painter->setFont(font());
+    painter->setPen(m_startColor);
+    painter->drawText(QPointF(0, (height() - metrics.height()) / 2 + metrics.ascent()), m_shown);
+
+    // The colours replace those of the text as a whole: glyph by glyph, a gradient takes long.
     QLinearGradient gradient(0, 0, std::max(1.0, metrics.horizontalAdvance(m_shown)), 0);
     gradient.setColorAt(0, m_startColor);
     gradient.setColorAt(1, m_endColor);
-    painter->setFont(font());
-    painter->setPen(QPen(QBrush(gradient), 1));
-    painter->drawText(QPointF(0, (height() - metrics.height()) / 2 + metrics.ascent()), m_shown);
+    painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter->fillRect(QRectF({}, size()), gradient);
 }
 
 } // namespace tallyglass

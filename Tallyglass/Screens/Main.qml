@@ -23,7 +23,9 @@ Window {
 
     RootView {
         id: rootView
-        anchors.fill: parent
+        // Sooner known than the size of the parent, so that nothing is laid out twice.
+        width: window.width
+        height: window.height
         focus: true
         model: window.model
         helperSetup: window.helperSetup

@@ -1,9 +1,9 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // The window's content: the sidebar, and beside it the screen of the section that is picked there. A screen is
-// made when its section is first shown, and stays.
+// made when its section is first shown, and stays. Screens and sheets stand here by the names of their files, so
+// that none is loaded before it is wanted.
 FocusScope {
     id: root
     required property AppModel model
@@ -16,210 +16,117 @@ FocusScope {
 
     readonly property alias shell: shellView
     /// The screen that is shown.
-    readonly property Item screen: screens.count > 0 ? screens.itemAt(shellView.sectionIndex)?.item ?? null : null
+    readonly property Item screen: screens.children[shellView.sectionIndex].item
     /// The sheets that stand over the whole window, by the names that pictures of them get.
     readonly property var sheets: ({
-        "about": aboutSheet,
-        "access-guide-app": appGuide,
-        "access-guide-helper": helperGuide,
-        "changes": changesSheet
+        "about": ["AboutSheet.qml", {}],
+        "access-guide-app": ["FullDiskAccessGuide.qml", sheetInputs],
+        "access-guide-helper": ["FullDiskAccessGuide.qml", Object.assign({ forHelper: true }, sheetInputs)],
+        "changes": ["BackupChangesView.qml", sheetInputs]
     })
+    readonly property var sheetInputs: ({ model: root.model, helperSetup: root.helperSetup,
+                                          pasteboard: root.pasteboard })
 
     /// Opens a sheet, which goes when it is closed.
     function present(name: string): var {
-        const sheet = sheets[name].createObject(root);
+        const [file, inputs] = sheets[name];
+        const sheet = Qt.createComponent(file).createObject(root, inputs);
         sheet.closed.connect(() => sheet.destroy());
         sheet.open();
         return sheet;
     }
 
-    /// In the order of the sections.
-    readonly property list<Component> screenComponents: [
-        Component {
-            DashboardView {
-                model: root.model
-                helperSetup: root.helperSetup
-                pasteboard: root.pasteboard
-            }
-        },
-        Component {
-            CompareView {
-                model: root.model
-                helperSetup: root.helperSetup
-                workspace: root.workspace
-                pasteboard: root.pasteboard
-            }
-        },
-        Component { FileHistoryView {} },
-        Component { ExclusionsView {} }
-    ]
+    component Screen: Loader {
+        required property string file
+        required property int index
+        readonly property bool current: index === shellView.sectionIndex
+
+        anchors.fill: parent
+        visible: current
+        onCurrentChanged: enter()
+        Component.onCompleted: enter()
+
+        function enter() {
+            if (!current)
+                return;
+            if (!item)
+                setSource(file, { model: root.model, helperSetup: root.helperSetup, workspace: root.workspace,
+                                  pasteboard: root.pasteboard });
+            if (!sidebar.item?.hasKeyboard)
+                forceActiveFocus(); // naming a reason would have all names of Qt looked up
+        }
+    }
 
     ShellView {
         id: shellView
         model: root.model
     }
 
-    RowLayout {
-        anchors.fill: parent
-        spacing: 0
+    Rectangle {
+        id: side
+        // Larger text takes more, but leaves the screens most of a small window.
+        width: Math.min(root.sidebarWidth * Math.max(1, Theme.textScale), root.width * 0.36)
+        height: parent.height
+        color: Theme.sidebarGround
 
-        Sidebar {
+        Later {
             id: sidebar
-            Layout.fillHeight: true
-            // Larger text takes more, but leaves the screens most of a small window.
-            Layout.preferredWidth: Math.min(root.sidebarWidth * Math.max(1, Theme.textScale), root.width * 0.36)
-            sections: shellView.sections
-            currentIndex: shellView.sectionIndex
-            liteMode: shellView.content.liteMode
-            onPicked: index => shellView.sectionIndex = index
+            anchors.fill: parent
+            file: "Sidebar.qml"
+            inputs: () => ({ shell: shellView })
         }
-        SplitHandle {
-            Layout.fillHeight: true
+    }
+    Rectangle {
+        anchors.left: side.right
+        width: 1
+        height: parent.height
+        z: 1
+        color: Theme.line
+
+        Later {
+            anchors.fill: parent
+            file: "SplitHandle.qml"
+            inputs: () => ({ value: root.sidebarWidth, minimum: 170, usual: 190, maximum: 240 })
+            onLoaded: item.moved.connect(value => root.sidebarWidth = value)
+        }
+    }
+    Item {
+        x: side.width + 1
+        width: parent.width - x
+        height: parent.height
+
+        TopBar {
+            id: topBar
+            width: parent.width
             z: 1
-            value: root.sidebarWidth
-            minimum: 170
-            usual: 190
-            maximum: 240
-            onMoved: value => root.sidebarWidth = value
-        }
-        ColumnLayout {
-            spacing: 0
-            TopBar {
-                Layout.fillWidth: true
-                z: 1
-                title: "Tallyglass"
-                subtitle: shellView.content.subtitle
+            title: "Tallyglass"
+            subtitle: shellView.content.subtitle
 
-                BackupButton { model: root.model }
-                AppButton {
-                    kind: AppButton.Tool
-                    systemImage: "arrow.clockwise"
-                    hint: qsTr("Refresh")
-                    onClicked: root.model.refresh()
-                }
-                AppButton {
-                    id: menuButton
-                    kind: AppButton.Tool
-                    systemImage: "line.3.horizontal"
-                    hint: qsTr("Menu")
-                    onClicked: {
-                        menu.active = true;
-                        menu.item.openBelow(menuButton);
-                    }
-                }
-            }
-            Item {
-                Layout.fillWidth: true
-                Layout.fillHeight: true
-                Repeater {
-                    id: screens
-                    model: root.screenComponents
-                    Loader {
-                        required property Component modelData
-                        required property int index
-                        readonly property bool current: index === shellView.sectionIndex
-
-                        anchors.fill: parent
-                        visible: current
-                        onCurrentChanged: enter()
-                        Component.onCompleted: enter()
-
-                        function enter() {
-                            if (!current)
-                                return;
-                            sourceComponent = modelData;
-                            if (!sidebar.hasKeyboard)
-                                forceActiveFocus(Qt.OtherFocusReason);
-                        }
-                    }
-                }
+            Later {
+                file: "TopBarActions.qml"
+                inputs: () => ({ model: root.model, helperSetup: root.helperSetup, updater: root.updater })
+                onLoaded: item.aboutRequested.connect(() => root.present("about"))
             }
         }
-    }
-
-    Repeater {
-        model: shellView.sections.length
         Item {
-            id: key
-            required property int index
-            Shortcut {
-                sequence: "Ctrl+" + (key.index + 1)
-                onActivated: shellView.sectionIndex = key.index
-            }
-        }
-    }
-    Shortcut {
-        sequence: "F5"
-        onActivated: root.model.refresh()
-    }
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: Qt.quit()
-    }
+            id: screens
+            y: topBar.height
+            width: parent.width
+            height: parent.height - y
 
-    Loader {
-        id: menu
-        active: false
-        sourceComponent: AppMenu {
-            onAboutToShow: root.helperSetup.lookForHelper()
-
-            AppMenuItem {
-                text: qsTr("About Tallyglass")
-                onTriggered: root.present("about")
-            }
-            AppMenuDivider {}
-            AppMenuItem {
-                text: qsTr("Check for Updates…")
-                enabled: root.updater.canCheckForUpdates
-                onTriggered: root.updater.checkForUpdates()
-            }
-            AppMenuDivider {}
-            AppMenuItem {
-                text: qsTr("Uninstall Tallyglass…")
-                enabled: root.helperSetup.helperExists
-                onTriggered: root.helperSetup.confirmAndUninstall()
-            }
-            AppMenuDivider {}
-            AppMenuItem {
-                text: qsTr("Quit")
-                shortcutText: "Ctrl+Q"
-                onTriggered: Qt.quit()
-            }
+            // In the order of the sections.
+            Screen { index: 0; file: "DashboardView.qml" }
+            Screen { index: 1; file: "CompareView.qml" }
+            Screen { index: 2; file: "FileHistoryView.qml" }
+            Screen { index: 3; file: "ExclusionsView.qml" }
         }
     }
-    Component {
-        id: aboutSheet
-        AlertSheet {
-            title: qsTr("Tallyglass %1").arg(Qt.application.version)
-            text: qsTr("Makes this computer's Time Machine backups visible.")
-            systemImage: "clock.arrow.trianglehead.counterclockwise.rotate.90"
-        }
+    Later {
+        file: "ShellShortcuts.qml"
+        inputs: () => ({ model: root.model, shell: shellView })
     }
-    Component {
-        id: appGuide
-        FullDiskAccessGuide {
-            model: root.model
-            helperSetup: root.helperSetup
-            pasteboard: root.pasteboard
-            target: FullDiskAccessGuide.App
-        }
+    Later {
+        file: "AlertHost.qml"
+        inputs: () => ({ alerts: root.alerts })
     }
-    Component {
-        id: helperGuide
-        FullDiskAccessGuide {
-            model: root.model
-            helperSetup: root.helperSetup
-            pasteboard: root.pasteboard
-            target: FullDiskAccessGuide.Helper
-        }
-    }
-    Component {
-        id: changesSheet
-        BackupChangesView {
-            model: root.model
-            helperSetup: root.helperSetup
-            pasteboard: root.pasteboard
-        }
-    }
-    AlertHost { alerts: root.alerts }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tallyglass
 
 // A page that scrolls up and down when its content is higher than it, at any size of text. Children stand in a
@@ -18,7 +17,6 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
     clip: true
-    T.ScrollBar.vertical: ScrollTrack {}
 
     function scrollTo(position: real) {
         contentY = Math.max(0, Math.min(contentHeight - height, position));
@@ -52,6 +50,10 @@ Flickable {
         event.accepted = true;
     }
 
+    Later {
+        file: "PageScrollTrack.qml"
+        inputs: () => ({ page: page })
+    }
     Stack {
         id: stack
         x: Math.max(page.margin, (page.width - width) / 2)

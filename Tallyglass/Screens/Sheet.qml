@@ -26,7 +26,7 @@ SheetFrame {
                 id: footerArea
                 visible: buttons.children.length > 0
                 spacing: 0
-                Divider {}
+                Divider { Layout.fillWidth: true }
                 RowLayout {
                     id: buttons
                     Layout.fillWidth: true

@@ -3,21 +3,15 @@ import QtQuick.Layouts
 import Tallyglass
 
 // The sections, one below the other. One stop for Tab; up, down, Home and End move between them.
-Rectangle {
+Item {
     id: sidebar
-    required property var sections
-    required property int currentIndex
-    property bool liteMode: false
+    required property ShellView shell
     readonly property alias hasKeyboard: rows.activeFocus
-    signal picked(int index)
 
     function move(index: int) {
-        const target = Math.max(0, Math.min(sections.length - 1, index));
-        if (target !== currentIndex)
-            picked(target);
+        shell.sectionIndex = Math.max(0, Math.min(shell.sections.length - 1, index));
     }
 
-    color: Theme.sidebarGround
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Sidebar")
 
@@ -29,20 +23,20 @@ Rectangle {
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Sections")
 
-        Keys.onUpPressed: sidebar.move(sidebar.currentIndex - 1)
-        Keys.onDownPressed: sidebar.move(sidebar.currentIndex + 1)
+        Keys.onUpPressed: sidebar.move(sidebar.shell.sectionIndex - 1)
+        Keys.onDownPressed: sidebar.move(sidebar.shell.sectionIndex + 1)
         Keys.onPressed: event => {
             if (event.key === Qt.Key_Home)
                 sidebar.move(0);
             else if (event.key === Qt.Key_End)
-                sidebar.move(sidebar.sections.length - 1);
+                sidebar.move(sidebar.shell.sections.length - 1);
             else
                 return;
             event.accepted = true;
         }
 
         Repeater {
-            model: sidebar.sections
+            model: sidebar.shell.sections
             SidebarRow {
                 required property section modelData
                 required property int index
@@ -50,18 +44,18 @@ Rectangle {
                 width: rows.width
                 text: modelData.title
                 systemImage: modelData.symbol
-                current: index === sidebar.currentIndex
+                current: index === sidebar.shell.sectionIndex
                 focused: current && rows.activeFocus
                 onClicked: {
                     rows.forceActiveFocus(Qt.MouseFocusReason);
-                    sidebar.picked(index);
+                    sidebar.move(index);
                 }
             }
         }
     }
     RowLayout {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.unit * 2 }
-        visible: sidebar.liteMode
+        visible: sidebar.shell.content.liteMode
         spacing: Theme.unit * 0.75
         Symbol {
             name: "lock.fill"

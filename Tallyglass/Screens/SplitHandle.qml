@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass
 
-// The line between the sidebar and the rest, which can be dragged. A double click restores the usual width.
+// Lets the line between the sidebar and the rest be dragged. A double click restores the usual width.
 Item {
     id: handle
     required property real value
@@ -10,13 +10,8 @@ Item {
     property real usual
     signal moved(real value)
 
-    implicitWidth: 1
     Accessible.ignored: true
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.line
-    }
     MouseArea {
         property real start: 0
         anchors { fill: parent; leftMargin: -3; rightMargin: -3 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // One number: what is measured, the value and a small line below. One text to a screen reader.
@@ -10,7 +9,6 @@ Item {
     property string caption
     property color tint: Theme.text
 
-    Layout.fillWidth: true
     implicitWidth: column.implicitWidth
     implicitHeight: column.implicitHeight
     Accessible.role: Accessible.StaticText

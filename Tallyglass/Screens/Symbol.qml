@@ -4,7 +4,7 @@ import Tallyglass
 // A symbol by the system's name for it. Decoration: what it says stands in words beside it.
 Text {
     property string name
-    property real size: Theme.bodySize * 1.4
+    property real size: Theme.symbolSize
 
     text: Symbols.glyph(name)
     visible: name !== ""

@@ -3,17 +3,43 @@
 #include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/ScreenPictures.h"
+#include "Tallyglass/Screens/Startup.h"
 #include "Tallyglass/Screens/Symbols.h"
 #include "Tallyglass/Screens/Theme.h"
 #include "Tallyglass/Screens/TrayPresence.h"
+#include "TallyglassKit/Health/Fmt.h"
 
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QQmlComponent>
+#include <cmath>
 #include <cstdio>
 
 namespace tallyglass {
 
 namespace {
+
+/// Makes ready what writing the first text needs, which takes longer than writing it. Calls `between` after each
+/// step.
+void prepareText(const std::function<void()>& between) {
+    const Theme usual;
+    const QString text = QGuiApplication::font().family();
+    const QString symbols = Symbols::fontFamily(); // first: a new font makes Qt forget those that are open
+    between();
+    const std::tuple<QString, double, QFont::Weight> styles[] = {
+        {text, usual.captionSize(), QFont::Normal},   {text, usual.headlineSize(), QFont::DemiBold},
+        {text, usual.titleSize(), QFont::DemiBold},   {text, usual.displaySize(), QFont::Bold},
+        {symbols, usual.symbolSize(), QFont::Normal}, {symbols, usual.displaySize(), QFont::Normal},
+    };
+    for (const auto& [family, size, weight] : styles) {
+        QFont font(family);
+        font.setPixelSize(static_cast<int>(std::lround(size)));
+        font.setWeight(weight);
+        static_cast<void>(QFontMetricsF(font).height());
+        between();
+    }
+    Fmt::prepare();
+}
 
 AppSurroundings surroundings(Workspace& workspace) {
     AppSurroundings surroundings;
@@ -56,16 +82,23 @@ void TallyglassApp::startModel() {
 
 void TallyglassApp::loadWindow() {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
-    m_engine.addImportPath(QStringLiteral("qrc:/"));
-    connect(&m_engine, &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
-    // The types are loaded on a thread of the engine's; the fonts are opened meanwhile.
-    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Main.qml")),
-                            QQmlComponent::Asynchronous);
-    static_cast<void>(Symbols::fontFamily());
-    while (component.isLoading())
+    m_engine = std::make_unique<QQmlEngine>();
+    m_engine->addImportPath(QStringLiteral("qrc:/"));
+    connect(m_engine.get(), &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
+    // The types are loaded on a thread of the engine's, which now and then needs this one. Text is prepared meanwhile,
+    // and the window is made while those of its first screen are still loaded.
+    const auto load = [this](const char* file) {
+        return std::make_unique<QQmlComponent>(m_engine.get(), QUrl(QStringLiteral("qrc:/Tallyglass/") + QLatin1String(file)),
+                                               QQmlComponent::Asynchronous);
+    };
+    const auto window = load("Main.qml");
+    const auto screen = load("DashboardView.qml");
+    prepareText([] { QCoreApplication::processEvents(); });
+    while (window->isLoading())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    if (component.isReady())
-        m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties({
+    if (window->isReady()) {
+        Startup::of(*m_engine)->setOver(m_options.screenshots.has_value());
+        m_window.reset(qobject_cast<QQuickWindow*>(window->createWithInitialProperties({
             {QStringLiteral("model"), QVariant::fromValue(&m_model)},
             {QStringLiteral("helperSetup"), QVariant::fromValue(&m_helperSetup)},
             {QStringLiteral("workspace"), QVariant::fromValue<Workspace*>(&m_workspace)},
@@ -73,9 +106,10 @@ void TallyglassApp::loadWindow() {
             {QStringLiteral("alerts"), QVariant::fromValue(&m_alerts)},
             {QStringLiteral("updater"), QVariant::fromValue(&m_updater)},
         })));
+    }
     if (!m_window)
-        throw Error(component.errorString().toStdString());
-    m_theme = Theme::of(m_engine); // known to the engine only now
+        throw Error(window->errorString().toStdString());
+    m_theme = Theme::of(*m_engine); // known to the engine only now
 }
 
 void TallyglassApp::followDesktop() {
@@ -103,7 +137,8 @@ void TallyglassApp::reopen() {
 
 /// What nobody has to wait for.
 void TallyglassApp::afterFirstFrame() {
-    m_tray = std::make_unique<TrayPresence>(m_engine, m_model, m_workspace, m_updater);
+    Startup::of(*m_engine)->setOver(true);
+    m_tray = std::make_unique<TrayPresence>(*m_engine, m_model, m_workspace, m_updater);
     m_delegate->stayInTray(*m_tray);
     m_updater.start();
 }

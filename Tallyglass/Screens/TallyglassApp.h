@@ -65,7 +65,7 @@ private:
     UpdaterController m_updater;
     bool m_hasData = false; ///< the first refresh is done, or a made-up session filled the model
     DesktopSettings m_desktop;
-    QQmlEngine m_engine; // after what its objects use
+    std::unique_ptr<QQmlEngine> m_engine; // after what its objects use
     Theme* m_theme = nullptr;
     std::unique_ptr<QQuickWindow> m_window;
     QMetaObject::Connection m_startReport;

@@ -60,6 +60,7 @@ class Theme : public QObject {
     Q_PROPERTY(double headlineSize READ headlineSize NOTIFY changed)
     Q_PROPERTY(double titleSize READ titleSize NOTIFY changed)
     Q_PROPERTY(double displaySize READ displaySize NOTIFY changed)
+    Q_PROPERTY(double symbolSize READ symbolSize NOTIFY changed) ///< of a symbol beside text
     Q_PROPERTY(double controlHeight READ controlHeight NOTIFY changed)
     Q_PROPERTY(double rowHeight READ rowHeight NOTIFY changed) ///< of a list whose rows have two lines
     Q_PROPERTY(int motion READ motion NOTIFY changed) ///< milliseconds of a transition, 0 without motion
@@ -118,6 +119,7 @@ public:
     [[nodiscard]] double headlineSize() const { return 15 * m_textScale; }
     [[nodiscard]] double titleSize() const { return 20 * m_textScale; }
     [[nodiscard]] double displaySize() const { return 26 * m_textScale; }
+    [[nodiscard]] double symbolSize() const { return bodySize() * 1.4; }
     [[nodiscard]] double controlHeight() const { return 14 + 18 * m_textScale; }
     [[nodiscard]] double rowHeight() const;
     [[nodiscard]] int motion() const { return m_reduceMotion ? 0 : 180; }

@@ -69,33 +69,23 @@ Card {
         }
     }
 
-    Loader { // of a sheet over the window
-        active: timelineState.showingHelperGuide
-        visible: false
-        sourceComponent: FullDiskAccessGuide {
-            target: FullDiskAccessGuide.Helper
-            model: timeline.model
-            helperSetup: timeline.helperSetup
-            pasteboard: timeline.pasteboard
-            visible: true
-            onClosed: timelineState.showingHelperGuide = false
-        }
+    Later { // a sheet over the window
+        shown: timelineState.showingHelperGuide
+        file: "FullDiskAccessGuide.qml"
+        inputs: () => ({ forHelper: true, model: timeline.model, helperSetup: timeline.helperSetup,
+                   pasteboard: timeline.pasteboard, visible: true })
+        onLoaded: item.closed.connect(() => timelineState.showingHelperGuide = false)
     }
 
-    Loader { // of a sheet over the window
-        active: timelineState.changesTarget !== undefined
-        visible: false
-        sourceComponent: BackupChangesView {
-            model: timeline.model
-            helperSetup: timeline.helperSetup
-            pasteboard: timeline.pasteboard
-            target: timelineState.changesTarget
-            visible: true
-            onClosed: {
-                timelineState.closeChanges();
-                chart.forceActiveFocus(Qt.PopupFocusReason);
-            }
-        }
+    Later { // a sheet over the window
+        shown: timelineState.changesTarget !== undefined
+        file: "BackupChangesView.qml"
+        inputs: () => ({ model: timeline.model, helperSetup: timeline.helperSetup, pasteboard: timeline.pasteboard,
+                   target: timelineState.changesTarget, visible: true })
+        onLoaded: item.closed.connect(() => {
+            timelineState.closeChanges();
+            chart.forceActiveFocus(Qt.PopupFocusReason);
+        })
     }
 
     TimelineChart {
@@ -123,17 +113,10 @@ Card {
                 previous = activeScale;
             }
         }
-        Loader {
-            active: chart.tip !== ""
-            sourceComponent: HoverTip {
-                readonly property point bar: chart.tipPosition
-                parent: chart
-                x: Math.max(0, Math.min(chart.width - width, bar.x - width / 2))
-                y: bar.y - height - Theme.unit
-                delay: 0
-                text: chart.tip
-                visible: true
-            }
+        Later {
+            shown: chart.tip !== ""
+            file: "BarTip.qml"
+            inputs: () => ({ parent: chart, bar: chart.tipPosition, text: chart.tip, visible: true })
         }
     }
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass
 
 // The head of the window: title and subtitle, and at the other end what can be done from anywhere.
@@ -7,47 +6,50 @@ Rectangle {
     id: bar
     required property string title
     required property string subtitle
-    default property alias actions: row.data
+    default property alias actions: tools.data
 
     // With large text in a small window, the actions stand below the title.
-    readonly property bool stacked: row.implicitWidth + Theme.bodySize * 18 > width
+    readonly property bool stacked: tools.width + Theme.bodySize * 18 > width
+    // As high without the subtitle as with it, so that nothing moves when it comes.
+    readonly property real wordsHeight: title.implicitHeight + subtitle.implicitHeight
 
-    implicitHeight: grid.implicitHeight + Theme.unit * 3
+    implicitHeight: Theme.unit * 3 + (stacked ? wordsHeight + Theme.unit + tools.height
+                                              : Math.max(wordsHeight, tools.height))
     color: Theme.windowGround
 
-    GridLayout {
-        id: grid
-        anchors { fill: parent; leftMargin: Theme.unit * 3; rightMargin: Theme.unit * 2 }
-        columns: bar.stacked ? 1 : 2
-        columnSpacing: Theme.unit
-        rowSpacing: Theme.unit
-
-        ColumnLayout {
-            Layout.fillWidth: true
-            // As high without the subtitle as with it, so that nothing moves when it comes.
-            Layout.preferredHeight: title.implicitHeight + subtitle.implicitHeight
-            spacing: 0
-            Headline {
-                id: title
-                Layout.fillWidth: true
-                text: bar.title
-                elide: Text.ElideRight
-                wrapMode: Text.NoWrap
-            }
-            ElidedText {
-                id: subtitle
-                Layout.fillWidth: true
-                visible: text !== ""
-                text: bar.subtitle
-                color: Theme.secondaryText
-                font.pixelSize: Theme.captionSize
-            }
+    Item {
+        id: words
+        x: Theme.unit * 3
+        y: Theme.unit * 1.5 + (bar.stacked ? 0 : (bar.height - Theme.unit * 3 - bar.wordsHeight) / 2)
+        width: (bar.stacked ? bar.width - Theme.unit * 2 : tools.x - Theme.unit) - x
+        Headline {
+            id: title
+            y: subtitle.visible ? 0 : (bar.wordsHeight - height) / 2
+            width: parent.width
+            text: bar.title
+            elide: Text.ElideRight
+            wrapMode: Text.NoWrap
         }
-        RowLayout {
-            id: row
-            Layout.leftMargin: bar.stacked ? -Theme.unit * 1.5 : 0 // the button's text below the title
-            spacing: Theme.unit
+        ElidedText {
+            id: subtitle
+            y: title.height
+            width: parent.width
+            visible: text !== ""
+            text: bar.subtitle
+            color: Theme.secondaryText
+            font.pixelSize: Theme.captionSize
         }
     }
-    Divider { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } }
+    Row {
+        id: tools
+        // Stacked, the text of the first button stands below the title.
+        x: bar.stacked ? Theme.unit * 1.5 : bar.width - width - Theme.unit * 2
+        y: bar.stacked ? words.y + bar.wordsHeight + Theme.unit : (bar.height - height) / 2
+    }
+    Rectangle {
+        width: parent.width
+        height: 1
+        anchors.bottom: parent.bottom
+        color: Theme.line
+    }
 }

@@ -7,6 +7,7 @@
 #include <unicode/rbnf.h>
 
 #include <array>
+#include <mutex>
 
 namespace tallyglass {
 
@@ -36,7 +37,7 @@ constexpr std::array units{
 /// One locale's formatters, which take far longer to make than to use. Immutable; any thread.
 class Formats {
 public:
-    explicit Formats(const UserLocale& locale) : identifier(locale.identifier) {
+    explicit Formats(const UserLocale& usedLocale) : locale(usedLocale) {
         const std::array measures{MeasureUnit::getByte(),     MeasureUnit::getKilobyte(),
                                   MeasureUnit::getMegabyte(), MeasureUnit::getGigabyte(),
                                   MeasureUnit::getTerabyte(), MeasureUnit::getPetabyte()};
@@ -51,14 +52,17 @@ public:
                 format = format.unit(measures[i])
                              .unitWidth(i == 0 ? UNUM_UNIT_WIDTH_FULL_NAME : UNUM_UNIT_WIDTH_SHORT);
         }
-        m_zero = spelledOutZero(icuLocale);
     }
 
     [[nodiscard]] std::string text(std::int64_t bytes) const {
-        return icutext::toUtf8(bytes == 0 ? m_zero : numeric(bytes));
+        if (bytes != 0)
+            return icutext::toUtf8(numeric(bytes));
+        // The most costly of all, and often not needed.
+        std::call_once(m_zeroOnce, [this] { m_zero = spelledOutZero(); });
+        return icutext::toUtf8(m_zero);
     }
 
-    const std::string identifier;
+    const UserLocale locale;
 
 private:
     [[nodiscard]] icu::UnicodeString numeric(std::int64_t bytes) const {
@@ -84,26 +88,28 @@ private:
     }
 
     /// The text of no kilobytes with the numeral as a capitalised word.
-    [[nodiscard]] icu::UnicodeString spelledOutZero(const icu::Locale& locale) const {
+    [[nodiscard]] icu::UnicodeString spelledOutZero() const {
         icutext::Status status;
-        const icu::RuleBasedNumberFormat speller(icu::URBNF_SPELLOUT, locale, status);
+        const icu::Locale icuLocale = icutext::icuLocale(locale);
+        const icu::RuleBasedNumberFormat speller(icu::URBNF_SPELLOUT, icuLocale, status);
         icu::UnicodeString word;
         speller.format(0, word);
-        word.toTitle(nullptr, locale);
+        word.toTitle(nullptr, icuLocale);
         const auto numeral = m_formats.back().formatInt(0, status).toString(status);
         status.check("spell out zero");
         return numeric(0, 1).findAndReplace(numeral, word);
     }
 
     std::array<icu::number::LocalizedNumberFormatter, units.size()> m_formats;
-    icu::UnicodeString m_zero;
+    mutable std::once_flag m_zeroOnce;
+    mutable icu::UnicodeString m_zero;
 };
 
 } // namespace
 
 std::string formatByteCount(std::int64_t bytes, const UserLocale& locale) {
     static const Formats usual(UserLocale::current());
-    if (locale.identifier == usual.identifier)
+    if (locale.identifier == usual.locale.identifier)
         return usual.text(bytes);
     return Formats(locale).text(bytes);
 }

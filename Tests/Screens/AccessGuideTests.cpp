@@ -59,14 +59,14 @@ protected:
             "import QtQuick.Controls.Basic\n"
             "ApplicationWindow { id: window; width: 720; height: 560; visible: true\n"
             "required property AppModel model; required property HelperSetup helperSetup\n"
-            "required property Pasteboard pasteboard; required property int target\n"
+            "required property Pasteboard pasteboard; required property bool forHelper\n"
             "AppButton { text: 'Open'; onClicked: guide.open() }\n"
             "FullDiskAccessGuide { id: guide; model: window.model; helperSetup: window.helperSetup\n"
-            "pasteboard: window.pasteboard; target: window.target } }",
+            "pasteboard: window.pasteboard; forHelper: window.forHelper } }",
             QVariantMap{{"model", QVariant::fromValue(model.get())},
                         {"helperSetup", QVariant::fromValue(helper.get())},
                         {"pasteboard", QVariant::fromValue<Pasteboard*>(&pasteboard)},
-                        {"target", GetParam() ? 1 : 0}});
+                        {"forHelper", GetParam()}});
         screen->theme().setReduceMotion(true);
         screen->key(Qt::Key_Tab);
         screen->key(Qt::Key_Return);

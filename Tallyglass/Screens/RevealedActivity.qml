@@ -1,0 +1,15 @@
+import QtQuick
+import Tallyglass
+
+// The running backup, for as long as it runs.
+Reveal {
+    id: reveal
+    required property bool running
+    required property activityCardContent content
+
+    shown: running
+    Lazy {
+        shown: reveal.progress > 0
+        sourceComponent: ActivityCard { content: reveal.content }
+    }
+}

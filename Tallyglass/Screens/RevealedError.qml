@@ -1,0 +1,14 @@
+import QtQuick
+import Tallyglass
+
+// What went wrong, for as long as it lasts.
+Reveal {
+    id: reveal
+    required property string error
+
+    shown: error !== ""
+    Lazy {
+        shown: reveal.progress > 0
+        sourceComponent: ErrorBanner { text: reveal.error }
+    }
+}
