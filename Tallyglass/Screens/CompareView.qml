@@ -18,10 +18,14 @@ ScrollPage {
         model: page.model
     }
     Later { // a sheet over the window
+        id: guide
         shown: page.showingFDAGuide
         file: "FullDiskAccessGuide.qml"
         inputs: () => ({ model: page.model, helperSetup: page.helperSetup, pasteboard: page.pasteboard, visible: true })
-        onLoaded: item.closed.connect(() => page.showingFDAGuide = false)
+        Connections {
+            target: guide.item
+            function onClosed() { page.showingFDAGuide = false; }
+        }
     }
 
     Title {

@@ -26,7 +26,10 @@ ScrollPage {
         file: "FullDiskAccessGuide.qml"
         inputs: () => ({ model: dashboard.model, helperSetup: dashboard.helperSetup, pasteboard: dashboard.pasteboard,
                    visible: true })
-        onLoaded: item.closed.connect(() => guide.shown = false)
+        Connections {
+            target: guide.item
+            function onClosed() { guide.shown = false; }
+        }
     }
 
     Later {
@@ -55,8 +58,9 @@ ScrollPage {
             width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
             spacing: dashboard.spacing
 
-            Lazy {
-                shown: dashboardState.hasDestination
+            Loader {
+                active: dashboardState.hasDestination
+                visible: active
                 sourceComponent: DestinationHeader { content: dashboardState.header }
             }
             Later {
@@ -74,10 +78,14 @@ ScrollPage {
                 inputs: () => ({ content: dashboardState.health })
             }
             Later {
+                id: unlock
                 shown: dashboardState.unlock.shown
                 file: "UnlockCard.qml"
                 inputs: () => ({ content: dashboardState.unlock })
-                onLoaded: item.guideRequested.connect(() => guide.shown = true)
+                Connections {
+                    target: unlock.item
+                    function onGuideRequested() { guide.shown = true; }
+                }
             }
         }
         Stack {

@@ -21,13 +21,22 @@ QFont GradientText::font() const {
     return font;
 }
 
+void GradientText::componentComplete() {
+    QQuickPaintedItem::componentComplete();
+    measure();
+}
+
 void GradientText::measure() {
+    if (!isComponentComplete()) // the size may be still to come, and each opens a font
+        return;
     const QFontMetricsF metrics(font());
     setImplicitSize(std::ceil(metrics.horizontalAdvance(m_text)), std::ceil(metrics.height()));
     elide();
 }
 
 void GradientText::elide() {
+    if (!isComponentComplete())
+        return;
     const QString shown = QFontMetricsF(font()).elidedText(m_text, Qt::ElideMiddle, std::ceil(width()));
     if (shown != m_shown)
         update();

@@ -35,6 +35,7 @@ signals:
     void truncatedChanged();
 
 protected:
+    void componentComplete() override;
     void geometryChange(const QRectF& now, const QRectF& before) override;
 
 private:

@@ -11,6 +11,7 @@ Loader {
     property bool shown: true
     readonly property bool wanted: shown && Startup.over
     readonly property var given: wanted ? inputs() : null
+    property bool ready: false
 
     visible: shown
     onWantedChanged: make()
@@ -20,9 +21,14 @@ Loader {
         for (const name in given)
             item[name] = given[name];
     }
-    Component.onCompleted: make()
+    Component.onCompleted: {
+        ready = true;
+        make();
+    }
 
     function make() {
+        if (!ready)
+            return;
         if (!wanted)
             source = "";
         else if (!item)

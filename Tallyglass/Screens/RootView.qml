@@ -84,10 +84,14 @@ FocusScope {
         color: Theme.line
 
         Later {
+            id: handle
             anchors.fill: parent
             file: "SplitHandle.qml"
             inputs: () => ({ value: root.sidebarWidth, minimum: 170, usual: 190, maximum: 240 })
-            onLoaded: item.moved.connect(value => root.sidebarWidth = value)
+            Connections {
+                target: handle.item
+                function onMoved(value) { root.sidebarWidth = value; }
+            }
         }
     }
     Item {
@@ -103,9 +107,13 @@ FocusScope {
             subtitle: shellView.content.subtitle
 
             Later {
+                id: actions
                 file: "TopBarActions.qml"
                 inputs: () => ({ model: root.model, helperSetup: root.helperSetup, updater: root.updater })
-                onLoaded: item.aboutRequested.connect(() => root.present("about"))
+                Connections {
+                    target: actions.item
+                    function onAboutRequested() { root.present("about"); }
+                }
             }
         }
         Item {

@@ -74,10 +74,7 @@ void TallyglassApp::startModel() {
     m_hasData = m_model.isFixtureSession();
     if (m_model.isFixtureSession())
         return;
-    m_model.refresh([this] {
-        m_hasData = true;
-        m_model.startPolling();
-    });
+    m_model.refresh([this] { m_hasData = true; });
 }
 
 void TallyglassApp::loadWindow() {
@@ -141,6 +138,8 @@ void TallyglassApp::afterFirstFrame() {
     m_tray = std::make_unique<TrayPresence>(*m_engine, m_model, m_workspace, m_updater);
     m_delegate->stayInTray(*m_tray);
     m_updater.start();
+    if (!m_model.isFixtureSession())
+        m_model.startPolling();
 }
 
 /// Says "ready" once, at the first frame that is drawn after the data has come.

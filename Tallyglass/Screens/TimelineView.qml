@@ -70,22 +70,30 @@ Card {
     }
 
     Later { // a sheet over the window
+        id: guide
         shown: timelineState.showingHelperGuide
         file: "FullDiskAccessGuide.qml"
         inputs: () => ({ forHelper: true, model: timeline.model, helperSetup: timeline.helperSetup,
                    pasteboard: timeline.pasteboard, visible: true })
-        onLoaded: item.closed.connect(() => timelineState.showingHelperGuide = false)
+        Connections {
+            target: guide.item
+            function onClosed() { timelineState.showingHelperGuide = false; }
+        }
     }
 
     Later { // a sheet over the window
+        id: changes
         shown: timelineState.changesTarget !== undefined
         file: "BackupChangesView.qml"
         inputs: () => ({ model: timeline.model, helperSetup: timeline.helperSetup, pasteboard: timeline.pasteboard,
                    target: timelineState.changesTarget, visible: true })
-        onLoaded: item.closed.connect(() => {
-            timelineState.closeChanges();
-            chart.forceActiveFocus(Qt.PopupFocusReason);
-        })
+        Connections {
+            target: changes.item
+            function onClosed() {
+                timelineState.closeChanges();
+                chart.forceActiveFocus(Qt.PopupFocusReason);
+            }
+        }
     }
 
     TimelineChart {

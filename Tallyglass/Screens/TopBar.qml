@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass
 
 // The head of the window: title and subtitle, and at the other end what can be done from anywhere.
-Rectangle {
+Item {
     id: bar
     required property string title
     required property string subtitle
@@ -15,7 +15,6 @@ Rectangle {
 
     implicitHeight: Theme.unit * 3 + (stacked ? wordsHeight + Theme.unit + tools.height
                                               : Math.max(wordsHeight, tools.height))
-    color: Theme.windowGround
 
     Item {
         id: words

@@ -12,15 +12,15 @@ protected:
     explicit DashboardTest(const char* session = "healthy") {
         FixtureSession::fill(stage.model, session);
         QVariantMap properties;
-        for (const char* name : {"model", "helperSetup", "pasteboard"})
+        for (const char* name : {"model", "helperSetup", "workspace", "pasteboard"})
             properties[name] = stage.properties()[name];
         screen = std::make_unique<test::QmlScreen>(
             "import QtQuick.Controls.Basic\n"
             "ApplicationWindow { id: window; width: 900; height: 720; visible: true\n"
             "required property AppModel model; required property HelperSetup helperSetup\n"
-            "required property Pasteboard pasteboard\n"
+            "required property Workspace workspace; required property Pasteboard pasteboard\n"
             "DashboardView { anchors.fill: parent; model: window.model; helperSetup: window.helperSetup\n"
-            "pasteboard: window.pasteboard } }",
+            "workspace: window.workspace; pasteboard: window.pasteboard } }",
             properties);
         screen->theme().setReduceMotion(true);
     }
@@ -187,7 +187,7 @@ TEST_P(DashboardOf, fitsEverySizeOfWindowAndText) {
     test::ShellStage stage;
     ASSERT_TRUE(FixtureSession::fill(stage.model, GetParam()));
     QVariantMap properties;
-    for (const char* name : {"model", "helperSetup", "pasteboard"})
+    for (const char* name : {"model", "helperSetup", "workspace", "pasteboard"})
         properties[name] = stage.properties()[name];
     test::QmlScreen screen("DashboardView {}", properties);
     auto* page = qobject_cast<QQuickItem*>(screen.root());
