@@ -5,7 +5,6 @@
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
 #include "TallyglassKit/Platform/NumberConversion.h"
 
 #include <QCoreApplication>
@@ -34,7 +33,7 @@ QStringList speed(const BackupRate& rate) {
     QStringList parts;
     if (rate.bytesPerSecond <= 0)
         return parts;
-    parts += ActivityCard::tr("%1/s").arg(words(Fmt::size(truncated(rate.bytesPerSecond))));
+    parts += ActivityCard::tr("%1/s").arg(sizeInWords(truncated(rate.bytesPerSecond)));
     const auto files = truncated(rate.filesPerSecond);
     if (files && *files >= 1)
         parts += ActivityCard::tr("%1 files/s").arg(*files);
@@ -43,7 +42,7 @@ QStringList speed(const BackupRate& rate) {
 
 QString detail(const BackupStatus& status, const std::optional<BackupRate>& rate) {
     if (status.bytesCopied.value_or(0) >= 1) {
-        QStringList parts{ActivityCard::tr("%1 copied").arg(words(Fmt::size(status.bytesCopied)))};
+        QStringList parts{ActivityCard::tr("%1 copied").arg(sizeInWords(status.bytesCopied))};
         if (rate)
             parts += speed(*rate);
         if (status.timeRemaining) {
@@ -53,8 +52,7 @@ QString detail(const BackupStatus& status, const std::optional<BackupRate>& rate
         return parts.join(QStringLiteral(" · "));
     }
     if (status.numberOfChangedItems.value_or(0) >= 1)
-        return ActivityCard::tr("Preparing — %1 items found")
-            .arg(words(formatGrouped(*status.numberOfChangedItems)));
+        return ActivityCard::tr("Preparing — %1 items found").arg(grouped(*status.numberOfChangedItems));
     return ActivityCard::tr("Preparing…");
 }
 

@@ -8,7 +8,9 @@
 
 namespace tallyglass {
 
-AppDelegate::AppDelegate(AppModel& model, QWindow& window) : m_model(model), m_window(window) {
+AppDelegate::AppDelegate(AppModel& model, QWindow& window) : m_model(model), m_window(window) {}
+
+void AppDelegate::followActivation() {
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
             applicationDidBecomeActive();

@@ -29,6 +29,8 @@ public:
     /// Brings the window to the front, closed or not.
     void applicationShouldHandleReopen();
 
+    /// From now on the program looks for the permission whenever it becomes active.
+    void followActivation();
     void applicationDidBecomeActive();
 
 private:

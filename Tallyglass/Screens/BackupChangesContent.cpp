@@ -5,7 +5,6 @@
 #include "Tallyglass/Screens/Words.h"
 #include "TallyglassKit/Access/NearestMatch.h"
 #include "TallyglassKit/Health/Fmt.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
 
 #include <QCoreApplication>
 
@@ -16,13 +15,6 @@ namespace {
 class BackupChanges {
     Q_DECLARE_TR_FUNCTIONS(BackupChanges)
 };
-
-QString grouped(std::int64_t number) {
-    return words(formatGrouped(number));
-}
-QString size(std::int64_t bytes) {
-    return words(Fmt::size(bytes));
-}
 
 BackupChangesContent::Case caseOf(const AppModel& app, const BackupChangesModel& changes) {
     using enum BackupChangesContent::Case;
@@ -48,7 +40,8 @@ void fillRunning(BackupChangesContent& content, const AppModel& app, const Backu
                                               : BackupChanges::tr("Opening the cache of results…");
     content.elapsed = words(changes.elapsedText());
     if (changes.bytesReceived() >= 1)
-        content.received = BackupChanges::tr("%1 of results received").arg(size(changes.bytesReceived()));
+        content.received =
+            BackupChanges::tr("%1 of results received").arg(sizeInWords(changes.bytesReceived()));
     const TMDestination* destination = app.selectedDestination();
     if (destination && destination->kind == TMDestination::Kind::network)
         content.networkNote = BackupChanges::tr(
@@ -68,14 +61,14 @@ QList<StatTileContent> tilesOf(const BackupManifestEntry& entry) {
              .value = grouped(entry.changedCount),
              .caption = BackupChanges::tr("this backup")},
             {.label = BackupChanges::tr("On disk"),
-             .value = size(entry.changedPhysicalSize),
-             .caption = BackupChanges::tr("%1 logical").arg(size(entry.changedLogicalSize))}};
+             .value = sizeInWords(entry.changedPhysicalSize),
+             .caption = BackupChanges::tr("%1 logical").arg(sizeInWords(entry.changedLogicalSize))}};
 }
 
 QList<StatTileContent> tilesOf(const Comparison& comparison) {
     return {{.label = BackupChanges::tr("Added"),
              .value = grouped(comparison.addedCount),
-             .caption = size(comparison.bytesAdded),
+             .caption = sizeInWords(comparison.bytesAdded),
              .role = Theme::Role::healthy},
             {.label = BackupChanges::tr("Modified"),
              .value = grouped(comparison.modifiedCount),
@@ -83,7 +76,7 @@ QList<StatTileContent> tilesOf(const Comparison& comparison) {
              .role = Theme::Role::accent},
             {.label = BackupChanges::tr("Removed"),
              .value = grouped(comparison.removedCount),
-             .caption = size(comparison.bytesRemoved),
+             .caption = sizeInWords(comparison.bytesRemoved),
              .role = Theme::Role::critical},
             {.label = BackupChanges::tr("Net"),
              .value = words(comparison.netBytesFormatted()),

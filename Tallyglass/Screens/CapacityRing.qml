@@ -41,10 +41,14 @@ Item {
     Row {
         anchors.centerIn: parent
         spacing: Theme.unit / 2
-        Symbol {
+        Loader {
             anchors.verticalCenter: parent.verticalCenter
-            name: ring.content.symbol
-            color: Theme.colors[ring.content.role]
+            active: ring.content.symbol !== ""
+            visible: active
+            sourceComponent: Symbol {
+                name: ring.content.symbol
+                color: Theme.colors[ring.content.role]
+            }
         }
         TextLabel {
             text: ring.content.text

@@ -1,7 +1,6 @@
 #include "Tallyglass/Screens/CapacityRingContent.h"
 
 #include "Tallyglass/Screens/Words.h"
-#include "TallyglassKit/Health/Fmt.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -45,7 +44,7 @@ CapacityRingContent capacityRingContent(std::optional<double> fraction, std::opt
     content.text = QStringLiteral("—");
     content.accessibleValue = CapacityRing::tr("Unknown");
     if (used && total)
-        content.detail = CapacityRing::tr("%1 of %2").arg(words(Fmt::size(used)), words(Fmt::size(total)));
+        content.detail = CapacityRing::tr("%1 of %2").arg(sizeInWords(used), sizeInWords(total));
     if (!fraction)
         return content;
 

@@ -2,7 +2,6 @@
 
 #include "Tallyglass/Screens/Words.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
-#include "TallyglassKit/Health/Fmt.h"
 
 #include <QCoreApplication>
 
@@ -33,7 +32,7 @@ ChangeRowContent changeRowContent(const ChangeRecord& change) {
                              .role = roleOf(change.kind),
                              .fileName = words(change.fileName()),
                              .parentPath = words(change.parentPath()),
-                             .size = words(Fmt::size(change.size)),
+                             .size = sizeInWords(change.size),
                              .path = words(change.path),
                              .label = {},
                              .value = {}};

@@ -3,8 +3,6 @@
 #include "Tallyglass/Models/DiffModel.h"
 #include "Tallyglass/Screens/ChangeRowContent.h"
 #include "Tallyglass/Screens/Words.h"
-#include "TallyglassKit/Health/Fmt.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
 
 #include <fmt/format.h>
 
@@ -18,14 +16,6 @@ namespace {
 class Compare {
     Q_DECLARE_TR_FUNCTIONS(Compare)
 };
-
-QString grouped(std::int64_t number) {
-    return words(formatGrouped(number));
-}
-
-QString sizeOf(std::int64_t bytes) {
-    return words(Fmt::size(bytes));
-}
 
 } // namespace
 
@@ -55,11 +45,11 @@ ComparePickerContent comparePickerContent(const DiffModel& model) {
 CompareSummaryContent compareSummaryContent(const Comparison& comparison) {
     CompareSummaryContent content;
     content.tiles = {
-        {Compare::tr("Added"), grouped(comparison.addedCount), sizeOf(comparison.bytesAdded),
+        {Compare::tr("Added"), grouped(comparison.addedCount), sizeInWords(comparison.bytesAdded),
          roleOf(ChangeKind::added)},
         {Compare::tr("Modified"), grouped(comparison.modifiedCount), Compare::tr("changed"),
          roleOf(ChangeKind::modified)},
-        {Compare::tr("Removed"), grouped(comparison.removedCount), sizeOf(comparison.bytesRemoved),
+        {Compare::tr("Removed"), grouped(comparison.removedCount), sizeInWords(comparison.bytesRemoved),
          roleOf(ChangeKind::removed)},
         {Compare::tr("Net"), words(comparison.netBytesFormatted()), Compare::tr("size change"),
          Theme::Role::text},

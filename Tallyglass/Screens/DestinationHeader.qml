@@ -64,16 +64,19 @@ Card {
                         text: name.text
                     }
                 }
-                Symbol {
+                Loader {
                     id: lock
                     x: name.x + name.width + Theme.unit
                     anchors.verticalCenter: parent.verticalCenter
-                    visible: header.content.isEncrypted
-                    name: "lock.fill"
-                    color: Theme.secondaryText
-                    Accessible.ignored: false
-                    Accessible.role: Accessible.Graphic
-                    Accessible.name: qsTr("Encrypted destination")
+                    active: header.content.isEncrypted
+                    visible: active
+                    sourceComponent: Symbol {
+                        name: "lock.fill"
+                        color: Theme.secondaryText
+                        Accessible.ignored: false
+                        Accessible.role: Accessible.Graphic
+                        Accessible.name: qsTr("Encrypted destination")
+                    }
                 }
             }
             Later {

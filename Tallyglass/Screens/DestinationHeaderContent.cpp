@@ -2,7 +2,6 @@
 
 #include "Tallyglass/Screens/Words.h"
 #include "TallyglassKit/Access/TMDestination.h"
-#include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Platform/Timestamps.h"
 
 #include <QCoreApplication>
@@ -30,11 +29,10 @@ DestinationHeaderContent destinationHeaderContent(const TMDestination& destinati
                                        destination.totalBytes(), differentiateWithoutColor);
 
     content.used = {.label = DestinationHeader::tr("Used"),
-                    .value = words(Fmt::size(destination.bytesUsed)),
-                    .caption =
-                        DestinationHeader::tr("of %1").arg(words(Fmt::size(destination.totalBytes())))};
+                    .value = sizeInWords(destination.bytesUsed),
+                    .caption = DestinationHeader::tr("of %1").arg(sizeInWords(destination.totalBytes()))};
     content.free = {.label = DestinationHeader::tr("Free"),
-                    .value = words(Fmt::size(destination.bytesAvailable)),
+                    .value = sizeInWords(destination.bytesAvailable),
                     .caption = {}};
     content.backups = {.label = DestinationHeader::tr("Backups"),
                        .value = QString::number(destination.snapshotDates.size()),

@@ -1,5 +1,6 @@
-// How far the program's start has come. The first frame of the window shows the verdict and the destination; what
-// that first look doesn't need, above all what can be operated, is made right after it: `Later` in QML asks here.
+// How far the program's start has come. The first frame of the window shows the verdict and the destination;
+// what that first look doesn't need, above all what can be operated, is made right after it: `Later` in QML
+// asks here.
 //
 // Main thread only.
 

@@ -19,17 +19,17 @@ namespace tallyglass {
 
 namespace {
 
-/// Makes ready what writing the first text needs, which takes longer than writing it. Calls `between` after each
-/// step.
+/// Makes ready what writing the first text needs, which takes longer than writing it. Calls `between` after
+/// each step.
 void prepareText(const std::function<void()>& between) {
     const Theme usual;
     const QString text = QGuiApplication::font().family();
     const QString symbols = Symbols::fontFamily(); // first: a new font makes Qt forget those that are open
     between();
     const std::tuple<QString, double, QFont::Weight> styles[] = {
-        {text, usual.captionSize(), QFont::Normal},   {text, usual.headlineSize(), QFont::DemiBold},
-        {text, usual.titleSize(), QFont::DemiBold},   {text, usual.displaySize(), QFont::Bold},
-        {symbols, usual.symbolSize(), QFont::Normal}, {symbols, usual.displaySize(), QFont::Normal},
+        {text, usual.captionSize(), QFont::Normal},    {text, usual.headlineSize(), QFont::DemiBold},
+        {text, usual.titleSize(), QFont::DemiBold},    {text, usual.displaySize(), QFont::Bold},
+        {symbols, usual.displaySize(), QFont::Normal},
     };
     for (const auto& [family, size, weight] : styles) {
         QFont font(family);
@@ -82,10 +82,11 @@ void TallyglassApp::loadWindow() {
     m_engine = std::make_unique<QQmlEngine>();
     m_engine->addImportPath(QStringLiteral("qrc:/"));
     connect(m_engine.get(), &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
-    // The types are loaded on a thread of the engine's, which now and then needs this one. Text is prepared meanwhile,
-    // and the window is made while those of its first screen are still loaded.
+    // The types are loaded on a thread of the engine's, which now and then needs this one. Text is prepared
+    // meanwhile, and the window is made while those of its first screen are still loaded.
     const auto load = [this](const char* file) {
-        return std::make_unique<QQmlComponent>(m_engine.get(), QUrl(QStringLiteral("qrc:/Tallyglass/") + QLatin1String(file)),
+        return std::make_unique<QQmlComponent>(m_engine.get(),
+                                               QUrl(QStringLiteral("qrc:/Tallyglass/") + QLatin1String(file)),
                                                QQmlComponent::Asynchronous);
     };
     const auto window = load("Main.qml");
@@ -137,6 +138,7 @@ void TallyglassApp::afterFirstFrame() {
     Startup::of(*m_engine)->setOver(true);
     m_tray = std::make_unique<TrayPresence>(*m_engine, m_model, m_workspace, m_updater);
     m_delegate->stayInTray(*m_tray);
+    m_delegate->followActivation(); // the start itself has just looked for the permission
     m_updater.start();
     if (!m_model.isFixtureSession())
         m_model.startPolling();

@@ -1,7 +1,7 @@
 #include "Tallyglass/Screens/TimelineWords.h"
 
+#include "Tallyglass/Screens/Words.h"
 #include "TallyglassKit/Health/Fmt.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -16,22 +16,14 @@ class Timeline {
     Q_DECLARE_TR_FUNCTIONS(Timeline)
 };
 
-QString words(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 /// The whole number nearest to a value of an axis, of which the greatest may be just beyond 64 bits.
 std::int64_t whole(double value) {
     return static_cast<std::int64_t>(std::clamp(std::round(value), -9.2e18, 9.2e18));
 }
 
 QString files(std::int64_t count) {
-    const QString number = words(formatGrouped(count));
+    const QString number = grouped(count);
     return count == 1 ? Timeline::tr("%1 file").arg(number) : Timeline::tr("%1 files").arg(number);
-}
-
-QString size(std::int64_t bytes) {
-    return words(Fmt::size(bytes));
 }
 
 } // namespace
@@ -64,12 +56,12 @@ QString axisLabel(TimelineMetric metric, double value) {
     switch (metric) {
     case TimelineMetric::interval:
         // Whole hours are grouped as all numbers are; parts of an hour need at most three digits.
-        return Timeline::tr("%1h").arg(value == std::round(value) ? words(formatGrouped(whole(value)))
+        return Timeline::tr("%1h").arg(value == std::round(value) ? grouped(whole(value))
                                                                   : QLocale().toString(value, 'g', 3));
     case TimelineMetric::changeSize:
-        return size(whole(value));
+        return sizeInWords(whole(value));
     case TimelineMetric::changeCount:
-        return words(formatGrouped(whole(value)));
+        return grouped(whole(value));
     }
     return {};
 }
@@ -86,7 +78,7 @@ QString caption(TimelineMetric metric, const TimelineEntry* initialEntry) {
         text += QLatin1Char(' ') +
                 Timeline::tr("★ Initial full backup (%1, %2) has no bar: beside it the others would vanish.")
                     .arg(words(Fmt::timestamp(initialEntry->date)),
-                         size(initialEntry->manifest->changedPhysicalSize));
+                         sizeInWords(initialEntry->manifest->changedPhysicalSize));
     return text;
 }
 
@@ -102,9 +94,9 @@ QString valueText(const TimelineEntry& entry, TimelineMetric metric) {
             .arg(duration);
     }
     case TimelineMetric::changeSize:
-        return Timeline::tr("%1 changed").arg(size(entry.manifest->changedPhysicalSize));
+        return Timeline::tr("%1 changed").arg(sizeInWords(entry.manifest->changedPhysicalSize));
     case TimelineMetric::changeCount:
-        return Timeline::tr("%1 files changed").arg(words(formatGrouped(entry.manifest->changedCount)));
+        return Timeline::tr("%1 files changed").arg(grouped(entry.manifest->changedCount));
     }
     return {};
 }
@@ -131,14 +123,15 @@ QString manifestDetail(const TimelineEntry& entry) {
     const BackupManifestEntry& row = *entry.manifest;
     return (row.isInitialBackup ? Timeline::tr("Initial full backup · %1 · %2 on disk · %3 of data")
                                 : Timeline::tr("%1 · %2 on disk · %3 of data"))
-        .arg(files(row.changedCount), size(row.changedPhysicalSize), size(row.changedLogicalSize));
+        .arg(files(row.changedCount), sizeInWords(row.changedPhysicalSize),
+             sizeInWords(row.changedLogicalSize));
 }
 
 QString tip(const TimelineEntry& entry, TimelineMetric metric, std::size_t columnCount) {
     QStringList lines{words(Fmt::timestamp(entry.date)), summary(entry, metric), manifestDetail(entry)};
     if (columnCount > 1)
         lines.append(Timeline::tr("One of %1 in this bar. Zoom in to tell them apart.")
-                         .arg(words(formatGrouped(static_cast<std::int64_t>(columnCount)))));
+                         .arg(grouped(static_cast<std::int64_t>(columnCount))));
     lines.removeAll(QString());
     return lines.join(QLatin1Char('\n'));
 }

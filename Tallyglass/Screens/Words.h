@@ -2,9 +2,14 @@
 
 #pragma once
 
+#include "TallyglassKit/Health/Fmt.h"
+#include "TallyglassKit/Platform/GroupedNumber.h"
+
 #include <QList>
 #include <QString>
 #include <QVariantList>
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace tallyglass {
@@ -12,6 +17,16 @@ namespace tallyglass {
 /// The kit's text as Qt's.
 [[nodiscard]] inline QString words(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// A count with its digits in groups.
+[[nodiscard]] inline QString grouped(std::int64_t count) {
+    return words(formatGrouped(count));
+}
+
+/// A number of bytes as Fmt::size says it.
+[[nodiscard]] inline QString sizeInWords(std::optional<std::int64_t> bytes) {
+    return words(Fmt::size(bytes));
 }
 
 /// Values as a list that QML can walk.

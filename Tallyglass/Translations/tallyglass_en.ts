@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>AboutSheet</name>
+    <message>
+        <source>Tallyglass %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Makes this computer&apos;s Time Machine backups visible.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>AccessGuide</name>
     <message>
         <source>Open Full Disk Access</source>
@@ -790,41 +801,6 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
 </context>
 <context>
-    <name>RootView</name>
-    <message>
-        <source>Refresh</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Menu</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>About Tallyglass</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Check for Updates…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Uninstall Tallyglass…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Quit</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Tallyglass %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Makes this computer&apos;s Time Machine backups visible.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>Shell</name>
     <message>
         <source>Overview</source>
@@ -1060,6 +1036,33 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
     <message>
         <source>Show all</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TopBarActions</name>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>About Tallyglass</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Uninstall Tallyglass…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -14,8 +14,8 @@
 namespace tallyglass {
 
 struct Fmt {
-    /// Makes what the first size and the first date need, some milliseconds of work, before somebody waits for
-    /// them.
+    /// Makes what the first size and the first date need, some milliseconds of work, before somebody waits
+    /// for them.
     static void prepare();
 
     /// A byte count in the file style, "12.3 MB", or "—".

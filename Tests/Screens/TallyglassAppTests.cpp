@@ -1,9 +1,11 @@
 #include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/TallyglassApp.h"
+#include "Tests/Screens/AccessibleTree.h"
 #include "Tests/Screens/ShellStage.h"
 
 #include <gtest/gtest.h>
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QTimer>
 #include <QWindow>
@@ -29,6 +31,25 @@ TEST(TallyglassApp, endsWithItsWindowWhereThereIsNoTray) {
     QTimer::singleShot(std::chrono::minutes(1), qGuiApp, [] { QCoreApplication::exit(1); });
 
     EXPECT_EQ(QGuiApplication::exec(), 0);
+}
+
+TEST(TallyglassApp, showsVerdictAndDestinationFirstAndTheRestRightAfterTheFirstFrame) {
+    QAccessible::setActive(true);
+    TallyglassApp app({.fixture = "warning"});
+    const test::AccessibleTree screen(mainWindow());
+    const auto hasControls = [&] { return screen.find(QAccessible::Button, "Refresh").has_value(); };
+    app.showWindow();
+
+    EXPECT_TRUE(screen.find(QAccessible::StaticText, "Used").has_value()) << qPrintable(screen.description());
+    EXPECT_FALSE(hasControls());
+
+    const QDeadlineTimer deadline(20'000);
+    while (!hasControls() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+
+    EXPECT_TRUE(hasControls());
+    EXPECT_TRUE(screen.find(QAccessible::ListItem, "Overview").has_value());
+    EXPECT_TRUE(screen.find(QAccessible::Grouping, "Configuration").has_value());
 }
 
 TEST(AppDelegate, bringsAClosedWindowBackWhenTheProgramIsStartedAgain) {
