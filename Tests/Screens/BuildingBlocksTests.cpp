@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace tallyglass {
 namespace {
 
@@ -130,6 +132,21 @@ TEST_F(SheetTest, closesByEscapeAndGivesTheKeyboardBack) {
 
     EXPECT_FALSE(screen.tree().hasText("Words"));
     EXPECT_EQ(screen.focusedName(), "Open");
+}
+
+TEST(ScrollPage, hasATrackAtItsRightEdgeThatMovesWithThePage) {
+    QmlScreen screen("ScrollPage { Item { height: 3000 } }", {}, {400, 300});
+    auto* page = qobject_cast<QQuickItem*>(screen.root());
+    const auto items = page->childItems();
+    const auto track =
+        std::ranges::find_if(items, [](auto* item) { return item->inherits("QQuickScrollBar"); });
+    ASSERT_NE(track, items.end());
+
+    EXPECT_EQ((*track)->x() + (*track)->width(), 400);
+    EXPECT_EQ((*track)->height(), 300);
+    EXPECT_EQ((*track)->property("position").toDouble(), 0);
+    page->setProperty("contentY", page->property("contentHeight").toDouble() / 2);
+    EXPECT_DOUBLE_EQ((*track)->property("position").toDouble(), 0.5);
 }
 
 } // namespace
