@@ -24,8 +24,10 @@ ScrollPage {
         id: guide
         shown: false
         file: "FullDiskAccessGuide.qml"
-        inputs: () => ({ model: dashboard.model, helperSetup: dashboard.helperSetup, pasteboard: dashboard.pasteboard,
-                   visible: true })
+        inputs: () => ({
+            model: dashboard.model, helperSetup: dashboard.helperSetup, pasteboard: dashboard.pasteboard,
+            visible: true
+        })
         Connections {
             target: guide.item
             function onClosed() { guide.shown = false; }
@@ -65,13 +67,15 @@ ScrollPage {
             }
             Later {
                 file: "RevealedActivity.qml"
-                inputs: () => ({ running: dashboardState.isRunning, content: dashboardState.activity,
-                           spacing: dashboard.spacing })
+                inputs: () => ({
+                    running: dashboardState.isRunning, content: dashboardState.activity, spacing: dashboard.spacing
+                })
             }
             Later {
                 file: "TimelineView.qml"
-                inputs: () => ({ model: dashboard.model, helperSetup: dashboard.helperSetup,
-                           pasteboard: dashboard.pasteboard })
+                inputs: () => ({
+                    model: dashboard.model, helperSetup: dashboard.helperSetup, pasteboard: dashboard.pasteboard
+                })
             }
             Later {
                 file: "HealthCard.qml"

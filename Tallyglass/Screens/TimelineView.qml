@@ -73,8 +73,10 @@ Card {
         id: guide
         shown: timelineState.showingHelperGuide
         file: "FullDiskAccessGuide.qml"
-        inputs: () => ({ forHelper: true, model: timeline.model, helperSetup: timeline.helperSetup,
-                   pasteboard: timeline.pasteboard, visible: true })
+        inputs: () => ({
+            forHelper: true, model: timeline.model, helperSetup: timeline.helperSetup,
+            pasteboard: timeline.pasteboard, visible: true
+        })
         Connections {
             target: guide.item
             function onClosed() { timelineState.showingHelperGuide = false; }
@@ -85,8 +87,10 @@ Card {
         id: changes
         shown: timelineState.changesTarget !== undefined
         file: "BackupChangesView.qml"
-        inputs: () => ({ model: timeline.model, helperSetup: timeline.helperSetup, pasteboard: timeline.pasteboard,
-                   target: timelineState.changesTarget, visible: true })
+        inputs: () => ({
+            model: timeline.model, helperSetup: timeline.helperSetup, pasteboard: timeline.pasteboard,
+            target: timelineState.changesTarget, visible: true
+        })
         Connections {
             target: changes.item
             function onClosed() {
