@@ -2,6 +2,7 @@
 
 #include "TallyglassKit/Platform/Error.h"
 
+#include <QCoreApplication>
 #include <QThreadPool>
 
 namespace tallyglass {
@@ -10,7 +11,17 @@ namespace {
 /// Jobs mostly wait for a child or a disk, so that their number isn't bound to that of the processors.
 class Pool : public QThreadPool {
 public:
-    Pool() { setMaxThreadCount(64); }
+    Pool() {
+        setMaxThreadCount(64);
+        // The last jobs end with the application. Later they could meet what the end of the process has taken
+        // away.
+        qAddPostRoutine([] { shared().waitForDone(); });
+    }
+
+    static Pool& shared() {
+        static Pool pool;
+        return pool;
+    }
 };
 
 } // namespace
@@ -103,8 +114,7 @@ bool isCancellation(const std::exception_ptr& failure) {
 }
 
 void runOnPool(std::function<void()> job) {
-    static Pool pool;
-    pool.start(std::move(job));
+    Pool::shared().start(std::move(job));
 }
 
 } // namespace tallyglass

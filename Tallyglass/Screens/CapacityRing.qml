@@ -8,6 +8,7 @@ Item {
     property real diameter: Theme.unit * 15 * Theme.textScale
     property real lineWidth: Theme.unit * 1.5 * Theme.textScale
     readonly property real fraction: content.fraction
+    property bool ready: false
 
     implicitWidth: diameter
     implicitHeight: diameter
@@ -16,11 +17,13 @@ Item {
     Accessible.description: content.accessibleValue
     onFractionChanged: {
         turn.stop();
-        if (Startup.over && !Theme.reduceMotion)
+        turn.to = fraction;
+        if (ready && !Theme.reduceMotion)
             turn.start();
         else
             arc.fraction = fraction;
     }
+    Component.onCompleted: ready = true
 
     CapacityArc {
         id: arc
@@ -33,7 +36,6 @@ Item {
             id: turn
             target: arc
             property: "fraction"
-            to: ring.fraction
             duration: Theme.motion
             easing.type: Easing.OutCubic
         }

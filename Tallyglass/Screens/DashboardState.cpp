@@ -21,18 +21,20 @@ void DashboardState::update() {
     if (destination)
         m_header = destinationHeaderContent(*destination, m_differentiateWithoutColor);
     if (!m_headerOnly)
-        updateBelowHeader(destination);
+        updateTheRest(destination);
     m_isWaiting = !from.settings() && from.isRefreshing();
     m_hasDestination = destination != nullptr;
 }
 
-void DashboardState::updateBelowHeader(const TMDestination* destination) {
+void DashboardState::updateTheRest(const TMDestination* destination) {
     const AppModel& from = *model();
     m_error = words(from.lastError().value_or(""));
     m_unlock = unlockCardContent(from.fdaStatus());
     m_configuration = configurationCardContent(from.settings(), destination, from.now());
     if (from.status().isRunning)
         m_activity = activityCardContent(from.status(), from.backupRate());
+    if (destination)
+        m_tiles = variants(destinationTiles(*destination));
     const auto health = from.health();
     if (destination && health)
         m_health = healthCardContent(*health, *destination, from.now());

@@ -13,6 +13,7 @@
 #include "Tallyglass/Screens/UnlockCardContent.h"
 
 #include <QProperty>
+#include <QVariantList>
 
 namespace tallyglass {
 
@@ -28,6 +29,7 @@ class DashboardState : public ModelView {
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
     Q_PROPERTY(tallyglass::DestinationHeaderContent header READ header NOTIFY headerChanged)
+    Q_PROPERTY(QVariantList tiles READ tiles NOTIFY tilesChanged)
     Q_PROPERTY(tallyglass::ActivityCardContent activity READ activity NOTIFY activityChanged)
     Q_PROPERTY(tallyglass::HealthCardContent health READ health NOTIFY healthChanged)
     Q_PROPERTY(tallyglass::UnlockCardContent unlock READ unlock NOTIFY unlockChanged)
@@ -40,7 +42,7 @@ public:
     [[nodiscard]] bool differentiateWithoutColor() const { return m_differentiateWithoutColor; }
     void setDifferentiateWithoutColor(bool differentiate);
 
-    /// The blocks below the header aren't shown yet, so nobody makes their content.
+    /// Only the head of the header is shown yet, so nobody makes the rest of the content.
     [[nodiscard]] bool headerOnly() const { return m_headerOnly; }
     void setHeaderOnly(bool only);
 
@@ -54,6 +56,7 @@ public:
     // The blocks. Header and health keep their last content when the destination goes, and the activity when
     // the backup ends, so that they can leave as they were.
     [[nodiscard]] DestinationHeaderContent header() const { return m_header; }
+    [[nodiscard]] QVariantList tiles() const { return m_tiles; } ///< of the header
     [[nodiscard]] ActivityCardContent activity() const { return m_activity; }
     [[nodiscard]] HealthCardContent health() const { return m_health; }
     [[nodiscard]] UnlockCardContent unlock() const { return m_unlock; }
@@ -67,6 +70,7 @@ signals:
     void isRunningChanged();
     void errorChanged();
     void headerChanged();
+    void tilesChanged();
     void activityChanged();
     void healthChanged();
     void unlockChanged();
@@ -76,7 +80,7 @@ protected:
     void update() override;
 
 private:
-    void updateBelowHeader(const TMDestination* destination);
+    void updateTheRest(const TMDestination* destination);
 
     using Self = DashboardState;
     Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_differentiateWithoutColor,
@@ -87,6 +91,7 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(Self, bool, m_isRunning, &DashboardState::isRunningChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, QString, m_error, &DashboardState::errorChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, DestinationHeaderContent, m_header, &DashboardState::headerChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, QVariantList, m_tiles, &DashboardState::tilesChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, ActivityCardContent, m_activity, &DashboardState::activityChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, HealthCardContent, m_health, &DashboardState::healthChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, UnlockCardContent, m_unlock, &DashboardState::unlockChanged)

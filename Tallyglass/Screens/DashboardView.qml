@@ -63,7 +63,10 @@ ScrollPage {
             Loader {
                 active: dashboardState.hasDestination
                 visible: active
-                sourceComponent: DestinationHeader { content: dashboardState.header }
+                sourceComponent: DestinationHeader {
+                    content: dashboardState.header
+                    tileContents: dashboardState.tiles
+                }
             }
             Later {
                 file: "RevealedActivity.qml"

@@ -5,6 +5,7 @@ import Tallyglass
 Card {
     id: header
     required property destinationHeaderContent content
+    required property var tileContents
 
     readonly property bool stacked: width < Theme.unit * 48 * Theme.textScale
     readonly property bool tilesBelow: width < Theme.unit * 66 * Theme.textScale
@@ -85,33 +86,24 @@ Card {
                 inputs: () => ({ text: header.content.url, color: Theme.secondaryText })
             }
         }
-        Grid {
+        Later {
             id: tiles
-            readonly property real tileWidth: columns === 1 ? width : (width - columnSpacing * 2) / 3
-
             x: header.tilesBelow ? 0 : words.x
             y: (header.tilesBelow ? area.headHeight : words.y + words.height) + area.gap
             width: parent.width - x
-            columns: width < Theme.unit * 36 * Theme.textScale ? 1 : 3
-            columnSpacing: Theme.unit * 2
-            rowSpacing: Theme.unit * 1.5
-            StatTile {
-                width: tiles.tileWidth
-                label: header.content.used.label
-                value: header.content.used.value
-                caption: header.content.used.caption
+            // Their room is kept until they are there.
+            height: item ? item.implicitHeight : smallLine.height * 2 + largeLine.height + Theme.unit / 2
+            file: "DestinationTiles.qml"
+            inputs: () => ({ contents: header.tileContents })
+
+            FontMetrics {
+                id: smallLine
+                font.pixelSize: Theme.captionSize
             }
-            StatTile {
-                width: tiles.tileWidth
-                label: header.content.free.label
-                value: header.content.free.value
-                caption: header.content.free.caption
-            }
-            StatTile {
-                width: tiles.tileWidth
-                label: header.content.backups.label
-                value: header.content.backups.value
-                caption: header.content.backups.caption
+            FontMetrics {
+                id: largeLine
+                font.pixelSize: Theme.titleSize
+                font.weight: Font.DemiBold
             }
         }
     }

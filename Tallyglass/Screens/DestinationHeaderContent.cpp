@@ -27,20 +27,24 @@ DestinationHeaderContent destinationHeaderContent(const TMDestination& destinati
     content.isEncrypted = destination.isEncrypted.value_or(false);
     content.ring = capacityRingContent(destination.usedFraction(), destination.bytesUsed,
                                        destination.totalBytes(), differentiateWithoutColor);
-
-    content.used = {.label = DestinationHeader::tr("Used"),
-                    .value = sizeInWords(destination.bytesUsed),
-                    .caption = DestinationHeader::tr("of %1").arg(sizeInWords(destination.totalBytes()))};
-    content.free = {.label = DestinationHeader::tr("Free"),
-                    .value = sizeInWords(destination.bytesAvailable),
-                    .caption = {}};
-    content.backups = {.label = DestinationHeader::tr("Backups"),
-                       .value = QString::number(destination.snapshotDates.size()),
-                       .caption = {}};
-    if (!destination.snapshotDates.empty())
-        content.backups.caption = DestinationHeader::tr("since %1")
-                                      .arg(words(formatMonthAndDay(destination.snapshotDates.front())));
     return content;
+}
+
+QList<StatTileContent> destinationTiles(const TMDestination& destination) {
+    const StatTileContent used{.label = DestinationHeader::tr("Used"),
+                               .value = sizeInWords(destination.bytesUsed),
+                               .caption =
+                                   DestinationHeader::tr("of %1").arg(sizeInWords(destination.totalBytes()))};
+    const StatTileContent free{.label = DestinationHeader::tr("Free"),
+                               .value = sizeInWords(destination.bytesAvailable),
+                               .caption = {}};
+    StatTileContent backups{.label = DestinationHeader::tr("Backups"),
+                            .value = QString::number(destination.snapshotDates.size()),
+                            .caption = {}};
+    if (!destination.snapshotDates.empty())
+        backups.caption = DestinationHeader::tr("since %1")
+                              .arg(words(formatMonthAndDay(destination.snapshotDates.front())));
+    return {used, free, backups};
 }
 
 } // namespace tallyglass

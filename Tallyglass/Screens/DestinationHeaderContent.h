@@ -1,5 +1,5 @@
 // What the head of the dashboard says about a destination: its name and kind, how full it is and how many
-// backups it holds. A value, made anew from the destination.
+// backups it holds. Values, made anew from the destination.
 
 #pragma once
 
@@ -8,6 +8,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
+#include <QList>
 #include <QMetaType>
 #include <QString>
 
@@ -24,9 +25,6 @@ struct DestinationHeaderContent {
     Q_PROPERTY(QString url MEMBER url)
     Q_PROPERTY(bool isEncrypted MEMBER isEncrypted)
     Q_PROPERTY(tallyglass::CapacityRingContent ring MEMBER ring)
-    Q_PROPERTY(tallyglass::StatTileContent used MEMBER used)
-    Q_PROPERTY(tallyglass::StatTileContent free MEMBER free)
-    Q_PROPERTY(tallyglass::StatTileContent backups MEMBER backups)
 
 public:
     QString symbol; ///< by the kind of destination
@@ -34,14 +32,14 @@ public:
     QString url;              ///< empty for a destination that isn't on the network
     bool isEncrypted = false; ///< known to be
     CapacityRingContent ring;
-    StatTileContent used;
-    StatTileContent free;
-    StatTileContent backups;
 
     friend bool operator==(const DestinationHeaderContent&, const DestinationHeaderContent&) = default;
 };
 
 [[nodiscard]] DestinationHeaderContent destinationHeaderContent(const TMDestination& destination,
                                                                 bool differentiateWithoutColor);
+
+/// What is used, what is free, and the number of backups.
+[[nodiscard]] QList<StatTileContent> destinationTiles(const TMDestination& destination);
 
 } // namespace tallyglass

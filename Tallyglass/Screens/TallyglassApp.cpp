@@ -38,7 +38,7 @@ void prepareText(const std::function<void()>& between) {
         static_cast<void>(QFontMetricsF(font).height());
         between();
     }
-    Fmt::prepare();
+    static_cast<void>(Fmt::size(1)); // which makes the formats of all sizes
 }
 
 AppSurroundings surroundings(Workspace& workspace) {

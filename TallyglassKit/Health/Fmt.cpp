@@ -21,11 +21,6 @@ DurationUnits unitsFor(double seconds) {
 
 } // namespace
 
-void Fmt::prepare() {
-    static_cast<void>(size(1));
-    static_cast<void>(timestamp({}));
-}
-
 std::string Fmt::size(std::optional<std::int64_t> bytes, const UserLocale& locale) {
     return bytes ? formatByteCount(*bytes, locale) : absent;
 }

@@ -14,10 +14,6 @@
 namespace tallyglass {
 
 struct Fmt {
-    /// Makes what the first size and the first date need, some milliseconds of work, before somebody waits
-    /// for them.
-    static void prepare();
-
     /// A byte count in the file style, "12.3 MB", or "—".
     [[nodiscard]] static std::string size(std::optional<std::int64_t> bytes,
                                           const UserLocale& locale = UserLocale::current());

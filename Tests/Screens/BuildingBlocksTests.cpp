@@ -46,6 +46,17 @@ TEST(CapacityRing, isOneElementToAScreenReader) {
     EXPECT_EQ(screen.tree().texts(), QStringList{"Destination capacity"});
 }
 
+TEST(CapacityRing, drawsItsFractionFromTheStart) {
+    const QVariantMap content{{"content", QVariant::fromValue(capacityRingContent(0.75, {}, {}, false))}};
+    QmlScreen screen("CapacityRing {}", content);
+    const auto items = qobject_cast<QQuickItem*>(screen.root())->childItems();
+    const auto arc =
+        std::ranges::find_if(items, [](auto* item) { return item->inherits("tallyglass::CapacityArc"); });
+    ASSERT_NE(arc, items.end());
+
+    EXPECT_EQ((*arc)->property("fraction").toDouble(), 0.75);
+}
+
 TEST(StatTile, isOneElementWithItsValueAndCaption) {
     QmlScreen screen("Column {"
                      "StatTile { label: 'Used'; value: '1 TB'; caption: 'of 2 TB' }"

@@ -24,8 +24,9 @@ TEST(DestinationHeader, tellsHowFullTheDestinationIs) {
     EXPECT_EQ(content.name, "Vault");
     EXPECT_EQ(content.symbol, "externaldrive.fill");
     EXPECT_EQ(content.ring.text, "64%");
-    EXPECT_EQ(content.used, (StatTileContent{"Used", "640 GB", "of 1 TB"}));
-    EXPECT_EQ(content.free, (StatTileContent{"Free", "360 GB", ""}));
+    const auto tiles = destinationTiles(destination);
+    EXPECT_EQ(tiles[0], (StatTileContent{"Used", "640 GB", "of 1 TB"}));
+    EXPECT_EQ(tiles[1], (StatTileContent{"Free", "360 GB", ""}));
 }
 
 TEST(DestinationHeader, leavesOpenWhatIsUnknown) {
@@ -34,19 +35,18 @@ TEST(DestinationHeader, leavesOpenWhatIsUnknown) {
     const DestinationHeaderContent content = destinationHeaderContent(destination, false);
 
     EXPECT_FALSE(content.ring.known);
-    EXPECT_EQ(content.used.caption, "of —");
-    EXPECT_EQ(content.free.value, "—");
+    EXPECT_EQ(destinationTiles(destination)[0].caption, "of —");
+    EXPECT_EQ(destinationTiles(destination)[1].value, "—");
     EXPECT_EQ(content.url, "");
     EXPECT_FALSE(content.isEncrypted);
 }
 
 TEST(DestinationHeader, countsBackupsSinceTheFirst) {
     TMDestination destination{.id = "A"};
-    EXPECT_EQ(destinationHeaderContent(destination, false).backups, (StatTileContent{"Backups", "0", ""}));
+    EXPECT_EQ(destinationTiles(destination)[2], (StatTileContent{"Backups", "0", ""}));
 
     destination.snapshotDates = AscendingDates(std::vector<Date>(1200, dateSince1970(1'789'948'800)));
-    EXPECT_EQ(destinationHeaderContent(destination, false).backups,
-              (StatTileContent{"Backups", "1200", "since Sep 21"}));
+    EXPECT_EQ(destinationTiles(destination)[2], (StatTileContent{"Backups", "1200", "since Sep 21"}));
 }
 
 TEST(DestinationHeader, knowsANetworkDestination) {

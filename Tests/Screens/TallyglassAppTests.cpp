@@ -40,7 +40,10 @@ TEST(TallyglassApp, showsVerdictAndDestinationFirstAndTheRestRightAfterTheFirstF
     const auto hasControls = [&] { return screen.find(QAccessible::Button, "Refresh").has_value(); };
     app.showWindow();
 
-    EXPECT_TRUE(screen.find(QAccessible::StaticText, "Used").has_value()) << qPrintable(screen.description());
+    EXPECT_TRUE(screen.find(QAccessible::Heading, "Backup Disk").has_value())
+        << qPrintable(screen.description());
+    EXPECT_EQ(screen.value("Destination capacity"), "88 percent used, running low");
+    EXPECT_TRUE(screen.hasText("Last backup was skipped"));
     EXPECT_FALSE(hasControls());
 
     const QDeadlineTimer deadline(20'000);
