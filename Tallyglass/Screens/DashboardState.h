@@ -53,8 +53,7 @@ public:
     [[nodiscard]] bool isRunning() const { return m_isRunning; } ///< a backup
     [[nodiscard]] QString error() const { return m_error; }      ///< empty when there is none
 
-    // The blocks. Header and health keep their last content when the destination goes, and the activity when
-    // the backup ends, so that they can leave as they were.
+    // The blocks. The activity keeps its last content when the backup ends, so that it can leave as it was.
     [[nodiscard]] DestinationHeaderContent header() const { return m_header; }
     [[nodiscard]] QVariantList tiles() const { return m_tiles; } ///< of the header
     [[nodiscard]] ActivityCardContent activity() const { return m_activity; }

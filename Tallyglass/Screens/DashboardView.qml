@@ -60,7 +60,7 @@ ScrollPage {
             width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
             spacing: dashboard.spacing
 
-            Loader {
+            Loader { // as Lazy, without a type that the first frame would have to load
                 active: dashboardState.hasDestination
                 visible: active
                 sourceComponent: DestinationHeader {
