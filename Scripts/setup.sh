@@ -9,10 +9,11 @@ build_packages=(
     g++ cmake ninja-build pkg-config
     libsqlitecpp-dev libsqlite3-dev sqlite3 libicu-dev libfmt-dev libcli11-dev nlohmann-json3-dev libplist-dev
     libgtest-dev libgmock-dev libexpat1-dev
-    qt6-base-dev qt6-declarative-dev qt6-l10n-tools
+    qt6-base-dev qt6-declarative-dev qt6-tools-dev qt6-l10n-tools
     qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates
     qml6-module-qtquick-window qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
-    qml6-module-qt-labs-platform qml6-module-qtquick-dialogs fonts-material-design-icons-iconfont
+    qml6-module-qt-labs-platform qml6-module-qt-labs-folderlistmodel qml6-module-qtquick-dialogs
+    fonts-material-design-icons-iconfont
     rsync tzdata dbus-daemon openssl fonts-dejavu-core
 )
 # What the checks of .ci/run need besides.
@@ -32,29 +33,50 @@ install_packages() {
     done
     [ ${#missing[@]} -eq 0 ] && return
     say "Installing ${missing[*]}"
-    local rights=()
+    local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -o Acquire::Retries=5 -o DPkg::Lock::Timeout=120)
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || fail "Installing packages needs root or sudo, and there is neither."
-        rights=(sudo)
+        apt=(sudo "${apt[@]}")
     fi
-    quietly "Packages could not be installed." "${rights[@]}" apt-get update -q
-    quietly "Packages could not be installed." \
-        "${rights[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+    quietly "Packages could not be installed." "${apt[@]}" update
+    quietly "Packages could not be installed." "${apt[@]}" install -y --no-install-recommends "${missing[@]}"
+}
+
+# progress LOG: until its input ends, says every 20 seconds how long it has been and what the log says last.
+progress() {
+    local start=$SECONDS status=0
+    while true; do
+        read -r -t 20 _ || status=$?
+        [ "$status" -gt 128 ] || return 0 # not a time-out
+        status=0
+        say "  $((SECONDS - start)) s: $(tail -c 1000 "$1" | tr '\r' '\n' | grep . | tail -n 1 | cut -c 1-100)"
+    done
+}
+
+# logged LOG COMMAND...: runs the command with its output in the file, shows its progress, and returns its status.
+logged() {
+    local log=$1 status=0 gate reporter
+    shift
+    exec {gate}> >(progress "$log")
+    reporter=$!
+    "$@" >"$log" 2>&1 {gate}>&- || status=$?
+    exec {gate}>&-
+    wait "$reporter"
+    return "$status"
 }
 
 # quietly WORDS COMMAND...: runs the command; only when it fails is its output shown, after the words.
 quietly() {
-    local words=$1 log
+    local words=$1 log status=0
     shift
     log=$(mktemp)
-    if "$@" >"$log" 2>&1; then
-        rm -f "$log"
-        return
+    logged "$log" "$@" || status=$?
+    if [ "$status" -ne 0 ]; then
+        printf '%s It said:\n' "$words" >&2
+        tail -n 60 "$log" >&2
     fi
-    printf '%s It said:\n' "$words" >&2
-    tail -n 60 "$log" >&2
     rm -f "$log"
-    exit 1
+    [ "$status" -eq 0 ] || exit 1
 }
 
 # build PRESET [TARGET...]: configures and builds; on a terminal ninja's one line shows how far it is.
@@ -74,21 +96,22 @@ build() {
 
 # run_tests PRESET: runs all tests of a built preset, prints "N passed, N failed", and what failed.
 run_tests() {
-    local preset=$1 log status=0 show=/dev/null
+    local preset=$1 log status=0 failed total
+    local run=(ctest --preset "$preset" --parallel "$(nproc)" --progress)
     log=$(mktemp)
-    [ -t 1 ] && show=/dev/stdout
     say "Testing ($preset)"
-    ctest --preset "$preset" --parallel "$(nproc)" --progress 2>&1 | tee "$log" >"$show" || status=$?
-    local failed total
-    read -r failed total < <(sed -nE 's/.*, ([0-9]+) tests failed out of ([0-9]+).*/\1 \2/p' "$log")
+    if [ -t 1 ]; then
+        "${run[@]}" 2>&1 | tee "$log" || status=$?
+    else
+        logged "$log" "${run[@]}" || status=$?
+    fi
+    read -r failed total < <(sed -nE 's/.*, ([0-9]+) tests failed out of ([0-9]+).*/\1 \2/p' "$log") || true
     if [ -z "${total:-}" ] || [ "$total" -eq 0 ]; then
         tail -n 40 "$log" >&2
         fail "No test ran."
     fi
-    [ "$status" -eq 0 ] || { [ "$show" = /dev/stdout ] || tail -n 400 "$log" >&2; }
+    [ "$status" -eq 0 ] || [ -t 1 ] || tail -n 400 "$log" >&2
     rm -f "$log"
-    passed_tests=$((total - failed))
-    failed_tests=$failed
-    say "$passed_tests passed, $failed_tests failed"
+    say "$((total - failed)) passed, $failed failed"
     [ "$status" -eq 0 ]
 }

@@ -24,6 +24,25 @@ function(tallyglass_sources result)
     set(${result} ${sources} PARENT_SCOPE)
 endfunction()
 
+# The headers that most files read.
+set(TALLYGLASS_COMMON_HEADERS
+    <algorithm> <chrono> <filesystem> <functional> <map> <memory> <mutex> <optional> <stop_token> <string> <variant>
+    <vector> <fmt/format.h>)
+
+# Has a target read headers once for all its files: tallyglass_precompile_headers(TARGET HEADER...), or
+# tallyglass_precompile_headers(TARGET REUSE_FROM TARGET). Not with a compiler cache, which couldn't help then, and only
+# with g++: the builds with clang show that each file names the headers it needs.
+function(tallyglass_precompile_headers target)
+    if(CMAKE_CXX_COMPILER_LAUNCHER OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        return()
+    endif()
+    if(ARGV1 STREQUAL "REUSE_FROM")
+        target_precompile_headers(${target} ${ARGN})
+    else()
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 # One folder is one static library: tallyglass_library(NAME LIBRARY...).
 function(tallyglass_library name)
     tallyglass_sources(sources)
@@ -39,6 +58,12 @@ function(tallyglass_library name)
         file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
         target_sources(${name} PRIVATE ${headers})
         file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp) # runs again for a new one
+        tallyglass_precompile_headers(${name} <QGuiApplication> <QObject> <QProperty> <QString>
+            ${TALLYGLASS_COMMON_HEADERS})
+    elseif(name STREQUAL "TallyglassPlatform")
+        tallyglass_precompile_headers(${name} ${TALLYGLASS_COMMON_HEADERS})
+    else()
+        tallyglass_precompile_headers(${name} REUSE_FROM TallyglassPlatform)
     endif()
 endfunction()
 
