@@ -106,6 +106,8 @@ void SampleContents::makeFolder(const fs::path& folder, Date date) const {
 void SampleContents::write(const std::string& file, const std::string& contents, Date date) const {
     const fs::path path = m_home / file;
     std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    if (!stream)
+        throw FileError(errno, path.string());
     stream.write(contents.data(), static_cast<std::streamsize>(contents.size()));
     stream.close();
     if (!stream)
@@ -217,7 +219,7 @@ void SampleContents::changeMetadata(Date date) {
     const fs::path path = m_home / m_random.choice(m_files);
     switch (m_random.below(3)) {
     case 0:
-        fs::permissions(path, fs::perms::owner_write,
+        fs::permissions(path, fs::perms::group_read, // its owner goes on working with it
                         m_random.below(2) ? fs::perm_options::remove : fs::perm_options::add);
         break;
     case 1:
