@@ -95,6 +95,10 @@ std::string describe(const TMDestination& destination, const BackupHealth& healt
     return destination.displayName() + ": " + health.summary();
 }
 
+std::string describe(const DiffEngine::Backup& backup) {
+    return (backup.date ? Fmt::timestamp(*backup.date) : "—") + "  " + backup.path;
+}
+
 std::string describe(const Comparison& comparison) {
     return fmt::format("{} added, {} removed, {} modified, {} in all", formatGrouped(comparison.addedCount),
                        formatGrouped(comparison.removedCount), formatGrouped(comparison.modifiedCount),
