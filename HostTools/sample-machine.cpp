@@ -3,7 +3,7 @@
 #include "HostTools/Machine/SampleMachine.h"
 #include "HostTools/Machine/ToolArguments.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <unistd.h>
 
 #include <cstdio>

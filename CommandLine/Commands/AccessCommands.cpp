@@ -11,7 +11,7 @@
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Platform/Clock.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace tallyglass::commandline {
 

@@ -9,7 +9,7 @@
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
 #include "TallyglassKit/Platform/GroupedNumber.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cmath>
 

@@ -11,7 +11,7 @@
 #include "HostTools/Machine/ToolArguments.h"
 #include "TallyglassKit/Platform/Error.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include "TallyglassKit/Platform/WallClock.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstdio>
 #include <ctime>

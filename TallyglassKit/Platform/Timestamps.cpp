@@ -2,7 +2,7 @@
 
 #include "TallyglassKit/Platform/Icu.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <unicode/dtptngen.h>
 #include <unicode/simpleformatter.h>
 #include <unicode/smpdtfmt.h>
