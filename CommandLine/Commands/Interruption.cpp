@@ -16,7 +16,7 @@ namespace tallyglass::commandline {
 namespace {
 
 /// Milliseconds that the program has to end in order after the second signal.
-constexpr int orderlyEnd = 1000;
+constexpr int orderlyEnd = 3000;
 
 /// Three signals: to stop, to stop at once, and for want of patience even then.
 void watch(int signals, int end, std::stop_source source) {

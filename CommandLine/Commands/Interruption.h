@@ -1,7 +1,7 @@
 // Turns the signals by which a person or a system ends a program (SIGINT, SIGTERM, SIGHUP) into a stop
 // request, so that children are stopped and results are kept in order before the program ends. A second
-// signal kills the children, and ends the program a second later if it hasn't ended by then; a third ends it
-// at once.
+// signal kills the children, and ends the program three seconds later if it hasn't ended by then; a third
+// ends it at once.
 //
 // Make one in main before any other thread starts: threads inherit the blocked signals from there. It ends
 // its own thread. Children get the default signal mask from the child-process layer.
