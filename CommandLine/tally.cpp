@@ -1,6 +1,6 @@
 // The kit from a terminal.
 
-#include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/RunTally.h"
 
 int main(int argc, char** argv) {
     return tallyglass::commandline::runTally(argc, argv);

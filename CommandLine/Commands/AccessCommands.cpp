@@ -1,6 +1,6 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/Describe.h"
-#include "CommandLine/Commands/ModelJSON.h"
+#include "CommandLine/Commands/JSONDocuments.h"
 #include "TallyglassKit/Access/BackupManifest.h"
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Access/BackupStatus.h"
@@ -11,8 +11,7 @@
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Platform/Clock.h"
 
-#include <CLI/CLI.hpp>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace tallyglass::commandline {
 
@@ -23,26 +22,21 @@ void status(const Context& context) {
     const auto access = FullDiskAccessProbe::probe(context.paths);
     const auto settings = TimeMachinePreferences().read(context.paths);
     const Date now = systemTime();
-    JSON summaries = JSON::array();
-    std::string lines;
-    for (const auto& destination : settings ? settings->destinations : std::vector<TMDestination>()) {
-        const auto health = BackupHealth::analyze(destination, now);
-        summaries.push_back({{"destination", destination.displayName()}, {"summary", health.summary()}});
-        lines += describe(destination, health) + "\n";
-    }
-    if (context.json) {
-        auto document = toJSON(status);
-        document["access"] = rawValue(access);
-        document["health"] = summaries;
-        return context.print(document);
-    }
-    context.out << describe(status) << "\n" << lines << describe(access) << "\n";
+    std::vector<DestinationHealth> healths;
+    for (const auto& destination : settings ? settings->destinations : std::vector<TMDestination>())
+        healths.push_back({destination, BackupHealth::analyze(destination, now)});
+    if (context.json)
+        return printStatusJSON(context.out, status, access, healths);
+    context.out << describe(status) << "\n";
+    for (const auto& [destination, health] : healths)
+        context.out << describe(destination, health) << "\n";
+    context.out << describe(access) << "\n";
 }
 
 void settings(const Context& context) {
     const auto settings = TimeMachinePreferences().read(context.paths);
     if (context.json)
-        return context.print(toJSON(settings));
+        return printJSON(context.out, settings);
     if (!settings) {
         context.out << "This computer has no Time Machine settings.\n";
         return;
@@ -59,22 +53,19 @@ void settings(const Context& context) {
 
 void backups(const Context& context) {
     const auto paths = context.runner().backupPathsThrowing(context.stop);
-    JSON document = JSON::array();
-    for (const auto& path : paths) {
-        const auto date = BackupPath::timestampOfRoot(path);
-        if (context.json)
-            document.push_back({{"path", path}, {"date", toJSON(date)}});
-        else
-            context.out << (date ? Fmt::timestamp(*date) : "—") << "  " << path << "\n";
-    }
+    std::vector<DiffEngine::Backup> backups;
+    for (const auto& path : paths)
+        backups.push_back({path, BackupPath::timestampOfRoot(path)});
     if (context.json)
-        context.print(document);
+        return printJSON(context.out, backups);
+    for (const auto& backup : backups)
+        context.out << describe(backup) << "\n";
 }
 
 void manifest(const Context& context) {
     const auto entries = ManifestReader(context.runner(), context.paths).read(context.stop);
     if (context.json)
-        return context.print(toJSONArray(entries));
+        return printJSON(context.out, entries);
     for (const auto& entry : entries)
         context.out << fmt::format("{}  took {}, {} changed, {}{}\n", Fmt::timestamp(entry.completionDate),
                                    Fmt::duration(entry.duration(), DurationStyle::abbreviated),
@@ -84,14 +75,13 @@ void manifest(const Context& context) {
 
 } // namespace
 
-void addAccessCommands(CLI::App& app, Action& chosen) {
-    const auto add = [&](const char* name, const char* description, void (*action)(const Context&)) {
-        app.add_subcommand(name, description)->callback([&chosen, action] { chosen = action; });
+std::vector<Command> accessCommands() {
+    return {
+        {"status", "What the backup system is doing, and whether backups can be read", {}, status},
+        {"settings", "The settings of Time Machine and its destinations", {}, settings},
+        {"backups", "The backups of the destination, oldest first", {}, backups},
+        {"manifest", "When each backup ran and how much it changed", {}, manifest},
     };
-    add("status", "What the backup system is doing, and whether backups can be read", status);
-    add("settings", "The settings of Time Machine and its destinations", settings);
-    add("backups", "The backups of the destination, oldest first", backups);
-    add("manifest", "When each backup ran and how much it changed", manifest);
 }
 
 } // namespace tallyglass::commandline

@@ -1,28 +1,48 @@
-// The commands of tally. Each add function declares one group of commands on `app`; when the arguments name
-// one of them, it leaves in `chosen` what is to be done. Nothing runs while arguments are read.
+// The commands of tally: what each takes, and what it does. They don't know how arguments are read, which
+// takes a parser that is slow to compile and that only RunTally.cpp sees.
 
 #pragma once
 
 #include "CommandLine/Commands/Context.h"
 
+#include <cstdint>
 #include <functional>
-
-namespace CLI {
-class App;
-}
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace tallyglass::commandline {
 
+/// One argument of a command: an option if its name begins with "--", else an operand, which is required.
+struct Argument {
+    /// Where its value goes. A number isn't negative, a bool tells whether a flag was given, and an option
+    /// that is a list may be repeated.
+    using Value = std::variant<std::string*, std::int64_t*, bool*, std::vector<std::string>*>;
+
+    std::string name;
+    std::string description;
+    Value value;
+    std::string type = {};                 ///< what the help calls the value
+    std::vector<std::string> choices = {}; ///< nothing else is taken, unless there are none
+    bool isCommaSeparated = false;         ///< of a list: one value names several, and so may the next
+    std::string excludes = {};             ///< the name of an earlier option that can't be given with it
+};
+
+/// What a command does. It owns the values that its arguments point to.
 using Action = std::function<void(const Context&)>;
 
-void addAccessCommands(CLI::App& app, Action& chosen); ///< status, settings, backups, manifest
-void addHealthCommand(CLI::App& app, Action& chosen);  ///< health
-void addCompareCommand(CLI::App& app, Action& chosen); ///< compare
-void addCacheCommands(CLI::App& app, Action& chosen);  ///< comparisons, search, rollups, history-of-changes
-void addPropertyListCommand(CLI::App& app, Action& chosen); ///< plist
-void addOverviewCommand(CLI::App& app, Action& chosen);     ///< overview
+struct Command {
+    std::string name;
+    std::string description;
+    std::vector<Argument> arguments;
+    Action action;
+};
 
-/// All of it: reads the arguments, runs the command, and returns the exit code of the process.
-int runTally(int argc, char** argv);
+[[nodiscard]] Command overviewCommand();
+[[nodiscard]] std::vector<Command> accessCommands(); ///< status, settings, backups, manifest
+[[nodiscard]] Command healthCommand();
+[[nodiscard]] Command compareCommand();
+[[nodiscard]] std::vector<Command> cacheCommands(); ///< comparisons, search, rollups, history-of-changes
+[[nodiscard]] Command propertyListCommand();        ///< plist
 
 } // namespace tallyglass::commandline

@@ -5,7 +5,7 @@
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Platform/GroupedNumber.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace tallyglass::commandline {
 

@@ -1,11 +1,9 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/CompareBackups.h"
 #include "CommandLine/Commands/Describe.h"
-#include "CommandLine/Commands/ModelJSON.h"
+#include "CommandLine/Commands/JSONDocuments.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
-
-#include <CLI/CLI.hpp>
 
 #include <memory>
 
@@ -46,54 +44,50 @@ struct Arguments {
 
 void compare(const Context& context, const Arguments& arguments) {
     auto store = context.openStore();
-    const auto [comparison, cached] =
+    const auto result =
         compareBackups(context, store, arguments.from, arguments.to, arguments.options(), !arguments.noCache);
     const auto search = arguments.search.empty() ? std::nullopt : std::optional(arguments.search);
-    const auto changes =
-        store.changes(comparison.id, arguments.chosenKinds(), search, arguments.limit, 0, context.stop);
+    const auto changes = store.changes(result.comparison.id, arguments.chosenKinds(), search, arguments.limit,
+                                       0, context.stop);
     if (context.json)
-        return context.print(
-            {{"cached", cached}, {"comparison", toJSON(comparison)}, {"changes", toJSONArray(changes)}});
-    context.out << describe(comparison) << (cached ? " (from the cache)" : "") << "\n";
+        return printJSON(context.out, result, changes);
+    context.out << describe(result.comparison) << (result.cached ? " (from the cache)" : "") << "\n";
     printChanges(context.out, changes);
 }
 
 } // namespace
 
-void addCompareCommand(CLI::App& app, Action& chosen) {
-    const auto arguments = std::make_shared<Arguments>();
-    auto* command =
-        app.add_subcommand("compare", "What changed from one backup to another, kept in the cache");
-    command->add_option("FROM", arguments->from, "The older backup, as `tally backups` names it")->required();
-    command->add_option("TO", arguments->to, "The newer backup")->required();
-    auto* depth = command->add_option("--depth", arguments->depth, "Look this many folders deep (3)")
-                      ->check(CLI::NonNegativeNumber)
-                      ->type_name("N");
-    command->add_flag("--no-limit", arguments->noLimit, "Look at every folder, however deep")
-        ->excludes(depth);
-    command
-        ->add_option(
-            "--properties", arguments->properties,
-            "What to look at: size and date (fast), tmutil's own choice (default), everything (thorough)")
-        ->check(CLI::IsMember({"fast", "default", "thorough"}))
-        ->type_name("fast|default|thorough");
-    command->add_option("--ignore", arguments->ignored, "Skip everything of this name; may be repeated")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->type_name("NAME");
-    command->add_flag("--no-cache", arguments->noCache, "Compare again even when the result is in the cache");
-    command->add_option("--kinds", arguments->kinds, "Show only these: added, removed, modified")
-        ->delimiter(',')
-        ->check(CLI::IsMember({"added", "removed", "modified"}))
-        ->type_name("KIND,KIND");
-    command->add_option("--search", arguments->search, "Show only paths that contain this")
-        ->type_name("TEXT");
-    command->add_option("--limit", arguments->limit, "Show at most this many changes (20000)")
-        ->check(CLI::NonNegativeNumber)
-        ->type_name("N");
-    command->callback([&chosen, arguments] {
-        chosen = [arguments](const Context& context) { compare(context, *arguments); };
-    });
+Command compareCommand() {
+    const auto values = std::make_shared<Arguments>();
+    return {
+        "compare",
+        "What changed from one backup to another, kept in the cache",
+        {
+            {"FROM", "The older backup, as `tally backups` names it", &values->from},
+            {"TO", "The newer backup", &values->to},
+            {"--depth", "Look this many folders deep (3)", &values->depth, "N"},
+            {.name = "--no-limit",
+             .description = "Look at every folder, however deep",
+             .value = &values->noLimit,
+             .excludes = "--depth"},
+            {"--properties",
+             "What to look at: size and date (fast), tmutil's own choice (default), everything (thorough)",
+             &values->properties,
+             "fast|default|thorough",
+             {"fast", "default", "thorough"}},
+            {"--ignore", "Skip everything of this name; may be repeated", &values->ignored, "NAME"},
+            {"--no-cache", "Compare again even when the result is in the cache", &values->noCache},
+            {.name = "--kinds",
+             .description = "Show only these: added, removed, modified",
+             .value = &values->kinds,
+             .type = "KIND,KIND",
+             .choices = {"added", "removed", "modified"},
+             .isCommaSeparated = true},
+            {"--search", "Show only paths that contain this", &values->search, "TEXT"},
+            {"--limit", "Show at most this many changes (20000)", &values->limit, "N"},
+        },
+        [values](const Context& context) { compare(context, *values); },
+    };
 }
 
 } // namespace tallyglass::commandline

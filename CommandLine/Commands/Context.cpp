@@ -3,8 +3,6 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 
-#include <nlohmann/json.hpp>
-
 namespace tallyglass::commandline {
 
 TMUtilRunner Context::runner() const {
@@ -13,11 +11,6 @@ TMUtilRunner Context::runner() const {
 
 BackupStore Context::openStore() const {
     return BackupStore(TallyglassDatabase::defaultURL());
-}
-
-void Context::print(const nlohmann::ordered_json& document) const {
-    // File names needn't be valid UTF-8, JSON must be.
-    out << document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
 }
 
 } // namespace tallyglass::commandline

@@ -6,8 +6,6 @@
 #include "TallyglassKit/Access/TMUtilRunner.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
-#include <nlohmann/json_fwd.hpp>
-
 #include <ostream>
 #include <stop_token>
 
@@ -27,9 +25,6 @@ struct Context {
 
     /// The user's diff cache.
     [[nodiscard]] BackupStore openStore() const;
-
-    /// Prints a whole document.
-    void print(const nlohmann::ordered_json& document) const;
 };
 
 } // namespace tallyglass::commandline

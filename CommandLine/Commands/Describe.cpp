@@ -9,7 +9,7 @@
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
 #include "TallyglassKit/Platform/GroupedNumber.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cmath>
 
@@ -93,6 +93,10 @@ std::string describe(const TMDestination& destination) {
 
 std::string describe(const TMDestination& destination, const BackupHealth& health) {
     return destination.displayName() + ": " + health.summary();
+}
+
+std::string describe(const DiffEngine::Backup& backup) {
+    return (backup.date ? Fmt::timestamp(*backup.date) : "—") + "  " + backup.path;
 }
 
 std::string describe(const Comparison& comparison) {

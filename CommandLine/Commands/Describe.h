@@ -3,6 +3,7 @@
 #pragma once
 
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
+#include "TallyglassKit/Comparison/DiffEngine.h"
 
 #include <cstddef>
 #include <ostream>
@@ -30,6 +31,9 @@ namespace tallyglass::commandline {
 
 /// Such as "mini: Backups healthy".
 [[nodiscard]] std::string describe(const TMDestination& destination, const BackupHealth& health);
+
+/// When the backup was made, if its path tells, and its path.
+[[nodiscard]] std::string describe(const DiffEngine::Backup& backup);
 
 /// Such as "12 added, 3 removed, 40 modified, +1.2 MB in all".
 [[nodiscard]] std::string describe(const Comparison& comparison);

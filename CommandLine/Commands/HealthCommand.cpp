@@ -1,13 +1,12 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/Describe.h"
-#include "CommandLine/Commands/ModelJSON.h"
+#include "CommandLine/Commands/JSONDocuments.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 #include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Platform/Clock.h"
 
-#include <CLI/CLI.hpp>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace tallyglass::commandline {
 
@@ -35,27 +34,21 @@ void health(const Context& context) {
     const auto settings = TimeMachinePreferences().read(context.paths);
     const auto destinations = settings ? settings->destinations : std::vector<TMDestination>();
     const Date now = systemTime();
-    JSON document = JSON::array();
-    for (const auto& destination : destinations) {
-        const auto health = BackupHealth::analyze(destination, now);
-        if (context.json) {
-            document.push_back({{"destination", destination.displayName()}, {"id", destination.id}});
-            document.back().update(toJSON(health));
-        } else {
-            printHealth(context.out, destination, health, now);
-        }
-    }
+    std::vector<DestinationHealth> healths;
+    for (const auto& destination : destinations)
+        healths.push_back({destination, BackupHealth::analyze(destination, now)});
     if (context.json)
-        return context.print(document);
+        return printJSON(context.out, healths);
+    for (const auto& [destination, health] : healths)
+        printHealth(context.out, destination, health, now);
     if (destinations.empty())
         context.out << "This computer has no backup destination.\n";
 }
 
 } // namespace
 
-void addHealthCommand(CLI::App& app, Action& chosen) {
-    app.add_subcommand("health", "How well the backups of each destination are, and why")
-        ->callback([&chosen] { chosen = health; });
+Command healthCommand() {
+    return {"health", "How well the backups of each destination are, and why", {}, health};
 }
 
 } // namespace tallyglass::commandline

@@ -1,5 +1,8 @@
 #include "CommandLine/Commands/Interruption.h"
 
+#include "TallyglassKit/Platform/ChildProcess.h"
+#include "TallyglassKit/Platform/ErrorNumber.h"
+
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/signalfd.h>
@@ -7,25 +10,37 @@
 
 #include <cerrno>
 #include <csignal>
-#include <system_error>
 
 namespace tallyglass::commandline {
 
 namespace {
 
+/// Milliseconds that the program has to end in order after the second signal.
+constexpr int orderlyEnd = 3000;
+
+/// Three signals: to stop, to stop at once, and for want of patience even then.
 void watch(int signals, int end, std::stop_source source) {
+    int timeout = -1;
+    int number = 0;
     while (true) {
         pollfd sources[] = {{signals, POLLIN, 0}, {end, POLLIN, 0}};
-        if (poll(sources, 2, -1) < 0 && errno == EINTR)
+        const int count = poll(sources, 2, timeout);
+        if (count < 0 && errno == EINTR)
             continue;
         if (sources[1].revents != 0)
             return;
+        if (count == 0)
+            _exit(128 + number);
         signalfd_siginfo received{};
         if (read(signals, &received, sizeof received) != static_cast<ssize_t>(sizeof received))
             continue;
-        if (!source.request_stop())
-            _exit(128 +
-                  static_cast<int>(received.ssi_signo)); // asked twice: whatever still runs is left behind
+        number = static_cast<int>(received.ssi_signo);
+        if (source.request_stop())
+            continue;
+        if (timeout >= 0)
+            _exit(128 + number);
+        ChildProcess::killAll();
+        timeout = orderlyEnd;
     }
 }
 
@@ -36,10 +51,10 @@ bool isIgnored(int signal) {
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
-int checked(int descriptor) {
-    if (descriptor < 0)
-        throw std::system_error(errno, std::generic_category(), "signals can't be watched");
-    return descriptor;
+FileDescriptor opened(int number) {
+    if (number < 0)
+        throw Error("Signals can't be watched: " + errorText());
+    return FileDescriptor(number);
 }
 
 } // namespace
@@ -51,16 +66,14 @@ Interruption::Interruption() {
         if (!isIgnored(signal))
             sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    m_signals = checked(signalfd(-1, &signals, SFD_CLOEXEC));
-    m_end = checked(eventfd(0, EFD_CLOEXEC));
-    m_thread = std::thread(watch, m_signals, m_end, m_source);
+    m_signals = opened(signalfd(-1, &signals, SFD_CLOEXEC));
+    m_end = opened(eventfd(0, EFD_CLOEXEC));
+    m_thread = std::thread(watch, m_signals.number(), m_end.number(), m_source);
 }
 
 Interruption::~Interruption() {
-    eventfd_write(m_end, 1);
+    eventfd_write(m_end.number(), 1);
     m_thread.join();
-    close(m_end);
-    close(m_signals);
 }
 
 } // namespace tallyglass::commandline

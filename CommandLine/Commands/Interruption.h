@@ -1,11 +1,14 @@
 // Turns the signals by which a person or a system ends a program (SIGINT, SIGTERM, SIGHUP) into a stop
 // request, so that children are stopped and results are kept in order before the program ends. A second
-// signal ends it at once.
+// signal kills the children, and ends the program three seconds later if it hasn't ended by then; a third
+// ends it at once.
 //
 // Make one in main before any other thread starts: threads inherit the blocked signals from there. It ends
 // its own thread. Children get the default signal mask from the child-process layer.
 
 #pragma once
+
+#include "TallyglassKit/Platform/FileDescriptor.h"
 
 #include <stop_token>
 #include <thread>
@@ -14,7 +17,7 @@ namespace tallyglass::commandline {
 
 class Interruption {
 public:
-    Interruption();
+    Interruption(); ///< throws Error if the system has no descriptor left for it
     ~Interruption();
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
@@ -23,8 +26,8 @@ public:
 
 private:
     std::stop_source m_source;
-    int m_signals = -1; ///< signalfd
-    int m_end = -1;     ///< eventfd that wakes the thread for the last time
+    FileDescriptor m_signals; ///< signalfd
+    FileDescriptor m_end;     ///< eventfd that wakes the thread for the last time
     std::thread m_thread;
 };
 

@@ -1,20 +1,15 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/CompareBackups.h"
 #include "CommandLine/Commands/Describe.h"
-#include "CommandLine/Commands/ModelJSON.h"
+#include "CommandLine/Commands/JSONDocuments.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
-#include "TallyglassKit/Health/Fmt.h"
-
-#include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace tallyglass::commandline {
 
@@ -59,8 +54,7 @@ void overview(const Context& context) {
             context.out << "Destination: " << describe(destination) << "\n";
         context.out << "Latest backups:\n";
         for (const auto& backup : latest)
-            context.out << "  " << (backup.date ? Fmt::timestamp(*backup.date) : "—") << "  " << backup.path
-                        << "\n";
+            context.out << "  " << describe(backup) << "\n";
         context.out << std::flush; // what is known so far, before the long part
     }
     std::optional<ComparisonResult> result;
@@ -71,16 +65,8 @@ void overview(const Context& context) {
         result = compareBackups(context, store, from.path, to.path, CompareOptions::fast(), true);
         biggest = biggestChanges(store, result->comparison.id, context.stop);
     }
-    if (context.json) {
-        JSON document{{"status", toJSON(status)}, {"settings", toJSON(settings)}};
-        document["backups"] = JSON::array();
-        for (const auto& backup : latest)
-            document["backups"].push_back({{"path", backup.path}, {"date", toJSON(backup.date)}});
-        document["comparison"] = result ? toJSON(result->comparison) : JSON(nullptr);
-        document["cached"] = result ? JSON(result->cached) : JSON(nullptr);
-        document["biggestChanges"] = toJSONArray(biggest);
-        return context.print(document);
-    }
+    if (context.json)
+        return printOverviewJSON(context.out, status, settings, latest, result, biggest);
     if (!result) {
         context.out << "There is nothing to compare until there are two backups.\n";
         return;
@@ -94,9 +80,9 @@ void overview(const Context& context) {
 
 } // namespace
 
-void addOverviewCommand(CLI::App& app, Action& chosen) {
-    app.add_subcommand("overview", "State, destinations, the latest backups and what changed in the last one")
-        ->callback([&chosen] { chosen = overview; });
+Command overviewCommand() {
+    return {
+        "overview", "State, destinations, the latest backups and what changed in the last one", {}, overview};
 }
 
 } // namespace tallyglass::commandline

@@ -1,6 +1,6 @@
 #include "CommandLine/Commands/ProgressLine.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 

@@ -3,12 +3,9 @@
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/PropertyListText.h"
 
-#include <fmt/format.h>
-
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <ostream>
 #include <span>
@@ -104,6 +101,7 @@ private:
     void printText(std::string_view text);
     void printReal(double value);
     void printData(std::string_view bytes);
+    void addHexadecimal(char byte);
     void open(PropertyListValue container);
     void flush() {
         m_output.write(m_buffer.data(), static_cast<std::streamsize>(m_buffer.size()));
@@ -153,16 +151,15 @@ void Printer::open(PropertyListValue container) {
 }
 
 void Printer::printScalar(PropertyListValue value) {
-    const auto output = std::back_inserter(m_buffer);
     switch (value.kind()) {
     case Kind::boolean:
         m_buffer += *value.boolean() ? "true" : "false";
         break;
     case Kind::integer:
         if (const auto integer = value.integer())
-            fmt::format_to(output, "{}", *integer);
+            m_buffer += std::to_string(*integer);
         else
-            fmt::format_to(output, "{}", *value.unsignedInteger());
+            m_buffer += std::to_string(*value.unsignedInteger());
         break;
     case Kind::real:
         m_buffer += R"({"real": )";
@@ -175,7 +172,7 @@ void Printer::printScalar(PropertyListValue value) {
         m_buffer += '}';
         break;
     case Kind::uid:
-        fmt::format_to(output, R"({{"uid": {}}})", *value.uid());
+        m_buffer += R"({"uid": )" + std::to_string(*value.uid()) + '}';
         break;
     case Kind::text:
         printText(*value.text());
@@ -199,13 +196,16 @@ void Printer::printReal(double value) {
     m_buffer.append(digits, end);
 }
 
-void Printer::printData(std::string_view bytes) {
+void Printer::addHexadecimal(char byte) {
     constexpr std::string_view digits = "0123456789abcdef";
+    m_buffer += digits[byte >> 4 & 0xF];
+    m_buffer += digits[byte & 0xF];
+}
+
+void Printer::printData(std::string_view bytes) {
     m_buffer += R"({"data": ")";
-    for (const char byte : bytes) {
-        m_buffer += digits[byte >> 4 & 0xF];
-        m_buffer += digits[byte & 0xF];
-    }
+    for (const char byte : bytes)
+        addHexadecimal(byte);
     m_buffer += R"("})";
 }
 
@@ -222,7 +222,8 @@ void Printer::printText(std::string_view text) {
             m_buffer += '\\';
             m_buffer += c;
         } else if (static_cast<unsigned char>(c) < 0x20) {
-            fmt::format_to(std::back_inserter(m_buffer), "\\u{:04x}", static_cast<unsigned>(c));
+            m_buffer += "\\u00";
+            addHexadecimal(c);
         } else {
             m_buffer += c;
         }
@@ -234,9 +235,8 @@ void Printer::printText(std::string_view text) {
 
 void printPropertyListJSON(PropertyListValue root, std::ostream& output, std::uint64_t most) {
     if (expandedSize(root) > most)
-        throw Error(fmt::format(
-            "The property list shares its values so often that it would take more than {} bytes in JSON.",
-            most));
+        throw Error("The property list shares its values so often that it would take more than " +
+                    std::to_string(most) + " bytes in JSON.");
     Printer(output).print(root);
 }
 

@@ -1,3 +1,5 @@
+#include "CommandLine/Commands/RunTally.h"
+
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/Interruption.h"
 #include "TallyglassKit/Access/TMUtilError.h"
@@ -5,7 +7,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <cstdlib>
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -42,21 +44,71 @@ int fail(ExitCode code, const std::string& description) {
     return code;
 }
 
-int perform(const Action& action, const Context& context) {
+/// Declares an argument on the command line of its command.
+struct Declaration {
+    CLI::App& command;
+    const Argument& argument;
+
+    CLI::Option* operator()(bool* flag) const {
+        return command.add_flag(argument.name, *flag, argument.description);
+    }
+    CLI::Option* operator()(std::int64_t* number) const {
+        return command.add_option(argument.name, *number, argument.description)
+            ->check(CLI::NonNegativeNumber);
+    }
+    CLI::Option* operator()(std::string* text) const {
+        return command.add_option(argument.name, *text, argument.description);
+    }
+    CLI::Option* operator()(std::vector<std::string>* list) const {
+        auto* option = command.add_option(argument.name, *list, argument.description);
+        if (argument.isCommaSeparated)
+            return option->delimiter(',');
+        return option->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    }
+};
+
+void declare(CLI::App& app, const Command& command, const Action*& chosen) {
+    auto* declared = app.add_subcommand(command.name, command.description);
+    for (const auto& argument : command.arguments) {
+        auto* option = std::visit(Declaration{*declared, argument}, argument.value);
+        option->required(!argument.name.starts_with("--"));
+        if (!argument.type.empty())
+            option->type_name(argument.type);
+        if (!argument.choices.empty())
+            option->check(CLI::IsMember(argument.choices));
+        if (!argument.excludes.empty())
+            option->excludes(declared->get_option(argument.excludes));
+    }
+    declared->callback([&chosen, &command] { chosen = &command.action; });
+}
+
+std::vector<Command> allCommands() {
+    std::vector<Command> commands{overviewCommand()};
+    std::ranges::move(accessCommands(), std::back_inserter(commands));
+    commands.push_back(healthCommand());
+    commands.push_back(compareCommand());
+    std::ranges::move(cacheCommands(), std::back_inserter(commands));
+    commands.push_back(propertyListCommand());
+    return commands;
+}
+
+int perform(const Action& action, const std::string& root, bool json) {
     try {
-        action(context);
+        const Interruption interruption;
+        action({.paths = root.empty() ? SystemPaths::standard() : SystemPaths(root),
+                .json = json,
+                .out = std::cout,
+                .stop = interruption.stopToken()});
+        if (!std::cout.flush())
+            throw Error("The output couldn't be written.");
     } catch (const Cancelled&) {
         return fail(stopped, "Cancelled.");
     } catch (const TMUtilError& error) {
         const bool needsAccess = error.get<TMUtilError::RequiresFullDiskAccess>() != nullptr;
         return fail(needsAccess ? needsFullDiskAccess : failure, error.errorDescription());
-    } catch (const CLI::ParseError& error) {
-        return fail(wrongUsage, error.what());
     } catch (const std::exception& error) {
         return fail(failure, error.what());
     }
-    if (!context.out.flush())
-        return fail(failure, "The output couldn't be written.");
     return success;
 }
 
@@ -73,13 +125,10 @@ int runTally(int argc, char** argv) {
         ->type_name("DIR");
     app.add_flag("--json", json, "Print one JSON document instead of text");
 
-    Action chosen;
-    addOverviewCommand(app, chosen);
-    addAccessCommands(app, chosen);
-    addHealthCommand(app, chosen);
-    addCompareCommand(app, chosen);
-    addCacheCommands(app, chosen);
-    addPropertyListCommand(app, chosen);
+    const auto commands = allCommands();
+    const Action* chosen = nullptr;
+    for (const auto& command : commands)
+        declare(app, command, chosen);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -88,11 +137,7 @@ int runTally(int argc, char** argv) {
         return fail(wrongUsage, std::string(error.what()) + " See tally --help.");
     }
 
-    const Interruption interruption;
-    return perform(chosen, {.paths = root.empty() ? SystemPaths::standard() : SystemPaths(root),
-                            .json = json,
-                            .out = std::cout,
-                            .stop = interruption.stopToken()});
+    return perform(*chosen, root, json);
 }
 
 } // namespace tallyglass::commandline

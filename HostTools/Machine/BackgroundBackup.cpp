@@ -4,7 +4,7 @@
 #include "TallyglassKit/Platform/FileError.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/wait.h>
 #include <unistd.h>
 

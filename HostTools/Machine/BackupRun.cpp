@@ -8,7 +8,7 @@
 #include "TallyglassKit/Platform/FileError.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/stat.h>
 
 #include <algorithm>

@@ -8,10 +8,10 @@
 #include "HostTools/Machine/PlistDocument.h"
 #include "HostTools/Machine/RunState.h"
 #include "HostTools/Machine/Snapshots.h"
+#include "HostTools/Machine/ToolArguments.h"
 #include "TallyglassKit/Platform/Error.h"
 
-#include <CLI/CLI.hpp>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>
@@ -162,60 +162,27 @@ int removeExclusion(const Call& call) {
     return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::remove, call.complaints);
 }
 
-/// Reads options with CLI11, whose failures become usage errors.
-void parse(CLI::App& app, const Arguments& arguments) {
-    Arguments reversed(arguments.rbegin(), arguments.rend());
-    try {
-        app.parse(std::move(reversed));
-    } catch (const CLI::CallForHelp&) {
-        throw UsageError(app.help());
-    } catch (const CLI::ParseError& failure) {
-        throw UsageError(failure.what());
-    }
-}
-
 int setUp(const Call& call) {
-    CLI::App app("Makes a machine whose backups this program keeps, or adds a destination to it",
-                 "tmutil setup");
-    MachineSetup setup;
-    std::vector<std::string> sources;
-    std::string destination;
-    app.add_option("--source", sources, "A folder to back up; may be given more than once");
-    app.add_option("--destination", destination, "The folder that holds the backups")->required();
-    app.add_option("--name", setup.destinationName, "The destination's name; its folder's without it");
-    app.add_option("--volume", setup.volumeName, "The sources' volume in the backups (Data)");
-    app.add_option("--quota", setup.quota, "The most bytes that the backups may take");
-    parse(app, call.arguments);
-    setup.sources.assign(sources.begin(), sources.end());
-    setup.destination = destination;
-    setUpMachine(call.machine, setup);
+    setUpMachine(call.machine, parseSetup(call.arguments));
     fmt::print(call.output, "The machine at {} is set up.\n", call.machine.root().string());
     return ExitStatus::success;
 }
 
 int arrange(const Call& call) {
-    CLI::App app("Brings about conditions that are rare or slow to come by", "tmutil arrange");
-    std::string permission;
-    std::optional<std::int64_t> nextResult;
-    std::optional<std::int64_t> copyLimit;
-    app.add_option("--permission", permission, "Whether programs may read backups")
-        ->check(CLI::IsMember({"granted", "revoked"}));
-    app.add_option("--next-result", nextResult, "The result code that the next backup ends with")
-        ->check(CLI::NonNegativeNumber);
-    app.add_option("--copy-limit", copyLimit, "The most KiB a second that backups copy; 0 for no limit")
-        ->check(CLI::NonNegativeNumber);
-    parse(app, call.arguments);
+    const auto [permission, nextResult, copyLimit] = parseArrangement(call.arguments);
     if (permission == "granted")
         Permission::grant(call.machine);
     else if (permission == "revoked")
         Permission::revoke(call.machine);
-    if (nextResult || copyLimit)
-        HostPreferences::edit(call.machine, [&](HostPreferences& preferences) {
-            if (nextResult)
-                preferences.nextResult = nextResult;
-            if (copyLimit)
-                preferences.copyLimit = *copyLimit ? copyLimit : std::nullopt;
-        });
+    if (!nextResult && !copyLimit)
+        return ExitStatus::success;
+    HostPreferences::edit(call.machine,
+                          [nextResult = nextResult, copyLimit = copyLimit](HostPreferences& preferences) {
+                              if (nextResult)
+                                  preferences.nextResult = nextResult;
+                              if (copyLimit)
+                                  preferences.copyLimit = *copyLimit ? copyLimit : std::nullopt;
+                          });
     return ExitStatus::success;
 }
 

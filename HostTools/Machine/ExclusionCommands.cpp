@@ -6,7 +6,7 @@
 #include "HostTools/Machine/HostPreferences.h"
 #include "TallyglassKit/Platform/FileError.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cerrno>

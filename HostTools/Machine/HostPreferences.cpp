@@ -6,7 +6,7 @@
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/FileError.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/statvfs.h>
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 #include "TallyglassKit/Platform/Error.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <linux/magic.h>
 #include <sys/vfs.h>
 

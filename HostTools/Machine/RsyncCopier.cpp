@@ -4,7 +4,7 @@
 #include "TallyglassKit/Platform/FileError.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>

@@ -4,11 +4,9 @@
 #include "HostTools/Machine/PlistDocument.h"
 #include "HostTools/Machine/StatusText.h"
 
-#include <fmt/chrono.h>
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
+#include <ctime>
 
 namespace tallyglass {
 
@@ -47,6 +45,15 @@ fs::path stopFile(const MachinePaths& machine) {
     return machine.runFolder() / "stop";
 }
 
+/// "2026-11-22 19:38:00 +0000".
+std::string inUTC(Date date) {
+    const auto seconds = static_cast<std::time_t>(secondsSince1970(date));
+    std::tm fields{};
+    char text[64];
+    gmtime_r(&seconds, &fields);
+    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S +0000", &fields)};
+}
+
 } // namespace
 
 std::string_view phaseName(BackupPhase phase) {
@@ -59,13 +66,11 @@ std::string RunState::idleStatusText() {
 
 std::string RunState::statusText(bool isStopping) const {
     const Phase& description = descriptionOf(phase);
-    const auto seconds = static_cast<std::time_t>(secondsSince1970(stateChange));
-    StatusDictionary status{
-        {{"BackupPhase", std::string(description.name)},
-         {"ClientID", clientID},
-         {"DateOfStateChange", fmt::format("{:%Y-%m-%d %H:%M:%S} +0000", fmt::gmtime(seconds))},
-         {"Running", std::int64_t{1}},
-         {"Stopping", std::int64_t{isStopping}}}};
+    StatusDictionary status{{{"BackupPhase", std::string(description.name)},
+                             {"ClientID", clientID},
+                             {"DateOfStateChange", inUTC(stateChange)},
+                             {"Running", std::int64_t{1}},
+                             {"Stopping", std::int64_t{isStopping}}}};
     auto& entries = status.entries;
     if (!destinationID.empty()) {
         entries["DestinationID"] = destinationID;

@@ -7,7 +7,7 @@
 #include "HostTools/Machine/SampleSchedule.h"
 #include "TallyglassKit/Platform/Error.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace tallyglass {
 

@@ -1,6 +1,6 @@
 #include "HostTools/Machine/StatusText.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

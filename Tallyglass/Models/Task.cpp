@@ -4,15 +4,17 @@
 
 #include <QCoreApplication>
 #include <QThreadPool>
+#include <limits>
 
 namespace tallyglass {
 namespace {
 
-/// Jobs mostly wait for a child or a disk, so that their number isn't bound to that of the processors.
+/// Jobs mostly wait, for a child, a disk or each other, so that each has a thread at once; idle ones serve
+/// the next jobs and end after half a minute.
 class Pool : public QThreadPool {
 public:
     Pool() {
-        setMaxThreadCount(64);
+        setMaxThreadCount(std::numeric_limits<int>::max());
         // The last jobs end with the application. Later they could meet what the end of the process has taken
         // away.
         qAddPostRoutine([] { shared().waitForDone(); });

@@ -9,8 +9,8 @@
 //
 // The job must capture values or thread-safe objects only, never the receiver.
 //
-// Handles and their continuations belong to the main thread. The pool puts no limit on jobs that wait at
-// the same time. At the end of the process it waits for jobs that still run.
+// Handles and their continuations belong to the main thread. Nothing but the callers limits how many jobs
+// run at the same time: each has a thread. At the end of the process it waits for jobs that still run.
 
 #pragma once
 

@@ -2,7 +2,7 @@
 
 #include "TallyglassKit/Platform/WallClock.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

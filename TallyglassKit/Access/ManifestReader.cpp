@@ -2,6 +2,7 @@
 
 #include "TallyglassKit/Platform/FileError.h"
 #include "TallyglassKit/Platform/FileReading.h"
+#include "TallyglassKit/Platform/PropertyList.h"
 #include "TallyglassKit/Platform/Text.h"
 #include "TallyglassKit/Platform/TrialOpening.h"
 
@@ -13,15 +14,17 @@ namespace {
 
 std::optional<ByteBuffer> readIfPossible(const std::string& file, std::stop_token stop) {
     try {
-        return readFile(file, std::move(stop));
-    } catch (const FileError&) {
+        return readFile(file, std::move(stop), PropertyList::mostBytes);
+    } catch (const FileError& error) {
+        if (error.code() == EFBIG) // it can be read, but not understood
+            throw BackupManifestError::unreadable(error.errorDescription());
         return std::nullopt;
     }
 }
 
 ByteBuffer readManifest(const std::string& file, std::stop_token stop) {
     try {
-        return readFile(file, std::move(stop));
+        return readFile(file, std::move(stop), PropertyList::mostBytes);
     } catch (const FileError& error) {
         throw BackupManifestError::unreadable(error.errorDescription());
     }
@@ -46,7 +49,7 @@ std::vector<BackupManifestEntry> ManifestReader::read(std::stop_token stop) cons
 }
 
 std::vector<BackupManifestEntry> ManifestReader::readExport(std::stop_token stop) const {
-    return BackupManifest::parse(readFile(m_exportURL, std::move(stop)));
+    return BackupManifest::parse(readFile(m_exportURL, std::move(stop), PropertyList::mostBytes));
 }
 
 std::optional<std::string> ManifestReader::machineDirectory(std::stop_token stop) const {

@@ -2,7 +2,7 @@
 
 #include "TallyglassKit/Platform/Text.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <utility>
 

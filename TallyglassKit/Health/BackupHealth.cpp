@@ -3,7 +3,7 @@
 #include "TallyglassKit/Access/TMDestination.h"
 #include "TallyglassKit/Health/BackupResultCode.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <span>

@@ -1,5 +1,5 @@
 // Sizes, durations and dates in the same words on every screen, with one text for what is absent.
-// Without shared mutable state; any thread.
+// Any thread.
 
 #pragma once
 

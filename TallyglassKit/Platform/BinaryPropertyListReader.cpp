@@ -3,7 +3,7 @@
 #include "TallyglassKit/Platform/PropertyListError.h"
 #include "TallyglassKit/Platform/PropertyListText.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

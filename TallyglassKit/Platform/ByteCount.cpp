@@ -34,17 +34,16 @@ constexpr std::array units{
     Unit{UINT64_MAX, 18, 2},
 };
 
-/// One locale's formatters, which take far longer to make than to use. Immutable; any thread.
+/// One locale's formatters. Immutable; any thread.
 class Formats {
 public:
-    explicit Formats(const UserLocale& usedLocale) : locale(usedLocale) {
+    explicit Formats(const UserLocale& locale) : m_locale(icutext::icuLocale(locale)) {
         const std::array measures{MeasureUnit::getByte(),     MeasureUnit::getKilobyte(),
                                   MeasureUnit::getMegabyte(), MeasureUnit::getGigabyte(),
                                   MeasureUnit::getTerabyte(), MeasureUnit::getPetabyte()};
-        const auto icuLocale = icutext::icuLocale(locale);
         for (std::size_t i = 0; i < units.size(); ++i) {
             auto& format = m_formats[i];
-            format = NumberFormatter::withLocale(icuLocale)
+            format = NumberFormatter::withLocale(m_locale)
                          .scale(Scale::powerOfTen(-units[i].powerOfTen))
                          .precision(Precision::minMaxFraction(0, units[i].fractionDigits))
                          .roundingMode(UNUM_ROUND_HALFEVEN);
@@ -61,8 +60,6 @@ public:
         std::call_once(m_zeroOnce, [this] { m_zero = spelledOutZero(); });
         return icutext::toUtf8(m_zero);
     }
-
-    const UserLocale locale;
 
 private:
     [[nodiscard]] icu::UnicodeString numeric(std::int64_t bytes) const {
@@ -90,16 +87,16 @@ private:
     /// The text of no kilobytes with the numeral as a capitalised word.
     [[nodiscard]] icu::UnicodeString spelledOutZero() const {
         icutext::Status status;
-        const icu::Locale icuLocale = icutext::icuLocale(locale);
-        const icu::RuleBasedNumberFormat speller(icu::URBNF_SPELLOUT, icuLocale, status);
+        const icu::RuleBasedNumberFormat speller(icu::URBNF_SPELLOUT, m_locale, status);
         icu::UnicodeString word;
         speller.format(0, word);
-        word.toTitle(nullptr, icuLocale);
+        word.toTitle(nullptr, m_locale);
         const auto numeral = m_formats.back().formatInt(0, status).toString(status);
         status.check("spell out zero");
         return numeric(0, 1).findAndReplace(numeral, word);
     }
 
+    const icu::Locale m_locale;
     std::array<icu::number::LocalizedNumberFormatter, units.size()> m_formats;
     mutable std::once_flag m_zeroOnce;
     mutable icu::UnicodeString m_zero;
@@ -108,10 +105,7 @@ private:
 } // namespace
 
 std::string formatByteCount(std::int64_t bytes, const UserLocale& locale) {
-    static const Formats usual(UserLocale::current());
-    if (locale.identifier == usual.locale.identifier)
-        return usual.text(bytes);
-    return Formats(locale).text(bytes);
+    return icutext::formatFor<Formats>(locale)->text(bytes);
 }
 
 } // namespace tallyglass

@@ -1,5 +1,5 @@
 // Byte counts in the user's words, as a file browser shows them: decimal units, "12.3 MB".
-// Without shared mutable state; any thread.
+// Any thread.
 
 #pragma once
 

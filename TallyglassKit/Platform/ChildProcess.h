@@ -1,7 +1,8 @@
 // One child process from its launch to its end, both output streams collected whole.
 //
 // Any number of children may run at once on different threads. A run works on the calling thread alone: no
-// helper thread, no signal handler, and the children of other code in the process aren't touched. A child
+// helper thread, no signal handler, and the children of other code in the process aren't touched; but if
+// the program ignores the ends of its children (SIGCHLD), a run puts an end to that. A child
 // gets the null device as standard input, no other descriptor of this process, and default signal handling.
 
 #pragma once
@@ -60,6 +61,10 @@ struct ChildProcess {
     ///
     /// Throws LaunchError or OutputError. Whatever is thrown, the child has ended by then.
     Result run(std::stop_token stop = {}) const;
+
+    /// Kills every child that a run has launched, and from then on those that are launched, at once: for a
+    /// program that is to end without waiting for `killAfter`. Any thread.
+    static void killAll();
 };
 
 } // namespace tallyglass

@@ -17,6 +17,7 @@
 #include <array>
 #include <csignal>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 extern "C" { // glibc 2.36 has forgotten it in this header
@@ -146,8 +147,10 @@ private:
 class Child {
 public:
     explicit Child(pid_t pid) : m_descriptor(pidfd_open(pid, 0)) {
-        if (m_descriptor.isOpen())
+        if (m_descriptor.isOpen()) {
+            m_killing.emplace(killing().get_token(), Kill{this});
             return;
+        }
         const int error = errno;
         kill(pid, SIGKILL); // still ours: nobody else waits for it
         waitpid(pid, nullptr, 0);
@@ -172,6 +175,7 @@ public:
     void reap() {
         siginfo_t end{};
         const int error = wait(end);
+        m_killing.reset(); // which may be using the descriptor
         m_descriptor.close();
         if (error != 0)
             throw ChildProcess::OutputError(errorText(error)); // another part of the program took the end
@@ -184,7 +188,18 @@ public:
         return m_end;
     }
 
+    /// Stopped once all children are to be killed.
+    static std::stop_source& killing() {
+        static std::stop_source source;
+        return source;
+    }
+
 private:
+    struct Kill {
+        const Child* child;
+        void operator()() const { child->signal(SIGKILL); }
+    };
+
     int wait(siginfo_t& end) const {
         while (waitid(P_PIDFD, static_cast<id_t>(m_descriptor.number()), &end, WEXITED) != 0)
             if (errno != EINTR)
@@ -193,6 +208,7 @@ private:
     }
 
     FileDescriptor m_descriptor;
+    std::optional<std::stop_callback<Kill>> m_killing; // after the descriptor, so that it goes first
     std::variant<ChildProcess::Exited, ChildProcess::Signalled> m_end;
 };
 
@@ -235,18 +251,23 @@ private:
     FileDescriptor m_timer;
 };
 
-/// Where the kernel reaps children by itself, a child's end is lost and its number can be reused at once.
-void requireChildStatus() {
+/// Has the kernel keep the ends of children, which it discards in a program that was started with SIGCHLD
+/// ignored; a child's number could then be reused at once.
+void keepChildStatus() {
     struct sigaction action {};
     sigaction(SIGCHLD, nullptr, &action);
-    if (action.sa_handler == SIG_IGN || (action.sa_flags & SA_NOCLDWAIT))
-        throw ChildProcess::LaunchError("The program ignores the end of its children (SIGCHLD).");
+    if (action.sa_handler != SIG_IGN && !(action.sa_flags & SA_NOCLDWAIT))
+        return;
+    if (action.sa_handler == SIG_IGN)
+        action.sa_handler = SIG_DFL;
+    action.sa_flags &= ~SA_NOCLDWAIT;
+    sigaction(SIGCHLD, &action, nullptr);
 }
 
 } // namespace
 
 ChildProcess::Result ChildProcess::run(std::stop_token stop) const {
-    requireChildStatus();
+    keepChildStatus();
     FileDescriptor outputEnd;
     FileDescriptor errorsEnd;
     Stream outputStream(outputEnd);
@@ -291,6 +312,10 @@ ChildProcess::Result ChildProcess::run(std::stop_token stop) const {
     if (stop.stop_requested())
         throw Cancelled();
     return {child.end(), outputStream.take(), errorStream.take()};
+}
+
+void ChildProcess::killAll() {
+    Child::killing().request_stop();
 }
 
 } // namespace tallyglass

@@ -1,5 +1,5 @@
 // Durations in the user's words: "1h 10m" or "1 hour, 10 minutes".
-// Without shared mutable state; any thread.
+// Any thread.
 
 #pragma once
 

@@ -12,7 +12,8 @@ namespace tallyglass {
 
 class Error : public std::runtime_error {
 public:
-    explicit Error(const std::string& description) : std::runtime_error(description) {}
+    /// A zero byte in `description`, which may come from outside and would end what(), becomes U+FFFD.
+    explicit Error(const std::string& description);
 
     /// The text to show, the same as what().
     [[nodiscard]] std::string errorDescription() const { return what(); }

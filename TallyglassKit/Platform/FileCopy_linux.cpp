@@ -6,7 +6,7 @@
 #include "TallyglassKit/Platform/Folders.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/sendfile.h>
 #include <sys/xattr.h>
 

@@ -1,5 +1,5 @@
 // Whole numbers with the digit grouping of the user's locale: "12,345".
-// Without shared mutable state; any thread.
+// Any thread.
 
 #pragma once
 

@@ -2,7 +2,7 @@
 
 #include "TallyglassKit/Platform/Error.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // What the sources of this folder share about ICU. Include it in sources only: no header of the kit shows
-// ICU. Free functions without state; any thread.
+// ICU. Any thread.
 
 #pragma once
 
@@ -12,6 +12,7 @@
 #include <unicode/unistr.h>
 
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,24 @@ public:
 [[nodiscard]] UDate icuDate(Date date);
 
 [[nodiscard]] std::string toUtf8(const icu::UnicodeString& text);
+
+/// The Format(locale), made anew only when `locale` isn't that of the call before: it takes far longer to
+/// make than to use. Threads share it, as they may by ICU's rules as long as they call only its const
+/// members.
+template <typename Format>
+[[nodiscard]] std::shared_ptr<const Format> formatFor(const UserLocale& locale) {
+    struct Entry {
+        explicit Entry(const UserLocale& usedLocale) : locale(usedLocale), format(usedLocale) {}
+        const UserLocale locale;
+        const Format format;
+    };
+    static std::mutex mutex;
+    static std::shared_ptr<const Entry> latest;
+    const std::lock_guard lock(mutex);
+    if (!latest || latest->locale != locale)
+        latest = std::make_shared<const Entry>(locale);
+    return {latest, &latest->format};
+}
 
 /// Ill-formed bytes become U+FFFD.
 [[nodiscard]] icu::UnicodeString fromUtf8(std::string_view text);

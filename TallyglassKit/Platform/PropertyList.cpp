@@ -4,8 +4,6 @@
 #include "TallyglassKit/Platform/TextPropertyListReader.h"
 #include "TallyglassKit/Platform/XMLPropertyListReader.h"
 
-#include <cstdint>
-
 namespace tallyglass {
 
 using namespace std::string_view_literals;
@@ -28,7 +26,7 @@ bool isXML(std::string_view bytes) {
 PropertyList PropertyList::parse(std::string_view bytes) {
     if (bytes.empty())
         throw PropertyListError("it is empty");
-    if (bytes.size() > UINT32_MAX)
+    if (bytes.size() > mostBytes)
         throw PropertyListError("it is larger than 4 GiB");
     PropertyList list;
     if (isBinaryPropertyList(bytes))

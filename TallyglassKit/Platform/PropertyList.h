@@ -13,6 +13,7 @@
 #include "TallyglassKit/Platform/PropertyListValue.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace tallyglass {
@@ -22,6 +23,8 @@ public:
     /// Worst is "{a;a;...": 2 bytes make a pair of 32 that is first collected, in room that doubles, and then
     /// kept with up to 11 for its place in the table of keys. In the binary form it is about half.
     static constexpr std::size_t memoryPerByte = 64;
+    /// The largest input that can be read, which no longer one needs to be loaded for.
+    static constexpr std::size_t mostBytes = UINT32_MAX;
 
     /// Reads bytes that begin as a binary list as such, others as XML or else as old-style text. Throws
     /// PropertyListError; if no form fits, that of the form that the bytes look most like.

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Platform/PropertyListError.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

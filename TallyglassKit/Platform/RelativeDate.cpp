@@ -24,13 +24,25 @@ constexpr std::pair<UCalendarDateFields, URelativeDateTimeUnit> unitsFromLargest
     {UCAL_SECOND, UDAT_REL_UNIT_SECOND},
 };
 
-Distance distance(Date date, Date relativeTo, const UserLocale& locale) {
+/// One locale's formatters. Immutable; any thread, each with a copy of the calendar.
+struct Formats {
+    explicit Formats(const UserLocale& locale)
+        : calendar(icu::Calendar::createInstance(icutext::icuTimeZone(locale).release(),
+                                                 icutext::icuLocale(locale), status)),
+          words(icutext::icuLocale(locale), nullptr, UDAT_STYLE_LONG, UDISPCTX_CAPITALIZATION_NONE, status) {
+        status.check("format a relative date");
+    }
+
+    icutext::Status status; // first, since the others are made with it
+    const std::unique_ptr<const icu::Calendar> calendar;
+    const icu::RelativeDateTimeFormatter words;
+};
+
+Distance distance(Date date, Date relativeTo, const Formats& formats) {
     if (std::isnan(secondsSince1970(date)) || std::isnan(secondsSince1970(relativeTo)))
         return {};
     icutext::Status status;
-    const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(
-        icutext::icuTimeZone(locale).release(), icutext::icuLocale(locale), status));
-    status.check("count on a calendar");
+    const std::unique_ptr<icu::Calendar> calendar(formats.calendar->clone());
     for (const auto& [field, unit] : unitsFromLargest) {
         calendar->setTime(icutext::icuDate(relativeTo), status);
         const std::int32_t count = calendar->fieldDifference(icutext::icuDate(date), field, status);
@@ -44,12 +56,11 @@ Distance distance(Date date, Date relativeTo, const UserLocale& locale) {
 } // namespace
 
 std::string formatRelativeDate(Date date, Date relativeTo, const UserLocale& locale) {
-    const auto [count, unit] = distance(date, relativeTo, locale);
+    const auto formats = icutext::formatFor<Formats>(locale);
+    const auto [count, unit] = distance(date, relativeTo, *formats);
     icutext::Status status;
-    const icu::RelativeDateTimeFormatter formatter(icutext::icuLocale(locale), nullptr, UDAT_STYLE_LONG,
-                                                   UDISPCTX_CAPITALIZATION_NONE, status);
     icu::UnicodeString text;
-    formatter.formatNumeric(count, unit, text, status);
+    formats->words.formatNumeric(count, unit, text, status);
     status.check("format a relative date");
     return icutext::toUtf8(text);
 }

@@ -1,5 +1,5 @@
 // How long ago a date was, in the user's words: "2 hours ago", "in 3 days".
-// Without shared mutable state; any thread.
+// Any thread.
 
 #pragma once
 

@@ -2,7 +2,7 @@
 
 #include "TallyglassKit/Platform/Icu.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <unicode/dtptngen.h>
 #include <unicode/simpleformatter.h>
 #include <unicode/smpdtfmt.h>
@@ -13,56 +13,61 @@ namespace tallyglass {
 
 namespace {
 
-/// One locale's patterns, which take several times longer to find than a date to format. Immutable; any
-/// thread.
-struct Patterns {
-    explicit Patterns(const UserLocale& locale) : identifier(locale.identifier) {
+/// One locale's formatters. Immutable; any thread.
+class Formats {
+public:
+    explicit Formats(const UserLocale& locale) {
         icutext::Status status;
         const std::unique_ptr<icu::DateTimePatternGenerator> generator(
             icu::DateTimePatternGenerator::createInstance(icutext::icuLocale(locale), status));
         status.check("find a date pattern");
-        monthAndDay = generator->getBestPattern(u"MMMd", status);
-        monthAndYear = generator->getBestPattern(u"yMMM", status);
+        monthAndDay = format(generator->getBestPattern(u"MMMd", status), locale);
+        monthAndYear = format(generator->getBestPattern(u"yMMM", status), locale);
         // The long joint, which is the "at" of "Nov 22 at 7 PM", takes {1} for the date and {0} for the time.
         const icu::SimpleFormatter joint(generator->getDateTimeFormat(UDAT_LONG, status), 2, 2, status);
+        icu::UnicodeString pattern;
         joint.format(generator->getBestPattern(u"jmm", status), generator->getBestPattern(u"yMMMd", status),
-                     timestamp, status);
+                     pattern, status);
         status.check("find a date pattern");
+        timestamp = format(pattern, locale);
     }
 
-    std::string identifier;
-    icu::UnicodeString timestamp;
-    icu::UnicodeString monthAndDay;
-    icu::UnicodeString monthAndYear;
+    std::unique_ptr<const icu::SimpleDateFormat> timestamp;
+    std::unique_ptr<const icu::SimpleDateFormat> monthAndDay;
+    std::unique_ptr<const icu::SimpleDateFormat> monthAndYear;
+
+private:
+    static std::unique_ptr<const icu::SimpleDateFormat> format(const icu::UnicodeString& pattern,
+                                                               const UserLocale& locale) {
+        icutext::Status status;
+        auto format = std::make_unique<icu::SimpleDateFormat>(pattern, icutext::icuLocale(locale), status);
+        status.check("format a date");
+        format->adoptTimeZone(icutext::icuTimeZone(locale).release());
+        return format;
+    }
 };
 
-std::string format(Date date, icu::UnicodeString Patterns::*pattern, const UserLocale& locale) {
+std::string text(Date date, std::unique_ptr<const icu::SimpleDateFormat> Formats::*format,
+                 const UserLocale& locale) {
     if (std::isnan(secondsSince1970(date)))
         return "—";
-    static const Patterns usual(UserLocale::current());
-    icutext::Status status;
-    icu::SimpleDateFormat formatter(locale.identifier == usual.identifier ? usual.*pattern
-                                                                          : Patterns(locale).*pattern,
-                                    icutext::icuLocale(locale), status);
-    status.check("format a date");
-    formatter.adoptTimeZone(icutext::icuTimeZone(locale).release());
     icu::UnicodeString text;
-    formatter.format(icutext::icuDate(date), text);
+    (*icutext::formatFor<Formats>(locale).*format)->format(icutext::icuDate(date), text);
     return icutext::toUtf8(text);
 }
 
 } // namespace
 
 std::string formatTimestamp(Date date, const UserLocale& locale) {
-    return format(date, &Patterns::timestamp, locale);
+    return text(date, &Formats::timestamp, locale);
 }
 
 std::string formatMonthAndDay(Date date, const UserLocale& locale) {
-    return format(date, &Patterns::monthAndDay, locale);
+    return text(date, &Formats::monthAndDay, locale);
 }
 
 std::string formatMonthAndYear(Date date, const UserLocale& locale) {
-    return format(date, &Patterns::monthAndYear, locale);
+    return text(date, &Formats::monthAndYear, locale);
 }
 
 std::optional<std::string> formatIso8601(Date date) {

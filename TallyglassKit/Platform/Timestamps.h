@@ -1,5 +1,5 @@
 // Dates as text: for the user in the words and the time zone of a locale, for programs in ISO 8601.
-// Without shared mutable state; any thread. No date is out of bounds: one beyond what calendars count shows
+// Any thread. No date is out of bounds: one beyond what calendars count shows
 // as the furthest that they do, and one that is no number as "—".
 
 #pragma once

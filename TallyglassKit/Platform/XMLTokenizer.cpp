@@ -6,7 +6,7 @@
 #include "TallyglassKit/Platform/UTF8.h"
 #include "TallyglassKit/Platform/XMLEncoding.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

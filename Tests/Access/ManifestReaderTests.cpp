@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace tallyglass {
 namespace {
 
@@ -67,6 +69,15 @@ TEST_F(Manifest, saysWhyTheFileInTheMachineDirectoryCanNotBeRead) {
     const std::string text = outcome(reader());
     EXPECT_EQ(text.rfind("Could not read the backup manifest: ", 0), 0) << text;
     EXPECT_NE(text.find("No such file or directory"), std::string::npos) << text;
+}
+
+TEST_F(Manifest, isRefusedBeforeItIsLoadedWhenItIsTooLarge) {
+    for (const std::string& file : {std::string("machine/backup_manifest.plist"), exportFile}) {
+        std::filesystem::resize_file(m_folder.write(file, ""), std::uintmax_t{6} << 30);
+        const std::string text = outcome(reader());
+        EXPECT_EQ(text,
+                  "Could not read the backup manifest: " + (m_folder / file).string() + ": File too large");
+    }
 }
 
 TEST_F(Manifest, isReadAsExportAloneOrNotAtAll) {

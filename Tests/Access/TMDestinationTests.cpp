@@ -51,12 +51,5 @@ TEST(TMDestination, hasNoUsedFractionOfNothing) {
     EXPECT_EQ((TMDestination{.bytesUsed = -3, .bytesAvailable = 1}.usedFraction()), std::nullopt);
 }
 
-TEST(TMDestination, findsItsKindByRawValueAlone) {
-    using Kind = TMDestination::Kind;
-    for (const auto kind : {Kind::network, Kind::local, Kind::unknown})
-        EXPECT_EQ(fromRawValue<Kind>(rawValue(kind)), kind);
-    EXPECT_FALSE(fromRawValue<Kind>("Network"));
-}
-
 } // namespace
 } // namespace tallyglass

@@ -245,6 +245,9 @@ TEST_F(TallyWithScriptTest, tellsFailuresInOneLine) {
     EXPECT_EQ(failed.exitCode, 1);
     EXPECT_EQ(failed.err, "tally: first second\n");
 
+    tmutilDoes("printf 'first\\000second' >&2; exit 70");
+    EXPECT_EQ(tally({"--root", root(), "backups"}).err, "tally: first\uFFFDsecond\n");
+
     const auto missing = tally({"--root", (folder() / "nowhere").string(), "status"});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_THAT(missing.err, StartsWith("tally: Could not run tmutil: "));
@@ -258,30 +261,73 @@ TEST_F(TallyWithScriptTest, tellsFailuresInOneLine) {
     EXPECT_TRUE(isOneLine(noCache.err)) << noCache.err;
 }
 
-TEST_F(TallyWithScriptTest, stopsTheChildAndRecordsTheCancellationWhenItIsInterrupted) {
-    const auto pidFile = (folder() / "pid").string();
-    tmutilDoes("echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile + "'; exec sleep 600");
-    std::vector<std::string> arguments{program("tally"), "--root", root(), "compare", "/a", "/b"};
-    std::vector<char*> argv;
-    for (auto& argument : arguments)
-        argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    pid_t tallyPid = 0;
-    ASSERT_EQ(posix_spawn(&tallyPid, argv[0], nullptr, nullptr, argv.data(), environ), 0);
-    while (!std::filesystem::exists(pidFile))
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+TEST_F(TallyWithScriptTest, runsChildrenWhereTheirEndsWereIgnored) {
+    tmutilDoes("echo '/Volumes/B/2026-01-01-000000.backup'");
+    const auto run = shell("env --ignore-signal=CHLD \"$TALLY\" --root '" + root() + "' backups");
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_THAT(run.out, EndsWith("/Volumes/B/2026-01-01-000000.backup\n"));
+}
 
-    kill(tallyPid, SIGINT);
-    int status = 0;
-    ASSERT_EQ(waitpid(tallyPid, &status, 0), tallyPid);
+TEST_F(TallyWithScriptTest, saysSoWhenDescriptorsRunOut) {
+    tmutilDoes("echo '/Volumes/B/2026-01-01-000000.backup'");
+    int failures = 0;
+    for (const char* command : {"backups", "compare /a /b", "manifest"})
+        for (int descriptors = 4; descriptors <= 14; ++descriptors) {
+            const auto run = shell("ulimit -n " + std::to_string(descriptors) + "; exec \"$TALLY\" --root '" +
+                                   root() + "' " + command);
+            if (run.exitCode == 0)
+                continue;
+            ++failures;
+            EXPECT_EQ(run.exitCode, 1) << command << " with " << descriptors;
+            EXPECT_TRUE(isOneLine(run.err) && run.err.starts_with("tally: ")) << run.err;
+        }
+    EXPECT_GT(failures, 5);
+}
 
-    EXPECT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 130);
-    pid_t child = 0;
-    std::ifstream(pidFile) >> child;
-    EXPECT_GT(child, 0);
-    EXPECT_NE(kill(child, 0), 0) << "the child lives on";
-    EXPECT_EQ(tally({"comparisons", "--json"}).json().at(0).at("errorMessage"), "Cancelled");
+/// A comparison that is interrupted while its child runs.
+class TallyInterruptionTest : public TallyWithScriptTest {
+protected:
+    /// Sends the signals when the child, which first does as `script` says, would sleep; returns the exit
+    /// code of tally.
+    int exitCode(const std::string& script, const std::vector<int>& signals) {
+        const auto pidFile = (folder() / "pid").string();
+        tmutilDoes(script + "; echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile +
+                   "'; exec sleep 600");
+        std::vector<std::string> arguments{program("tally"), "--root", root(), "compare", "/a", "/b"};
+        std::vector<char*> argv;
+        for (auto& argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        pid_t pid = 0;
+        EXPECT_EQ(posix_spawn(&pid, argv[0], nullptr, nullptr, argv.data(), environ), 0);
+        while (!std::filesystem::exists(pidFile))
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        std::ifstream(pidFile) >> m_child;
+        for (const int signal : signals)
+            kill(pid, signal);
+        int status = 0;
+        EXPECT_EQ(waitpid(pid, &status, 0), pid);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    [[nodiscard]] bool childLivesOn() const { return m_child <= 0 || kill(m_child, 0) == 0; }
+    void TearDown() override {
+        if (m_child > 0)
+            kill(m_child, SIGKILL);
+        EXPECT_EQ(tally({"comparisons", "--json"}).json().at(0).at("errorMessage"), "Cancelled");
+    }
+
+private:
+    pid_t m_child = 0;
+};
+
+TEST_F(TallyInterruptionTest, stopsTheChildAndRecordsTheCancellation) {
+    EXPECT_EQ(exitCode(":", {SIGINT}), 130);
+    EXPECT_FALSE(childLivesOn());
+}
+
+TEST_F(TallyInterruptionTest, killsAChildThatWontStopAtTheSecondSignal) {
+    EXPECT_EQ(exitCode("trap '' TERM", {SIGINT, SIGTERM}), 130);
+    EXPECT_FALSE(childLivesOn());
 }
 
 } // namespace

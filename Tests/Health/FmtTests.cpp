@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <thread>
+#include <vector>
 
 namespace tallyglass {
 
@@ -57,6 +62,34 @@ TEST(Fmt, showsNeverForAnAbsentDate) {
 
 TEST(Fmt, showsATimestampInTheTimeZone) {
     EXPECT_EQ(Fmt::timestamp(dateSince1970(1'795'376'280), english), "Nov 22, 2026 at 7:38\u202FPM");
+}
+
+TEST(Fmt, givesEachOfManyThreadsTheWordsOfItsLocale) {
+    const std::vector<UserLocale> locales{
+        {"en_US", "UTC"}, {"de_DE", "Europe/Berlin"}, {"en_US", "Asia/Tokyo"}};
+    const auto words = [](const UserLocale& locale) {
+        const Date date = dateSince1970(1'795'376'280);
+        return Fmt::size(0, locale) + Fmt::size(12'345'678, locale) +
+               Fmt::duration(4'200.0, DurationStyle::full, locale) +
+               Fmt::duration(93'600.0, DurationStyle::abbreviated, locale) +
+               Fmt::relative(date, dateSince1970(1'795'300'000), locale) + Fmt::timestamp(date, locale);
+    };
+    std::vector<std::string> expected;
+    std::ranges::transform(locales, std::back_inserter(expected), words);
+    std::atomic<int> wrong = 0;
+    {
+        std::vector<std::jthread> threads;
+        for (std::size_t thread = 0; thread < 8; ++thread)
+            threads.emplace_back([&, thread] {
+                for (std::size_t call = 0; call < 20; ++call) {
+                    const auto index = (thread + call / 5) % locales.size();
+                    wrong += words(locales[index]) != expected[index];
+                }
+            });
+    }
+    EXPECT_NE(expected[0], expected[1]);
+    EXPECT_NE(expected[0], expected[2]);
+    EXPECT_EQ(wrong, 0);
 }
 
 } // namespace tallyglass

@@ -64,9 +64,10 @@ TEST(Task, deliversWhatItPostsAndThenItsOutcomeOnTheMainThread) {
 
 TEST(Task, deliversAFailureWithItsWords) {
     Listener listener;
-    const auto handle = listener.start([](TaskContext&) -> std::string { throw Error("no disk"); });
+    const auto handle =
+        listener.start([](TaskContext&) -> std::string { throw Error(std::string("no\0disk", 7)); });
     waitUntil([&] { return !handle.isActive(); });
-    EXPECT_THAT(listener.heard, ElementsAre("failure no disk"));
+    EXPECT_THAT(listener.heard, ElementsAre("failure no\uFFFDdisk"));
 }
 
 TEST(Task, thatIsStoppedStillDeliversItsEnd) {
@@ -138,8 +139,8 @@ TEST(Task, mayBeFollowedByTheNextOneInTheSameHandle) {
     waitUntil([&] { return runs == 3 && !handle.isActive(); });
 }
 
-TEST(Task, letsManyJobsWaitAtTheSameTime) {
-    constexpr int count = 24;
+TEST(Task, letsAnyNumberOfJobsWaitForEachOther) {
+    constexpr int count = 200;
     Listener listener;
     std::latch together(count);
     std::vector<TaskHandle> handles;

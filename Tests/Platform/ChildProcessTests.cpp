@@ -176,6 +176,22 @@ TEST_F(ChildProcessEnd, isTheExitStatusOrTheSignal) {
     EXPECT_EQ(run({"--out", "x", "--die", "9"}).end, Ended(ChildProcess::Signalled{9}));
 }
 
+TEST_F(ChildProcessEnd, isLearnedInAProgramThatWasStartedToIgnoreIt) {
+    struct sigaction before {};
+    struct sigaction ignoring {};
+    ignoring.sa_handler = SIG_IGN;
+    sigaction(SIGCHLD, &ignoring, &before);
+    const auto first = run({"--exit", "7"});
+    ignoring.sa_handler = SIG_DFL;
+    ignoring.sa_flags = SA_NOCLDWAIT;
+    sigaction(SIGCHLD, &ignoring, nullptr);
+    const auto second = run({"--exit", "8"});
+    sigaction(SIGCHLD, &before, nullptr);
+
+    EXPECT_EQ(first.end, Ended(ChildProcess::Exited{7}));
+    EXPECT_EQ(second.end, Ended(ChildProcess::Exited{8}));
+}
+
 TEST_F(ChildProcessEnd, isWaitedForBeyondTheEndOfTheStreams) {
     const TemporaryFolder folder;
     const NamedPipe pipe(folder / "pipe");
@@ -245,6 +261,18 @@ TEST_F(ChildProcessStop, killsAChildThatWontTerminate) {
             stubborn.killAfter = killAfter;
             stopAtOutput(stubborn);
         }
+}
+
+TEST_F(ChildProcessStop, ofAllChildrenKillsThemAndThoseThatFollow) {
+    const auto killBoth = [] {
+        ChildProcess running = child({"--ignore-term", "--out", "ready", "--pause"});
+        running.onOutput = [](std::size_t) { ChildProcess::killAll(); };
+        const bool areKilled = running.run().end == Ended(ChildProcess::Signalled{SIGKILL}) &&
+                               run({"--pause"}).end == Ended(ChildProcess::Signalled{SIGKILL});
+        std::_Exit(areKilled && ProcessResources::now().children == 0 ? 0 : 1);
+    };
+
+    EXPECT_EXIT(killBoth(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(ChildProcessStop, thatComesBeforehandStillLaunchesTheChild) {
@@ -351,13 +379,6 @@ TEST_F(ChildProcessFailure, leavesNothingWhenDescriptorsRunOut) {
 
     EXPECT_GT(failures, 3);
     EXPECT_GT(successes, 0);
-}
-
-TEST_F(ChildProcessFailure, isToldWhereTheEndsOfChildrenAreLost) {
-    const auto action = std::signal(SIGCHLD, SIG_IGN);
-
-    EXPECT_THROW(run({}), ChildProcess::LaunchError);
-    std::signal(SIGCHLD, action);
 }
 
 // The sanitizers need more memory for themselves.

@@ -92,6 +92,16 @@ TEST(ReadFile, returnsAllBytes) {
     EXPECT_TRUE(readFile("/proc/self/status").view().starts_with("Name:")); // which tells no size
 }
 
+TEST(ReadFile, refusesMoreThanTheMostOfAFileOfAnySize) {
+    const ResourceGuard guard;
+    const TemporaryFolder folder;
+    const auto file = folder.write("file", "1234");
+
+    EXPECT_EQ(readFile(file, {}, 4).view(), "1234");
+    EXPECT_EQ(failure([&] { static_cast<void>(readFile(file, {}, 3)); }), EFBIG);
+    EXPECT_EQ(failure([&] { static_cast<void>(readFile("/proc/self/status", {}, 3)); }), EFBIG);
+}
+
 TEST(ReadFile, failsInThePlatformsWords) {
     const ResourceGuard guard;
     const TemporaryFolder folder;

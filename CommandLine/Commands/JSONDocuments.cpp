@@ -1,4 +1,4 @@
-#include "CommandLine/Commands/ModelJSON.h"
+#include "CommandLine/Commands/JSONDocuments.h"
 
 #include "TallyglassKit/Access/BackupManifest.h"
 #include "TallyglassKit/Access/BackupStatus.h"
@@ -9,7 +9,45 @@
 #include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Platform/Timestamps.h"
 
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+
 namespace tallyglass::commandline {
+
+namespace {
+
+using JSON = nlohmann::ordered_json;
+
+// Declared for the templates, which look them up where they stand.
+JSON toJSON(Date date);
+JSON toJSON(const TMDestination& destination);
+JSON toJSON(const TMSettings& settings);
+JSON toJSON(const BackupManifestEntry& entry);
+JSON toJSON(const Comparison& comparison);
+JSON toJSON(const ChangeRecord& change);
+JSON toJSON(const DirectoryRollup& rollup);
+JSON toJSON(const DiffEngine::Backup& backup);
+JSON toJSON(const DestinationHealth& health);
+JSON toJSON(const std::pair<Comparison, ChangeRecord>& event);
+
+template <typename Value>
+JSON toJSON(const std::optional<Value>& value) {
+    if (!value)
+        return nullptr;
+    if constexpr (std::is_arithmetic_v<Value> || std::is_convertible_v<Value, std::string_view>)
+        return *value;
+    else
+        return toJSON(*value);
+}
+
+template <typename Values>
+JSON toJSONArray(const Values& values) {
+    JSON array = JSON::array();
+    for (const auto& value : values)
+        array.push_back(toJSON(value));
+    return array;
+}
 
 JSON toJSON(Date date) {
     return toJSON(formatIso8601(date));
@@ -116,6 +154,87 @@ JSON toJSON(const ChangeRecord& change) {
 
 JSON toJSON(const DirectoryRollup& rollup) {
     return {{"path", rollup.path}, {"changeCount", rollup.changeCount}, {"bytesDelta", rollup.bytesDelta}};
+}
+
+JSON toJSON(const DiffEngine::Backup& backup) {
+    return {{"path", backup.path}, {"date", toJSON(backup.date)}};
+}
+
+JSON toJSON(const DestinationHealth& health) {
+    JSON document{{"destination", health.destination.displayName()}, {"id", health.destination.id}};
+    document.update(toJSON(health.health));
+    return document;
+}
+
+JSON toJSON(const std::pair<Comparison, ChangeRecord>& event) {
+    return {{"comparison", toJSON(event.first)}, {"change", toJSON(event.second)}};
+}
+
+void print(std::ostream& out, const JSON& document) {
+    // File names needn't be valid UTF-8, JSON must be.
+    out << document.dump(2, ' ', false, JSON::error_handler_t::replace) << "\n";
+}
+
+} // namespace
+
+void printStatusJSON(std::ostream& out, const BackupStatus& status, FDAStatus access,
+                     std::span<const DestinationHealth> healths) {
+    JSON document = toJSON(status);
+    document["access"] = rawValue(access);
+    document["health"] = JSON::array();
+    for (const auto& [destination, health] : healths)
+        document["health"].push_back(
+            {{"destination", destination.displayName()}, {"summary", health.summary()}});
+    print(out, document);
+}
+
+void printJSON(std::ostream& out, const std::optional<TMSettings>& settings) {
+    print(out, toJSON(settings));
+}
+
+void printJSON(std::ostream& out, std::span<const DestinationHealth> healths) {
+    print(out, toJSONArray(healths));
+}
+
+void printJSON(std::ostream& out, std::span<const DiffEngine::Backup> backups) {
+    print(out, toJSONArray(backups));
+}
+
+void printJSON(std::ostream& out, std::span<const BackupManifestEntry> entries) {
+    print(out, toJSONArray(entries));
+}
+
+void printJSON(std::ostream& out, std::span<const Comparison> comparisons) {
+    print(out, toJSONArray(comparisons));
+}
+
+void printJSON(std::ostream& out, std::span<const ChangeRecord> changes) {
+    print(out, toJSONArray(changes));
+}
+
+void printJSON(std::ostream& out, std::span<const DirectoryRollup> rollups) {
+    print(out, toJSONArray(rollups));
+}
+
+void printJSON(std::ostream& out, std::span<const std::pair<Comparison, ChangeRecord>> history) {
+    print(out, toJSONArray(history));
+}
+
+void printJSON(std::ostream& out, const ComparisonResult& result, std::span<const ChangeRecord> changes) {
+    print(out, {{"cached", result.cached},
+                {"comparison", toJSON(result.comparison)},
+                {"changes", toJSONArray(changes)}});
+}
+
+void printOverviewJSON(std::ostream& out, const BackupStatus& status,
+                       const std::optional<TMSettings>& settings, std::span<const DiffEngine::Backup> latest,
+                       const std::optional<ComparisonResult>& result, std::span<const ChangeRecord> biggest) {
+    print(out, {{"status", toJSON(status)},
+                {"settings", toJSON(settings)},
+                {"backups", toJSONArray(latest)},
+                {"comparison", result ? toJSON(result->comparison) : JSON(nullptr)},
+                {"cached", result ? JSON(result->cached) : JSON(nullptr)},
+                {"biggestChanges", toJSONArray(biggest)}});
 }
 
 } // namespace tallyglass::commandline
