@@ -99,6 +99,28 @@ TEST_F(ConnectionTest, givesUpOnALockAfterFiveSeconds) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(4900));
 }
 
+TEST_F(ConnectionTest, waitsForALockAsLongAsItsHolderGetsOn) {
+    Connection waiting(folder / "test.sqlite", std::chrono::seconds(1));
+    connection.execute("PRAGMA cache_size = 5"); // what doesn't fit is written before the end
+    {
+        Transaction transaction(connection, Transaction::Kind::write);
+        std::jthread waiter([&] { EXPECT_NO_THROW(waiting.execute("INSERT INTO t VALUES (1)")); });
+        for (int row = 0; row < 150; ++row) {
+            connection.execute("INSERT INTO t VALUES (zeroblob(50000))");
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        transaction.commit();
+    }
+    EXPECT_EQ(count(connection), 151);
+}
+
+TEST_F(ConnectionTest, waitsForALockUntilAGivenMoment) {
+    Connection patient(folder / "test.sqlite", std::chrono::hours(1));
+    const Transaction transaction(connection, Transaction::Kind::write);
+    const StopScope scope(patient, {}, std::chrono::steady_clock::now() + std::chrono::milliseconds(20));
+    EXPECT_EQ(codeOf([&] { patient.execute("INSERT INTO t VALUES (1)"); }), SQLITE_BUSY);
+}
+
 TEST_F(ConnectionTest, stopsAStatementThatWouldNeverEnd) {
     const auto endless = [&](std::stop_token stop) {
         const StopScope scope(connection, std::move(stop));
