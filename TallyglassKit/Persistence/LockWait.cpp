@@ -14,8 +14,8 @@ constexpr std::chrono::milliseconds longestPause = breakForOthers - std::chrono:
 
 bool LockWait::goesOn(int attempt, const std::stop_token& stop) {
     const auto now = Clock::now();
-    if (auto traces = this->traces(); attempt == 0 || traces != m_traces) {
-        m_traces = std::move(traces);
+    if (const Traces present = traces(); attempt == 0 || present != m_traces) {
+        m_traces = present;
         m_lastProgress = now;
     }
     const auto end = m_lastProgress + m_timeout;

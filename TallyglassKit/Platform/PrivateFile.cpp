@@ -40,15 +40,15 @@ void makePrivateFile(const std::filesystem::path& file) {
         return;
     }
     // Where a link leads nowhere, the file is made there, which O_EXCL would forbid.
-    const int exclusively = std::filesystem::is_symlink(file) ? 0 : O_EXCL;
+    const bool isLink = lstat(file.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
     const FileDescriptor descriptor(
-        open(file.c_str(), O_CREAT | exclusively | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        open(file.c_str(), O_CREAT | (isLink ? 0 : O_EXCL) | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (descriptor.isOpen() ? fchmod(descriptor.number(), S_IRUSR | S_IWUSR) != 0 : errno != EEXIST)
         throw FileError(errno, file);
 }
 
 void takeRightsFromOthers(const std::filesystem::path& path) {
-    // No descriptor here either, which could be followed by a lost lock.
+    // Without a descriptor, for the same reason.
     constexpr mode_t others = S_IRWXG | S_IRWXO;
     struct stat status {};
     if (lstat(path.c_str(), &status) != 0 || status.st_uid != geteuid() || !(status.st_mode & others))

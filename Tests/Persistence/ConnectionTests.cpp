@@ -73,18 +73,6 @@ TEST_F(ConnectionTest, saysWhatSQLiteSays) {
     EXPECT_THROW(static_cast<void>(connection.query("SELEKT")), DatabaseError);
 }
 
-TEST_F(ConnectionTest, waitsForALockUntilItIsFree) {
-    Connection other(folder / "test.sqlite");
-    std::optional<Transaction> transaction(std::in_place, other, Transaction::Kind::write);
-
-    std::jthread writer([&] { connection.execute("INSERT INTO t VALUES (1)"); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(30)); // most often time to begin to wait
-    transaction.reset();
-    writer.join();
-
-    EXPECT_EQ(count(other), 1);
-}
-
 TEST_F(ConnectionTest, givesUpOnALockAfterFiveSeconds) {
     Connection other(folder / "test.sqlite");
     const Transaction transaction(other, Transaction::Kind::write);
@@ -135,20 +123,6 @@ TEST_F(ConnectionTest, stopsAStatementThatWouldNeverEnd) {
 
     EXPECT_THROW(endless(source.get_token()), Cancelled); // stopped before it began
     EXPECT_EQ(count(connection), 0);                      // works as before
-}
-
-TEST_F(ConnectionTest, stopsAWaitForALock) {
-    Connection patient(folder / "test.sqlite", std::chrono::hours(1));
-    const Transaction transaction(connection, Transaction::Kind::write);
-    std::stop_source source;
-    std::jthread stopper([&] { source.request_stop(); });
-
-    EXPECT_THROW(
-        {
-            const StopScope scope(patient, source.get_token());
-            patient.execute("INSERT INTO t VALUES (1)");
-        },
-        Cancelled);
 }
 
 TEST_F(ConnectionTest, appliesEachMigrationOnceAndFailuresAlone) {
