@@ -1,5 +1,6 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
 
+#include "TallyglassKit/Comparison/BackupStoreOperation.h"
 #include "TallyglassKit/Comparison/BackupStoreRecords.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/FullText.h"
@@ -83,72 +84,21 @@ BackupStore::~BackupStore() = default;
 
 std::optional<Comparison> BackupStore::completedComparison(const std::string& fromPath,
                                                            const std::string& toPath,
-                                                           const CompareOptions& options) {
-    auto found = comparison(Comparison::makeID(fromPath, toPath, options.cacheKey()));
+                                                           const CompareOptions& options,
+                                                           std::stop_token stop) {
+    auto found = comparison(Comparison::makeID(fromPath, toPath, options.cacheKey()), std::move(stop));
     return found && !found->isPartial ? std::move(found) : std::nullopt;
 }
 
-std::optional<Comparison> BackupStore::comparison(const std::string& id) {
-    const std::lock_guard lock(m_mutex);
+std::optional<Comparison> BackupStore::comparison(const std::string& id, std::stop_token stop) {
+    const Operation operation(*this, std::move(stop));
     return fetchOne<Comparison>(*m_connection, id);
 }
 
 std::vector<Comparison> BackupStore::allComparisons() {
-    const std::lock_guard lock(m_mutex);
+    const Operation operation(*this);
     const Query query = m_connection->query("SELECT * FROM comparison ORDER BY startedAt DESC");
     return fetchAll<Comparison>(*query);
-}
-
-Comparison BackupStore::beginComparison(const Comparison& comparison) {
-    Comparison started = comparison;
-    started.isPartial = true;
-    started.completedAt.reset();
-    started.errorMessage.reset();
-    started.addedCount = started.removedCount = started.modifiedCount = 0;
-    started.bytesAdded = started.bytesRemoved = 0;
-
-    const std::lock_guard lock(m_mutex);
-    Transaction transaction(*m_connection, Transaction::Kind::write);
-    const Query removal = m_connection->query("DELETE FROM fileChange WHERE comparisonID = ?");
-    removal->bindText(1, started.id);
-    removal->run();
-    upsert(*m_connection, started);
-    transaction.commit();
-    return started;
-}
-
-void BackupStore::appendChanges(std::span<const ChangeRecord> changes, const std::string& comparisonID) {
-    const std::lock_guard lock(m_mutex);
-    Transaction transaction(*m_connection, Transaction::Kind::write);
-    insertAll(*m_connection, changes);
-    if (auto comparison = fetchOne<Comparison>(*m_connection, comparisonID)) {
-        for (const ChangeRecord& change : changes)
-            comparison->count(change);
-        update(*m_connection, *comparison);
-    }
-    transaction.commit();
-}
-
-void BackupStore::finishComparison(const std::string& id, const std::optional<std::string>& error) {
-    const Date now = m_clock();
-    const std::lock_guard lock(m_mutex);
-    Transaction transaction(*m_connection, Transaction::Kind::write);
-    if (auto comparison = fetchOne<Comparison>(*m_connection, id)) {
-        comparison->completedAt = now;
-        comparison->errorMessage = error;
-        comparison->isPartial = error.has_value();
-        update(*m_connection, *comparison);
-    }
-    transaction.commit();
-}
-
-void BackupStore::deleteComparison(const std::string& id) {
-    const std::lock_guard lock(m_mutex);
-    Transaction transaction(*m_connection, Transaction::Kind::write);
-    const Query removal = m_connection->query("DELETE FROM comparison WHERE id = ?");
-    removal->bindText(1, id);
-    removal->run();
-    transaction.commit();
 }
 
 Changes BackupStore::changes(const std::string& comparisonID,
@@ -159,8 +109,7 @@ Changes BackupStore::changes(const std::string& comparisonID,
     const bool searches = search && !trimmed(*search).empty();
     const auto pattern = searches ? fmt::format("%{}%", *search) : std::string();
 
-    const std::lock_guard lock(m_mutex);
-    const StopScope stopScope(*m_connection, std::move(stop));
+    const Operation operation(*this, std::move(stop));
     const Transaction transaction(*m_connection, Transaction::Kind::read);
     Changes result;
     if (!searches)
@@ -185,7 +134,7 @@ Changes BackupStore::changes(const std::string& comparisonID,
 }
 
 std::int64_t BackupStore::changeCount(const std::string& comparisonID) {
-    const std::lock_guard lock(m_mutex);
+    const Operation operation(*this);
     const Query query = m_connection->query("SELECT COUNT(*) FROM fileChange WHERE comparisonID = ?");
     query->bindText(1, comparisonID);
     return query->step() ? query->value(0).integer() : 0;
@@ -193,8 +142,7 @@ std::int64_t BackupStore::changeCount(const std::string& comparisonID) {
 
 std::vector<DirectoryRollup> BackupStore::rollups(const std::string& comparisonID, std::int64_t limit,
                                                   std::stop_token stop) {
-    const std::lock_guard lock(m_mutex);
-    const StopScope stopScope(*m_connection, std::move(stop));
+    const Operation operation(*this, std::move(stop));
     const Query query = m_connection->query(
         "SELECT parentPath AS path, COUNT(*) AS changeCount, "
         "COALESCE(SUM(COALESCE(sizeDelta, size, 0)), 0) AS bytesDelta FROM fileChange "
@@ -206,8 +154,7 @@ std::vector<DirectoryRollup> BackupStore::rollups(const std::string& comparisonI
 
 std::vector<std::pair<Comparison, ChangeRecord>> BackupStore::history(const std::string& path,
                                                                       std::stop_token stop) {
-    const std::lock_guard lock(m_mutex);
-    const StopScope stopScope(*m_connection, std::move(stop));
+    const Operation operation(*this, std::move(stop));
     const Transaction transaction(*m_connection, Transaction::Kind::read);
     const Query query = m_connection->query("SELECT * FROM fileChange WHERE path = ?");
     query->bindText(1, path);
@@ -225,8 +172,7 @@ Changes BackupStore::searchPaths(const std::string& text, std::int64_t limit, st
     const auto words = trimmed(text);
     if (words.empty())
         return {};
-    const std::lock_guard lock(m_mutex);
-    const StopScope stopScope(*m_connection, std::move(stop));
+    const Operation operation(*this, std::move(stop));
     const auto pattern = prefixQuery(*m_connection, words);
     if (pattern.empty())
         return {};

@@ -3,11 +3,11 @@
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
+#include "TallyglassKit/Comparison/ComparisonRun.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
 #include "TallyglassKit/Platform/Error.h"
 
-#include <algorithm>
-#include <span>
+#include <iterator>
 #include <utility>
 
 namespace tallyglass {
@@ -62,56 +62,50 @@ Comparison DiffEngine::runComparison(const Operands& operands, const CompareOpti
             progress(event);
     };
     if (useCache) {
-        if (const auto cached = m_store.completedComparison(operands.from, operands.to, options)) {
+        if (const auto cached = m_store.completedComparison(operands.from, operands.to, options, stop)) {
             send(*cached);
             return *cached;
         }
     }
 
-    // From here on the row says how the run ended, in whichever way it does. The clean-up writes take no stop
-    // token: they must happen after a cancellation above all.
-    const auto comparison =
-        m_store.beginComparison(Comparison(operands.from, operands.to, operands.fromDate, operands.toDate,
-                                           options.depth.value_or(0), options.cacheKey(), m_clock()));
-    const auto finishWith = [&](const std::string& failure) noexcept {
-        try {
-            m_store.finishComparison(comparison.id, failure);
-        } catch (...) { // the failure that brought us here is the one to tell
-        }
-    };
+    const Comparison built(operands.from, operands.to, operands.fromDate, operands.toDate,
+                           options.depth.value_or(0), options.cacheKey(), m_clock());
+    const auto begun =
+        useCache ? m_store.beginUnlessCompleted(built, stop) : m_store.beginComparison(built, stop);
+    if (!begun.isPartial) { // another run has ended since
+        send(begun);
+        return begun;
+    }
+
+    // From here on the row says how the run ended, in whichever way it does.
+    ComparisonRun run(m_store, begun, useCache);
     try {
-        const auto finished = fill(comparison, operands, options, send, stop);
+        const auto finished = fill(run, begun.id, operands, options, send, stop);
         send(finished);
         return finished;
     } catch (const Cancelled&) {
-        finishWith("Cancelled");
+        run.fail("Cancelled");
         throw;
     } catch (const std::exception& failure) {
-        finishWith(failure.what());
+        run.fail(failure.what());
         throw;
     }
 }
 
-Comparison DiffEngine::fill(const Comparison& comparison, const Operands& operands,
+Comparison DiffEngine::fill(ComparisonRun& run, const std::string& id, const Operands& operands,
                             const CompareOptions& options, const OnProgress& send,
                             const std::stop_token& stop) const {
     send(Running{});
-    const auto decoded = TMUtilCompare::compare(
-        m_runner, operands.from, operands.to, operands.stripRoots, options, comparison.id,
-        [&](std::int64_t total) { send(Running{total}); }, stop);
+    const auto changes = TMUtilCompare::compare(
+                             m_runner, operands.from, operands.to, operands.stripRoots, options, id,
+                             [&](std::int64_t total) { send(Running{total}); }, stop)
+                             .changes;
     throwIfStopped(stop);
     send(Decoding{});
-
-    const std::span<const ChangeRecord> changes = decoded.changes;
-    for (std::size_t done = 0; done < changes.size();) {
-        throwIfStopped(stop);
-        const auto batch = changes.subspan(done, std::min(m_batchSize, changes.size() - done));
-        m_store.appendChanges(batch, comparison.id);
-        done += batch.size();
-        send(Storing{static_cast<std::int64_t>(done), static_cast<std::int64_t>(changes.size())});
-    }
-    m_store.finishComparison(comparison.id, std::nullopt);
-    return m_store.comparison(comparison.id).value_or(comparison);
+    const auto sendStored = [&](std::size_t done) {
+        send(Storing{static_cast<std::int64_t>(done), std::ssize(changes)});
+    };
+    return run.store(changes, m_batchSize, sendStored, stop);
 }
 
 std::vector<DiffEngine::Backup> DiffEngine::availableBackups(const std::stop_token& stop) const {

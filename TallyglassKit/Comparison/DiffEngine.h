@@ -1,5 +1,6 @@
 // Runs one comparison from start to end: looks in the cache, runs `tmutil compare`, decodes its output,
-// stores it in batches, and keeps the comparison's row true to what happened, however the run ends.
+// stores it in batches, and keeps the comparison's row true to what happened, however the run ends. Runs of
+// one comparison may meet, in one process or several: see ComparisonRun.
 //
 // Thread-safe and immutable; several comparisons may run at once on one engine. Operations block until done
 // and can be stopped. The runner is copied; the store is borrowed and must outlive the engine.
@@ -23,6 +24,7 @@
 namespace tallyglass {
 
 class BackupStore;
+class ComparisonRun;
 struct CompareOptions;
 
 class DiffEngine {
@@ -83,8 +85,9 @@ private:
 
     Comparison runComparison(const Operands& operands, const CompareOptions& options, bool useCache,
                              const OnProgress& progress, const std::stop_token& stop) const;
-    Comparison fill(const Comparison& comparison, const Operands& operands, const CompareOptions& options,
-                    const OnProgress& progress, const std::stop_token& stop) const;
+    Comparison fill(ComparisonRun& run, const std::string& id, const Operands& operands,
+                    const CompareOptions& options, const OnProgress& progress,
+                    const std::stop_token& stop) const;
 
     const TMUtilRunner m_runner;
     BackupStore& m_store;

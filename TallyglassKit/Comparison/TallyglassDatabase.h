@@ -18,8 +18,9 @@ struct TallyglassDatabase {
     [[nodiscard]] static std::filesystem::path defaultURL();
 
     /// Opens the file, making it and the folders above it when they are missing, readable by their user
-    /// alone, and brings it to the present schema. The connection waits for the locks of others up to
-    /// `lockTimeout`. Throws Error, most often a DatabaseError. A file that can't be opened stays as it is.
+    /// alone, and brings it to the present schema. The connection waits for the lock of another up to
+    /// `lockTimeout` after that one's last progress. Throws Error, most often a DatabaseError. A file that
+    /// can't be opened stays as it is.
     [[nodiscard]] static std::unique_ptr<Connection>
     makeQueue(const std::filesystem::path& url,
               std::chrono::milliseconds lockTimeout = std::chrono::seconds(5));

@@ -6,8 +6,6 @@
 #include <SQLiteCpp/Exception.h>
 #include <sqlite3.h>
 
-#include <algorithm>
-#include <thread>
 #include <tuple>
 
 namespace tallyglass {
@@ -42,12 +40,15 @@ DatabaseError makeError(int code, const std::string& text, const std::filesystem
 } // namespace
 
 Connection::Connection(const std::filesystem::path& file, std::chrono::milliseconds lockTimeout)
-    : m_file(std::filesystem::absolute(file)), m_lockTimeout(lockTimeout) {
+    : m_file(std::filesystem::absolute(file)), m_lockWait(lockTimeout) {
     try {
         m_database = std::make_unique<SQLite::Database>(m_file.string(), openFlags);
     } catch (const SQLite::Exception& failure) {
         throw makeError(failure.getErrorCode(), failure.what(), m_file);
     }
+    const char* name =
+        sqlite3_db_filename(handle(), "main"); // where a link leads, as its journal stands there
+    m_lockWait.watch({name, sqlite3_filename_journal(name)});
     sqlite3_busy_handler(handle(), &Connection::waitForLock, this);
 }
 
@@ -89,20 +90,15 @@ int Connection::isStopRequested(void* connection) {
 
 int Connection::waitForLock(void* connection, int attempt) {
     auto& self = *static_cast<Connection*>(connection);
-    const auto now = std::chrono::steady_clock::now();
-    if (attempt == 0)
-        self.m_waitingSince = now;
-    const auto left = self.m_waitingSince + self.m_lockTimeout - now;
-    if (left <= left.zero() || self.m_stop.stop_requested())
-        return 0;
-    const std::chrono::nanoseconds pause = std::chrono::milliseconds(std::min(attempt + 1, 20));
-    std::this_thread::sleep_for(std::min(pause, left));
-    return 1;
+    return self.m_lockWait.goesOn(attempt, self.m_stop);
 }
 
-StopScope::StopScope(Connection& connection, std::stop_token stop) : m_connection(connection) {
+StopScope::StopScope(Connection& connection, std::stop_token stop,
+                     std::optional<std::chrono::steady_clock::time_point> waitEnd)
+    : m_connection(connection) {
     if (stop.stop_requested())
         throw Cancelled();
+    connection.m_lockWait.setEnd(waitEnd);
     if (stop.stop_possible()) {
         connection.m_stop = std::move(stop);
         sqlite3_progress_handler(connection.handle(), stepsBetweenStopTests, &Connection::isStopRequested,
@@ -113,6 +109,7 @@ StopScope::StopScope(Connection& connection, std::stop_token stop) : m_connectio
 StopScope::~StopScope() {
     sqlite3_progress_handler(m_connection.handle(), 0, nullptr, nullptr);
     m_connection.m_stop = {};
+    m_connection.m_lockWait.setEnd({});
 }
 
 Transaction::Transaction(Connection& connection, Kind kind) : m_connection(connection) {

@@ -3,12 +3,14 @@
 
 #pragma once
 
+#include "TallyglassKit/Persistence/LockWait.h"
 #include "TallyglassKit/Persistence/Statement.h"
 
 #include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -20,12 +22,10 @@ class Database;
 
 namespace tallyglass {
 
-/// How long a statement waits for the lock of another connection before it fails.
-inline constexpr std::chrono::milliseconds defaultLockTimeout{5000};
-
 class Connection {
 public:
-    /// Opens the database file, making it when it is missing. Throws DatabaseError.
+    /// Opens the database file, making it when it is missing. Its statements wait for the locks of others as
+    /// LockWait says. Throws DatabaseError.
     explicit Connection(const std::filesystem::path& file,
                         std::chrono::milliseconds lockTimeout = defaultLockTimeout);
     ~Connection();
@@ -54,18 +54,19 @@ private:
     static int waitForLock(void* connection, int attempt);
 
     std::filesystem::path m_file;
-    std::chrono::milliseconds m_lockTimeout;
-    std::chrono::steady_clock::time_point m_waitingSince;
+    LockWait m_lockWait;
     std::stop_token m_stop;
     std::unique_ptr<SQLite::Database> m_database;
     std::map<std::string, Statement, std::less<>> m_statements; // after the database, so closed before it
 };
 
 /// While it lives, statements of the connection, and their waits for a lock, end with Cancelled soon after
-/// `stop` was stopped. Throws Cancelled at once if it already is.
+/// `stop` was stopped. Throws Cancelled at once if it already is. With a `waitEnd` they wait for locks until
+/// then at most.
 class StopScope {
 public:
-    StopScope(Connection& connection, std::stop_token stop);
+    StopScope(Connection& connection, std::stop_token stop,
+              std::optional<std::chrono::steady_clock::time_point> waitEnd = {});
     ~StopScope();
     StopScope(const StopScope&) = delete;
     StopScope& operator=(const StopScope&) = delete;

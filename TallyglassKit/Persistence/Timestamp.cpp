@@ -143,4 +143,8 @@ std::optional<Date> parseTimestamp(std::string_view text) {
     return dateSince1970((static_cast<double>(whole) * 1000 + fraction * 1000) / 1000);
 }
 
+Date asStored(Date date) {
+    return parseTimestamp(TimestampText(date)).value_or(date);
+}
+
 } // namespace tallyglass

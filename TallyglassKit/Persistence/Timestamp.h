@@ -26,4 +26,7 @@ private:
 /// seconds or with any fraction, "T" for the blank, and a zone at the end. Nothing for everything else.
 [[nodiscard]] std::optional<Date> parseTimestamp(std::string_view text);
 
+/// The moment as the database gives it back.
+[[nodiscard]] Date asStored(Date date);
+
 } // namespace tallyglass

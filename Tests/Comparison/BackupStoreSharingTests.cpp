@@ -1,4 +1,5 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
+#include "TallyglassKit/Comparison/ComparisonRun.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/DatabaseError.h"
@@ -113,6 +114,56 @@ TEST_F(BackupStoreSharingTest, stopsReadsAndNothingElse) {
     EXPECT_EQ(store.changes(id, {}, {}, 10, 0).size(), 10U);
     store.appendChanges(batch(id, 10), id);
     EXPECT_EQ(store.changeCount(id), 20);
+}
+
+TEST_F(BackupStoreSharingTest, stopsTheWaitsOfARunAndLimitsThoseOfItsCleanUp) {
+    BackupStore store(TallyglassDatabase::makeQueue(file, std::chrono::hours(1)));
+    BackupStore busy(TallyglassDatabase::makeQueue(file, std::chrono::hours(1)));
+    const auto run = store.beginComparison(Comparison("/a", "/b", {}, {}, 0, "k", Date()));
+    const auto expectStops = [&](BackupStore& waiting) {
+        const auto expectStop = [](const std::function<void(std::stop_token)>& work) {
+            std::stop_source source;
+            const std::jthread stopper([&] { source.request_stop(); });
+            EXPECT_THROW(work(source.get_token()), Cancelled);
+        };
+        expectStop([&](auto stop) { (void)waiting.completedComparison("/a", "/b", {}, stop); });
+        expectStop([&](auto stop) { (void)waiting.comparison(run.id, stop); });
+        expectStop([&](auto stop) { waiting.beginComparison(run, stop); });
+        expectStop([&](auto stop) { waiting.beginUnlessCompleted(run, stop); });
+        expectStop([&](auto stop) { waiting.appendChanges(batch(run.id, 1), run, stop); });
+        expectStop([&](auto stop) { waiting.finishComparison(run, std::nullopt, stop); });
+        expectStop([&](auto stop) { waiting.takeOver(run, run, {}, true, stop); });
+        EXPECT_THROW(waiting.finishComparison(run, "Cancelled"), DatabaseError);
+    };
+    const auto writer = TallyglassDatabase::makeQueue(file);
+    writer->execute("BEGIN EXCLUSIVE");
+    const std::jthread occupant([&] { busy.deleteComparison("none"); });
+    {
+        const std::jthread waitsForTheLock([&] { expectStops(store); });
+        expectStops(busy); // waits for the occupant
+    }
+    writer->execute("ROLLBACK");
+    EXPECT_EQ(BackupStore(file).comparison(run.id), run);
+}
+
+TEST_F(BackupStoreSharingTest, letsOthersHaveTheirTurnWhileARunStores) {
+    BackupStore store(file);
+    BackupStore other(file);
+    std::stop_source stop;
+    std::jthread small;
+    const auto startSmallRuns = [&](std::size_t) {
+        if (!small.joinable())
+            small = std::jthread([&] {
+                for (int number = 0; number < 5; ++number)
+                    begin(other, fmt::format("/{}", number));
+                stop.request_stop();
+            });
+    };
+    const auto begun = store.beginComparison(Comparison("/a", "/b", {}, {}, 0, "k", Date()));
+    const auto changes = batch(begun.id, 300'000);
+
+    EXPECT_THROW(ComparisonRun(store, begun, true).store(changes, 500, startSmallRuns, stop.get_token()),
+                 Cancelled);
 }
 
 TEST_F(BackupStoreSharingTest, leavesALongReadSoonAfterItIsStopped) {

@@ -3,6 +3,8 @@
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
+#include "TallyglassKit/Persistence/DatabaseError.h"
+#include "Tests/Comparison/FaultyDisk.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -15,6 +17,7 @@
 namespace tallyglass {
 namespace {
 
+using test::FaultyDisk;
 using test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::StartsWith;
@@ -175,6 +178,48 @@ TEST_F(DiffEngineTest, recordsACancellationOfTheToolAndOneJustAfterIt) {
     };
     EXPECT_THROW(engine().compare(from, to, options, true, {}, stop.get_token()), Cancelled);
     EXPECT_TRUE(rows(stored()).empty());
+}
+
+TEST_F(DiffEngineTest, endsWithoutRowsWhenItIsCancelledBeforeThem) {
+    answerWith(outputOf(numberedPaths(3)));
+    std::stop_source stop;
+    const auto stopBeforeTheFirst = [&](const DiffEngine::Progress& event) {
+        if (std::holds_alternative<DiffEngine::Decoding>(event))
+            stop.request_stop();
+    };
+    EXPECT_THROW(engine().compare(from, to, options, true, stopBeforeTheFirst, stop.get_token()), Cancelled);
+    EXPECT_EQ(stored().errorMessage, "Cancelled");
+    EXPECT_EQ(stored().completedAt, now);
+    EXPECT_TRUE(rows(stored()).empty());
+
+    const auto result = engine().compare(from, to, options, true);
+    runs = 0;
+    EXPECT_THROW(engine().compare(from, to, options, false, {}, stop.get_token()), Cancelled);
+    EXPECT_EQ(runs, 0);
+    EXPECT_EQ(stored(), result) << "stopped from the start, it leaves what is there";
+}
+
+TEST_F(DiffEngineTest, tellsOfADiskThatFillsAmongTheRowsAndKeepsWholeBatches) {
+    answerWith(outputOf(numberedPaths(1000)));
+    std::optional<FaultyDisk> disk;
+    const auto fillDisk = [&](const DiffEngine::Progress& event) {
+        if (const auto* storing = std::get_if<DiffEngine::Storing>(&event); storing && storing->done == 200)
+            disk.emplace(FaultyDisk::Fault::full, 3);
+        recorder()(event);
+    };
+    try {
+        (void)engine(100).compare(from, to, options, true, fillDisk);
+        FAIL() << "compared";
+    } catch (const DatabaseError& failure) {
+        EXPECT_EQ(failure.errorDescription(), "database or disk is full");
+    }
+    disk.reset();
+
+    EXPECT_THAT(events, ElementsAre("running", "received", "decoding", "100 of 1000", "200 of 1000"));
+    EXPECT_TRUE(stored().isPartial);
+    EXPECT_EQ(stored().addedCount, 200);
+    EXPECT_EQ(rows(stored()).size(), 200U);
+    EXPECT_EQ(engine().compare(from, to, options, true).addedCount, 1000);
 }
 
 TEST_F(DiffEngineTest, recordsWhyTheToolFailedOrCouldNotBeUnderstood) {

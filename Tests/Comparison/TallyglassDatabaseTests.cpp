@@ -156,6 +156,30 @@ TEST_F(TallyglassDatabaseTest, takesAnOldFilesRightsFromOthersButNotTheirFolders
     EXPECT_EQ(rights(folder.path()), 0755);
 }
 
+TEST_F(TallyglassDatabaseTest, opensThroughALinkAndLeavesTheRightsOfItsTarget) {
+    const auto target = folder / "elsewhere.sqlite";
+    std::filesystem::create_symlink(target, file);
+
+    static_cast<void>(TallyglassDatabase::makeQueue(file));
+    EXPECT_EQ(rights(target), 0600) << "made by the opening";
+    chmod(target.c_str(), 0644);
+    static_cast<void>(TallyglassDatabase::makeQueue(file));
+
+    EXPECT_EQ(rights(target), 0644);
+    EXPECT_TRUE(std::filesystem::is_symlink(file));
+}
+
+TEST_F(TallyglassDatabaseTest, refusesWhatIsNoFileAndLeavesItsRights) {
+    const auto pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    chmod(pipe.c_str(), 0644);
+    std::filesystem::create_symlink(pipe, file);
+
+    EXPECT_EQ(failureToOpen(), file.string() + ": Not a regular file");
+
+    EXPECT_EQ(rights(pipe), 0644);
+}
+
 TEST_F(TallyglassDatabaseTest, standsInTheUsersDataFolder) {
     setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
     std::filesystem::create_directory(folder / "Tallyglass");
