@@ -115,8 +115,7 @@ void AppModel::tick(bool wasRunning) {
         const bool justEnded = wasRunning && !status().isRunning;
         if (!justEnded)
             return scheduleTick();
-        setSettings(readSettings());
-        m_pollTask = readManifest([this] { scheduleTick(); });
+        m_pollTask = readSettings([this] { m_pollTask = readManifest([this] { scheduleTick(); }); });
     });
 }
 
@@ -125,34 +124,48 @@ void AppModel::refresh() {
 }
 
 void AppModel::refresh(std::function<void()> then) {
-    m_isRefreshing.setValue(true);
-    probePermission();
-    setSettings(readSettings());
-    if (!selectedDestinationID() && settings() && !settings()->destinations.empty())
-        setSelectedDestinationID(settings()->destinations.front().id);
     const auto finish = [this, then = std::move(then)] {
         m_isRefreshing.setValue(false);
         if (then)
             then();
     };
-    readStatus([this, finish] { readManifest(finish).detach(); }).detach();
+    const auto takeSettings = [this, finish] {
+        if (!selectedDestinationID() && settings() && !settings()->destinations.empty())
+            setSelectedDestinationID(settings()->destinations.front().id);
+        readStatus([this, finish] { readManifest(finish).detach(); }).detach();
+    };
+    m_isRefreshing.setValue(true);
+    probePermission([this, takeSettings] { readSettings(takeSettings).detach(); });
 }
 
 void AppModel::recheckPermission() {
-    const FDAStatus before = fdaStatus();
-    probePermission();
-    if (before != FDAStatus::granted && fdaStatus() == FDAStatus::granted)
-        refresh();
-    else
-        reloadManifest();
+    probePermission([this, before = fdaStatus()] {
+        if (before != FDAStatus::granted && fdaStatus() == FDAStatus::granted)
+            refresh();
+        else
+            reloadManifest();
+    });
 }
 
-void AppModel::probePermission() {
-    setFdaStatus(FullDiskAccessProbe::probe(paths()));
+void AppModel::probePermission(Then then) {
+    const auto take = [this, then = std::move(then)](FDAStatus access) {
+        setFdaStatus(access);
+        then();
+    };
+    startTask(
+        this, [paths = paths()](TaskContext&) { return FullDiskAccessProbe::probe(paths); }, take,
+        [take](const std::exception_ptr&) { take(FDAStatus::indeterminate); })
+        .detach();
 }
 
-std::optional<TMSettings> AppModel::readSettings() const {
-    return TimeMachinePreferences().read(paths());
+TaskHandle AppModel::readSettings(Then then) {
+    const auto take = [this, then = std::move(then)](const std::optional<TMSettings>& settings) {
+        setSettings(settings);
+        then();
+    };
+    return startTask(
+        this, [paths = paths()](TaskContext&) { return TimeMachinePreferences().read(paths); }, take,
+        [take](const std::exception_ptr&) { take(std::nullopt); });
 }
 
 void AppModel::startBackup() {

@@ -1,9 +1,10 @@
 // The root of what the screens show: what the backup engine is doing, the settings, the chosen destination
 // and its health, the manifest and the permission. One for the life of the process.
 //
-// Main thread only, and the main thread never waits here for a child: operations that run one return at once
-// and land in the observable fields. They may overlap; each writes its results when it has them, and the last
-// one wins. None reports failure to its caller: failures land in `lastError` or are dropped as told.
+// Main thread only, and the main thread never waits here for a child or a file: operations that need one
+// return at once and land in the observable fields. They may overlap; each writes its results when it has
+// them, and the last one wins. None reports failure to its caller: failures land in `lastError` or are
+// dropped as told.
 
 #pragma once
 
@@ -67,6 +68,8 @@ public:
     [[nodiscard]] const std::optional<BackupRate>& backupRate() const { return m_backupRate.value(); }
     [[nodiscard]] FDAStatus fdaStatus() const { return m_fdaStatus.value(); }
     [[nodiscard]] const std::optional<TMSettings>& settings() const { return m_settings.value(); }
+    /// Whether the settings have been set: until then, that there are none says nothing.
+    [[nodiscard]] bool hasReadSettings() const { return m_hasReadSettings.value(); }
     [[nodiscard]] bool isRefreshing() const { return m_isRefreshing.value(); }
     [[nodiscard]] const std::optional<std::string>& selectedDestinationID() const {
         return m_selectedDestinationID.value();
@@ -78,7 +81,10 @@ public:
     void setFixtureSession(bool isFixture) { m_isFixtureSession.setValue(isFixture); }
     void setBackupRate(const std::optional<BackupRate>& rate) { m_backupRate.setValue(rate); }
     void setFdaStatus(FDAStatus status) { m_fdaStatus.setValue(status); }
-    void setSettings(const std::optional<TMSettings>& settings) { m_settings.setValue(settings); }
+    void setSettings(const std::optional<TMSettings>& settings) {
+        m_settings.setValue(settings);
+        m_hasReadSettings.setValue(true);
+    }
     void setSelectedDestinationID(const std::optional<std::string>& id) {
         m_selectedDestinationID.setValue(id);
     }
@@ -116,11 +122,11 @@ public:
     void startPolling();
 
     /// Reads everything anew: permission, settings, selection, status, manifest, in this order. Then calls
-    /// `then`, if there is one.
+    /// `then`, if there is one; each part is there as soon as it has been read.
     Q_INVOKABLE void refresh();
     void refresh(std::function<void()> then);
 
-    /// Looks whether the permission has come, and reads everything anew if it has, else the manifest alone.
+    /// Probes the permission; if it has come, reads everything anew, else the manifest alone.
     void recheckPermission();
 
     /// Reads the manifest; a failure empties it, without words.
@@ -140,12 +146,12 @@ signals:
 private:
     using Then = std::function<void()>;
 
+    TaskHandle readSettings(Then then);
     TaskHandle readStatus(Then then);
     TaskHandle readManifest(Then then);
     void command(void (TMUtilRunner::*verb)(std::stop_token) const);
     void take(const BackupStatus& status, const std::optional<std::string>& error);
-    void probePermission();
-    [[nodiscard]] std::optional<TMSettings> readSettings() const;
+    void probePermission(Then then);
     void scheduleTick();
     void tick(bool wasRunning);
     [[nodiscard]] BackupHealth analyze(const TMDestination& destination) const;
@@ -164,6 +170,7 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, FDAStatus, m_fdaStatus, FDAStatus::indeterminate,
                                          &AppModel::changed)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<TMSettings>, m_settings, &AppModel::changed)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_hasReadSettings, false, &AppModel::changed)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_isRefreshing, false, &AppModel::changed)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_selectedDestinationID,
                                &AppModel::changed)

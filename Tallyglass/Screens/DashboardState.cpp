@@ -22,7 +22,7 @@ void DashboardState::update() {
         m_header = destinationHeaderContent(*destination, m_differentiateWithoutColor);
     if (!m_headerOnly)
         updateTheRest(destination);
-    m_isWaiting = !from.settings() && from.isRefreshing();
+    m_isWaiting = !from.hasReadSettings();
     m_hasDestination = destination != nullptr;
 }
 

@@ -46,8 +46,7 @@ public:
     [[nodiscard]] bool headerOnly() const { return m_headerOnly; }
     void setHeaderOnly(bool only);
 
-    /// The settings are being read for the first time, so that nobody knows yet whether there is a
-    /// destination.
+    /// The settings haven't been read yet, so it isn't known whether there is a destination.
     [[nodiscard]] bool isWaiting() const { return m_isWaiting; }
     [[nodiscard]] bool hasDestination() const { return m_hasDestination; }
     [[nodiscard]] bool isRunning() const { return m_isRunning; } ///< a backup

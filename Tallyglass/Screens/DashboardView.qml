@@ -42,13 +42,19 @@ ScrollPage {
         parent: dashboard // in the middle of what can be seen
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
-        shown: !dashboardState.hasDestination && !dashboardState.isWaiting
+        shown: !dashboardState.hasDestination
         file: "EmptyState.qml"
-        inputs: () => ({
+        inputs: () => dashboardState.isWaiting ? {
+            busy: true,
+            title: qsTr("Reading the Time Machine settings…"),
+            systemImage: "",
+            description: ""
+        } : {
+            busy: false,
             title: qsTr("No backup destination"),
             systemImage: "externaldrive.badge.questionmark",
             description: qsTr("Time Machine has not been configured on this Mac.")
-        })
+        }
     }
     Item {
         visible: dashboardState.hasDestination

@@ -2,12 +2,14 @@ import QtQuick
 import QtQuick.Layouts
 import Tallyglass
 
-// What a screen or card shows when it has nothing to show, and what to do next. Buttons go below the text.
+// What a screen or card shows when it has nothing to show, and what to do next, or while it waits. Buttons go below the
+// text.
 Item {
     id: empty
     property string title
     property string systemImage
     property string description
+    property bool busy: false ///< a spinner takes the place of the image
     default property alias actions: row.data
 
     Layout.fillWidth: true
@@ -20,8 +22,15 @@ Item {
         width: Math.min(parent.width - Theme.unit * 4, Theme.unit * 52)
         spacing: Theme.unit
 
+        Spinner {
+            Layout.alignment: Qt.AlignHCenter
+            visible: empty.busy
+            size: Theme.displaySize * 1.5
+            color: Theme.accent
+        }
         Symbol {
             Layout.alignment: Qt.AlignHCenter
+            visible: !empty.busy
             name: empty.systemImage
             color: Theme.secondaryText
             size: Theme.displaySize * 1.7

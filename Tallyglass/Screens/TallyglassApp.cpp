@@ -71,10 +71,14 @@ TallyglassApp::~TallyglassApp() = default;
 void TallyglassApp::startModel() {
     if (m_options.fixture)
         FixtureSession::fill(m_model, *m_options.fixture);
-    m_hasData = m_model.isFixtureSession();
     if (m_model.isFixtureSession())
         return;
-    m_model.refresh([this] { m_hasData = true; });
+    m_model.refresh([this] { m_model.startPolling(); });
+}
+
+/// The first refresh is done, or a made-up session filled the model.
+bool TallyglassApp::hasData() const {
+    return m_model.hasReadSettings() && !m_model.isRefreshing();
 }
 
 void TallyglassApp::loadWindow() {
@@ -124,31 +128,30 @@ void TallyglassApp::followDesktop() {
 void TallyglassApp::showWindow() {
     if (m_options.reportsStart)
         reportStart();
-    connect(m_window.get(), &QQuickWindow::frameSwapped, this, &TallyglassApp::afterFirstFrame,
-            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    connect(
+        m_window.get(), &QQuickWindow::frameSwapped, this, [this] { Startup::of(*m_engine)->setOver(true); },
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_window->show();
+    QMetaObject::invokeMethod(this, &TallyglassApp::finishStart, Qt::QueuedConnection);
 }
 
 void TallyglassApp::reopen() {
     m_delegate->applicationShouldHandleReopen();
 }
 
-/// What nobody has to wait for.
-void TallyglassApp::afterFirstFrame() {
-    Startup::of(*m_engine)->setOver(true);
+/// What nobody has to wait for. It doesn't hang on a frame: a window that starts minimized draws none.
+void TallyglassApp::finishStart() {
     m_tray = std::make_unique<TrayPresence>(*m_engine, m_model, m_workspace, m_updater);
     m_delegate->stayInTray(*m_tray);
-    m_delegate->followActivation(); // the start itself has just looked for the permission
+    m_delegate->followActivation();
     m_updater.start();
-    if (!m_model.isFixtureSession())
-        m_model.startPolling();
 }
 
-/// Says "ready" once, at the first frame that is drawn after the data has come.
+/// Says "ready" once, at the first frame that shows the whole screen with its data.
 void TallyglassApp::reportStart() {
     connect(&m_model, &AppModel::changed, m_window.get(), [this] { m_window->update(); });
     m_startReport = connect(m_window.get(), &QQuickWindow::frameSwapped, this, [this] {
-        if (!m_hasData || m_model.isRefreshing())
+        if (!hasData() || !Startup::of(*m_engine)->isOver())
             return;
         disconnect(m_startReport);
         std::puts("ready");
@@ -159,7 +162,7 @@ void TallyglassApp::reportStart() {
 void TallyglassApp::savePictures(const std::filesystem::path& folder,
                                  const std::function<void(const QString&)>& written) {
     m_window->show();
-    while (!m_hasData)
+    while (!hasData())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     const auto dismiss = [this] { m_alerts.answer(false); };
     const AppcastItem newer{.version = QStringLiteral("9.9"),

@@ -52,7 +52,8 @@ private:
     void startModel();
     void loadWindow();
     void followDesktop();
-    void afterFirstFrame();
+    [[nodiscard]] bool hasData() const;
+    void finishStart();
     void reportStart();
     [[nodiscard]] Theme& theme() { return *m_theme; }
 
@@ -63,14 +64,13 @@ private:
     AppModel m_model;
     HelperSetup m_helperSetup;
     UpdaterController m_updater;
-    bool m_hasData = false; ///< the first refresh is done, or a made-up session filled the model
     DesktopSettings m_desktop;
     std::unique_ptr<QQmlEngine> m_engine; // after what its objects use
     Theme* m_theme = nullptr;
     std::unique_ptr<QQuickWindow> m_window;
     QMetaObject::Connection m_startReport;
     std::unique_ptr<AppDelegate> m_delegate;
-    std::unique_ptr<TrayPresence> m_tray; ///< absent until the first frame is drawn
+    std::unique_ptr<TrayPresence> m_tray; ///< absent until the start is finished
 };
 
 } // namespace tallyglass

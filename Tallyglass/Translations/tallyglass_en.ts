@@ -568,6 +568,10 @@
         <source>Time Machine has not been configured on this Mac.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Reading the Time Machine settings…</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DestinationHeader</name>

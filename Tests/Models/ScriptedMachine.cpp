@@ -15,6 +15,7 @@ ScriptedMachine::ScriptedMachine() {
     const auto tool = m_folder.write("usr/bin/tmutil", fmt::format(R"(#!/bin/sh
 cd '{}' || exit 99
 echo "$1" >> calls
+[ -e answers/delay ] && sleep $(cat answers/delay)
 [ -e "answers/$1.hold" ] && exec sleep 600
 [ -e "answers/$1.error" ] && {{ cat "answers/$1.error" >&2; exit 1; }}
 [ -e "answers/$1" ] && cat "answers/$1"
@@ -33,6 +34,10 @@ void ScriptedMachine::answer(const std::string& verb, const std::string& output)
 
 void ScriptedMachine::fail(const std::string& verb, const std::string& error) const {
     m_folder.write("answers/" + verb + ".error", error);
+}
+
+void ScriptedMachine::delay(const std::string& seconds) const {
+    m_folder.write("answers/delay", seconds);
 }
 
 void ScriptedMachine::hold(const std::string& verb) const {

@@ -18,6 +18,8 @@ public:
     void answer(const std::string& verb, const std::string& output) const;
     /// Has it fail with `error` on standard error.
     void fail(const std::string& verb, const std::string& error) const;
+    /// Has it take so many seconds for each answer.
+    void delay(const std::string& seconds) const;
     /// Has it wait, once asked, until it is told to terminate.
     void hold(const std::string& verb) const;
     /// What "tmutil status" says: `entries` are of the form "Running = 1;".

@@ -37,6 +37,11 @@ protected:
     std::unique_ptr<test::QmlScreen> screen;
 };
 
+class UnreadDashboardTest : public DashboardTest {
+protected:
+    UnreadDashboardTest() : DashboardTest("") {}
+};
+
 TEST_F(DashboardTest, saysWhatThereIsToDoWithoutADestination) {
     EXPECT_FALSE(shows("No backup destination"));
 
@@ -45,6 +50,31 @@ TEST_F(DashboardTest, saysWhatThereIsToDoWithoutADestination) {
 
     EXPECT_EQ(screen->tree().texts(),
               (QStringList{"No backup destination", "Time Machine has not been configured on this Mac."}));
+}
+
+TEST_F(DashboardTest, keepsSayingSoWhileItLooksAgain) {
+    stage.model.setSettings(std::nullopt);
+    screen->until([this] { return shows("No backup destination"); });
+    bool ended = false;
+    bool saidSo = true;
+
+    stage.model.refresh([&ended] { ended = true; });
+    screen->until([&] {
+        saidSo = saidSo && shows("No backup destination");
+        return ended;
+    });
+
+    EXPECT_TRUE(saidSo);
+}
+
+TEST_F(UnreadDashboardTest, saysWhatItWaitsForBeforeTheSettingsHaveBeenRead) {
+    screen->until([this] { return shows("Reading the Time Machine settings…"); });
+    EXPECT_FALSE(shows("No backup destination"));
+
+    stage.model.setSettings(std::nullopt);
+
+    screen->until([this] { return shows("No backup destination"); });
+    EXPECT_FALSE(shows("Reading the Time Machine settings…"));
 }
 
 TEST_F(DashboardTest, headsTheScreenWithTheDestination) {

@@ -1,7 +1,10 @@
 #include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/TallyglassApp.h"
+#include "Tests/Models/ScriptedMachine.h"
 #include "Tests/Screens/AccessibleTree.h"
 #include "Tests/Screens/ShellStage.h"
+#include "Tests/Support/QtMain/EventLoop.h"
+#include "Tests/Support/Variable.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +12,7 @@
 #include <QGuiApplication>
 #include <QTimer>
 #include <QWindow>
+#include <algorithm>
 
 namespace tallyglass {
 namespace {
@@ -55,6 +59,27 @@ TEST(TallyglassApp, showsVerdictAndDestinationFirstAndTheRestRightAfterTheFirstF
     EXPECT_TRUE(screen.find(QAccessible::Grouping, "Configuration").has_value());
 }
 
+TEST(TallyglassApp, followsASlowMachinesBackupToItsEndThoughNoFrameIsDrawn) {
+    const test::ScriptedMachine machine;
+    machine.setStatus("Running = 1;");
+    machine.delay("0.05");
+    const test::Variable root("TALLYGLASS_ROOT", machine.folder().path().string());
+    const auto count = [&](const char* verb) { return std::ranges::count(machine.calls(), verb); };
+    const auto until = [](const auto& condition) {
+        const QDeadlineTimer deadline(15'000); // less than the pause of an idle machine
+        while (!condition() && !deadline.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+        return condition();
+    };
+
+    const TallyglassApp app({}); // and its window is never shown
+
+    EXPECT_TRUE(until([&] { return count("status") == 2; }));
+    machine.setStatus("Running = 0;");
+    const auto before = count("machinedirectory");
+    EXPECT_TRUE(until([&] { return count("machinedirectory") > before; })); // as at the end of a backup
+}
+
 TEST(AppDelegate, bringsAClosedWindowBackWhenTheProgramIsStartedAgain) {
     test::ShellStage stage;
     QWindow window;
@@ -81,7 +106,7 @@ TEST(AppDelegate, looksForThePermissionWhenTheProgramBecomesActive) {
 
     stage.model.setFixtureSession(false);
     delegate.applicationDidBecomeActive();
-    EXPECT_EQ(stage.model.fdaStatus(), FDAStatus::granted);
+    test::waitUntil([&] { return stage.model.fdaStatus() == FDAStatus::granted; });
 }
 
 } // namespace

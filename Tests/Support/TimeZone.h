@@ -2,30 +2,24 @@
 
 #pragma once
 
-#include <cstdlib>
+#include "Tests/Support/Variable.h"
+
 #include <ctime>
-#include <optional>
-#include <string>
 
 namespace tallyglass::test {
 
 class TimeZone {
 public:
-    explicit TimeZone(const char* name) {
-        if (const char* before = std::getenv("TZ"))
-            m_before = before;
-        setenv("TZ", name, 1);
-        tzset();
-    }
+    explicit TimeZone(const char* name) : m_variable(std::in_place, "TZ", name) { tzset(); }
     ~TimeZone() {
-        m_before ? setenv("TZ", m_before->c_str(), 1) : unsetenv("TZ");
+        m_variable.reset();
         tzset();
     }
     TimeZone(const TimeZone&) = delete;
     TimeZone& operator=(const TimeZone&) = delete;
 
 private:
-    std::optional<std::string> m_before;
+    std::optional<Variable> m_variable;
 };
 
 } // namespace tallyglass::test
