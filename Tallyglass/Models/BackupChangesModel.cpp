@@ -249,6 +249,7 @@ void BackupChangesModel::fetch(const std::string& path, const std::function<void
                 m_tree.fetchFailed(path, describe(failure));
             finished();
         });
+    m_fetches[path].letFinish();
 }
 
 void BackupChangesModel::drainPrefetch() {

@@ -4,20 +4,34 @@
 
 #include <QCoreApplication>
 #include <QThreadPool>
+#include <cstdlib>
 #include <limits>
 
 namespace tallyglass {
 namespace {
 
+/// Stopped at the end of the application.
+std::stop_source& applicationLife() {
+    static std::stop_source source;
+    return source;
+}
+
 /// Jobs mostly wait, for a child, a disk or each other, so that each has a thread at once; idle ones serve
 /// the next jobs and end after half a minute.
 class Pool : public QThreadPool {
 public:
+    /// Milliseconds that jobs have once they are told to stop: more than a child takes that has to be killed.
+    static constexpr int longestEnd = 10'000;
+
     Pool() {
         setMaxThreadCount(std::numeric_limits<int>::max());
         // The last jobs end with the application. Later they could meet what the end of the process has taken
-        // away.
-        qAddPostRoutine([] { shared().waitForDone(); });
+        // away; so if one hangs, as in a file of a disk that doesn't answer, the process ends where it is.
+        qAddPostRoutine([] {
+            applicationLife().request_stop();
+            if (!shared().waitForDone(longestEnd))
+                std::_Exit(EXIT_SUCCESS);
+        });
     }
 
     static Pool& shared() {
@@ -42,7 +56,9 @@ public:
     TaskMailbox* m_mailbox; ///< null once it let go of the door
 };
 
-TaskMailbox::TaskMailbox(QObject* receiver) : m_receiver(receiver), m_door(new Door(receiver, this)) {}
+TaskMailbox::TaskMailbox(QObject* receiver)
+    : m_receiver(receiver), m_door(new Door(receiver, this)),
+      m_applicationEnd(applicationLife().get_token(), [this] { stop(); }) {}
 
 void TaskMailbox::deliver(std::function<void()> action) {
     const std::lock_guard lock(m_mutex);
@@ -69,7 +85,8 @@ TaskMailbox::Door* TaskMailbox::takeDoor() {
         const std::lock_guard lock(m_mutex);
         door = std::exchange(m_door, nullptr);
     }
-    m_stop.request_stop();
+    if (m_stopsWhenClosed)
+        m_stop.request_stop();
     return door;
 }
 

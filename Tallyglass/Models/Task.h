@@ -10,7 +10,8 @@
 // The job must capture values or thread-safe objects only, never the receiver.
 //
 // Handles and their continuations belong to the main thread. Nothing but the callers limits how many jobs
-// run at the same time: each has a thread. At the end of the process it waits for jobs that still run.
+// run at the same time: each has a thread. With the application all jobs are told to stop, and their end is
+// waited for.
 
 #pragma once
 
@@ -44,6 +45,8 @@ public:
     /// Drops what hasn't arrived. Main thread only.
     void close();
     [[nodiscard]] bool isClosed() const;
+    /// From now on the job isn't told to stop when the mailbox is closed. Main thread only.
+    void letFinish() { m_stopsWhenClosed = false; }
 
     void stop() { m_stop.request_stop(); }
     [[nodiscard]] std::stop_token stopToken() const { return m_stop.get_token(); }
@@ -58,7 +61,9 @@ private:
     QObject* const m_receiver;
     mutable std::mutex m_mutex;
     Door* m_door; ///< null once closed
+    bool m_stopsWhenClosed = true;
     std::stop_source m_stop;
+    const std::stop_callback<std::function<void()>> m_applicationEnd; ///< after what it stops
 };
 
 /// What a job may ask of its task. Used on the job's thread.
@@ -96,6 +101,8 @@ public:
     void stop();
     /// Asks the job to stop and drops its outcome.
     void cancel();
+    /// Lets the job run to its end, even when nobody is interested in its outcome any more.
+    void letFinish() { m_mailbox->letFinish(); }
     /// Lets the task go on for as long as the receiver lives.
     void detach() { m_mailbox.reset(); }
     /// From the start until the outcome has arrived or was dropped.

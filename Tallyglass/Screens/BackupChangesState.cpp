@@ -87,7 +87,8 @@ const DisplayRow* BackupChangesState::rowAt(int row) const {
 }
 
 void BackupChangesState::toggle(int row) {
-    if (const DisplayRow* shown = rowAt(row))
+    const DisplayRow* shown = rowAt(row);
+    if (shown && shown->isExpandable) // the hits of a search aren't
         m_changes->toggleExpand(*shown->change);
 }
 

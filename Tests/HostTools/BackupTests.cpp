@@ -80,10 +80,10 @@ TEST(Backup, holdsWhatTheSourceHolds) {
     machine.folder().write("source/Documents/Re\u0301sume\u0301.txt", "decomposed");
     machine.folder().write("source/we[i]rd*/new\nline", "odd");
     machine.folder().write("source/private/secret", "mine");
-    fs::permissions(machine.source() / "private/secret", fs::perms::owner_read);
     fs::create_symlink("nowhere at all", machine.source() / "link");
     fs::create_hard_link(machine.source() / "private/secret", machine.source() / "private/twin");
     setExtendedAttribute(machine.source() / "private/secret", "com.example.tag", "blue");
+    fs::permissions(machine.source() / "private/secret", fs::perms::owner_read);
     fs::permissions(machine.source() / "private", fs::perms::owner_read | fs::perms::owner_exec);
     machine.setUp();
 

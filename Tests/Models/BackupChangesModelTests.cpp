@@ -150,6 +150,32 @@ TEST_F(Changes, areThoseOfTheLoadThatWasAskedForLast) {
     EXPECT_EQ(model.elapsed(), 0);
 }
 
+TEST_F(Changes, ofAFolderAreComparedToTheEndThoughTheirSheetIsClosed) {
+    const auto roots = machine.setBackups(2);
+    machine.setAdded(roots[1], {"a.txt"});
+    auto sheet = std::make_unique<BackupChangesModel>(machine.surroundings());
+    const auto loadSheet = [&] {
+        sheet->load(machine.dateOfBackup(1, 2), 2);
+        waitUntil([&] { return sheet->comparison().has_value(); });
+    };
+    loadSheet();
+    machine.hold("compare");
+    sheet->fetchChildren("/folder");
+    waitUntil([this] { return compareRuns() == 2; });
+
+    sheet.reset();
+    machine.setAdded(roots[1], {"b.txt"});
+    waitUntil([] { return test::ProcessResources::now().children == 0; });
+    sheet = std::make_unique<BackupChangesModel>(machine.surroundings());
+    loadSheet();
+    sheet->fetchChildren("/folder");
+    waitUntil([&] { return !sheet->isBusy(); });
+
+    EXPECT_TRUE(sheet->tree().isFetched("/folder"));
+    EXPECT_NE(sheet->tree().find("/Data/b.txt"), nullptr);
+    EXPECT_EQ(compareRuns(), 2);
+}
+
 /// Over backups that are real: folders three levels deep, one of which holds the only changes.
 class ChangesOfAMachine : public testing::Test {
 protected:

@@ -16,7 +16,7 @@ ScriptedMachine::ScriptedMachine() {
 cd '{}' || exit 99
 echo "$1" >> calls
 [ -e answers/delay ] && sleep $(cat answers/delay)
-[ -e "answers/$1.hold" ] && exec sleep 600
+while [ -e "answers/$1.hold" ]; do sleep 0.05; done
 [ -e "answers/$1.error" ] && {{ cat "answers/$1.error" >&2; exit 1; }}
 [ -e "answers/$1" ] && cat "answers/$1"
 exit 0
@@ -28,8 +28,8 @@ exit 0
 
 void ScriptedMachine::answer(const std::string& verb, const std::string& output) const {
     fs::remove(m_folder / "answers" / (verb + ".error"));
-    fs::remove(m_folder / "answers" / (verb + ".hold"));
     m_folder.write("answers/" + verb, output);
+    fs::remove(m_folder / "answers" / (verb + ".hold"));
 }
 
 void ScriptedMachine::fail(const std::string& verb, const std::string& error) const {
@@ -66,8 +66,9 @@ void ScriptedMachine::setAdded(const std::string& root, const std::vector<std::s
     std::string text = "<plist version=\"1.0\"><dict><key>Changes</key><array>";
     for (const auto& name : names)
         text += fmt::format("<dict><key>AddedItem</key><dict><key>Path</key><string>{}/Data/{}</string>"
-                            "<key>Size</key><integer>10</integer></dict></dict>",
-                            root, name);
+                            "{}</dict></dict>",
+                            root, name.substr(0, name.size() - name.ends_with('/')),
+                            name.ends_with('/') ? "" : "<key>Size</key><integer>10</integer>");
     answer("compare", text + "</array></dict></plist>");
 }
 

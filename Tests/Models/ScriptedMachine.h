@@ -20,7 +20,7 @@ public:
     void fail(const std::string& verb, const std::string& error) const;
     /// Has it take so many seconds for each answer.
     void delay(const std::string& seconds) const;
-    /// Has it wait, once asked, until it is told to terminate.
+    /// Has it wait, once asked, until it is told to terminate or has an answer.
     void hold(const std::string& verb) const;
     /// What "tmutil status" says: `entries` are of the form "Running = 1;".
     void setStatus(const std::string& entries) const;
@@ -30,7 +30,8 @@ public:
     std::vector<std::string> setBackups(int count) const;
     /// The date of one of so many backups.
     [[nodiscard]] Date dateOfBackup(int index, int count) const;
-    /// Has "tmutil compare" report these files, each of 10 bytes, as added below /Data of `root`.
+    /// Has "tmutil compare" report these files, each of 10 bytes, as added below /Data of `root`; a name that
+    /// ends in a slash stands for a folder.
     void setAdded(const std::string& root, const std::vector<std::string>& names) const;
     /// The helper's copy of the manifest, with one row of this transaction.
     void setManifest(int xid) const;

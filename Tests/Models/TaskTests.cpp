@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
 #include <QThread>
 #include <atomic>
 #include <condition_variable>
@@ -150,6 +151,54 @@ TEST(Task, letsAnyNumberOfJobsWaitForEachOther) {
             return std::string("passed");
         }));
     waitUntil([&] { return listener.heard.size() == count; });
+}
+
+TEST(Task, runsToItsEndUnheardIfThatIsWanted) {
+    std::latch begun(1);
+    std::latch mayEnd(1);
+    std::atomic<bool> wasStopped = true;
+    std::atomic<bool> hasEnded = false;
+    auto listener = std::make_unique<Listener>();
+    auto handle = listener->start([&](TaskContext& task) {
+        begun.count_down();
+        mayEnd.wait();
+        wasStopped = task.stopToken().stop_requested();
+        hasEnded = true;
+        return std::string();
+    });
+    handle.letFinish();
+    begun.wait();
+
+    listener.reset();
+    handle.cancel();
+    mayEnd.count_down();
+    waitUntil([&] { return hasEnded.load(); });
+
+    EXPECT_FALSE(wasStopped);
+}
+
+TEST(TaskDeathTest, isStoppedWithTheApplicationAtTheLatest) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto endApplication = [] {
+        std::latch begun(1);
+        auto listener = std::make_unique<Listener>();
+        auto handle = listener->start([&begun](TaskContext& task) -> std::string {
+            begun.count_down();
+            try {
+                return waitForStop(task);
+            } catch (const Cancelled&) {
+                std::fputs("was stopped\n", stderr);
+                throw;
+            }
+        });
+        handle.letFinish();
+        begun.wait();
+        listener.reset();
+        qApp->~QCoreApplication(); // as at the end of main
+        std::_Exit(0);
+    };
+
+    EXPECT_EXIT(endApplication(), testing::ExitedWithCode(0), "was stopped");
 }
 
 } // namespace

@@ -208,6 +208,29 @@ TEST_F(ChangesSheet, filtersByPathAndByContent) {
     stage.untilText("2 shown");
 }
 
+TEST_F(ChangesSheet, opensNoFolderThatASearchHasFound) {
+    machine.setAdded(roots[2], {"folder/", "folder/file.txt"});
+    stage.show();
+    stage.openNewest();
+    screen().until([&] { return screen().focusedName() == "Added, folder"; });
+    const auto tree = screen().tree();
+    const auto focus = [&](QAccessible::Role role, const char* name) {
+        qobject_cast<QQuickItem*>(tree.get(role, name).object())->forceActiveFocus();
+    };
+    focus(QAccessible::EditableText, "Filter paths");
+    screen().type("folder");
+    screen().until([&] { return !tree.find(QAccessible::Button, "Expand folder"); });
+    focus(QAccessible::List, "Changed files");
+    screen().until([&] { return screen().focusedName() == "Added, folder"; });
+
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+        screen().key(key);
+    tree.get(QAccessible::Button, "Clear").press();
+
+    screen().until([&] { return tree.find(QAccessible::Button, "Expand folder").has_value(); });
+    EXPECT_FALSE(tree.find(QAccessible::Button, "Collapse folder"));
+}
+
 TEST_F(ChangesSheet, listsMetadataToo) {
     stage.openSession("changes-metadata");
     const auto before = stage.rows().size();
