@@ -20,7 +20,7 @@ Sheet {
     onClosed: answered(confirmed)
 
     RowLayout {
-        Layout.fillWidth: true
+        width: parent.width
         spacing: Theme.unit * 2
         Symbol {
             Layout.alignment: Qt.AlignTop

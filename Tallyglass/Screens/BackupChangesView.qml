@@ -89,6 +89,7 @@ SheetFrame {
         CentredPage {
             focus: true
             LockedNotice {
+                width: parent.width
                 heading: qsTr("Seeing file changes needs Full Disk Access")
                 text: qsTr("tmutil cannot read backup contents without it.")
                 onGuideRequested: guide.open()
@@ -100,6 +101,7 @@ SheetFrame {
         CentredPage {
             focus: true
             EmptyState {
+                width: parent.width
                 systemImage: changesState.content.messageSymbol
                 description: changesState.content.message
             }
@@ -110,6 +112,7 @@ SheetFrame {
         CentredPage {
             focus: true
             BackupChangesProgress {
+                width: parent.width
                 content: changesState.content
                 onCancelRequested: sheet.close()
             }
