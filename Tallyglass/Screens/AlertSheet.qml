@@ -43,7 +43,7 @@ Sheet {
             }
         }
     }
-    footer: [
+    buttons: [
         Item { Layout.fillWidth: true },
         AppButton {
             visible: alert.cancelText !== ""

@@ -30,9 +30,6 @@ SheetFrame {
     }
 
     contentItem: FocusScope {
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
-
         ColumnLayout {
             anchors.fill: parent
             spacing: 0

@@ -109,7 +109,7 @@ Sheet {
         }
     }
 
-    footer: [
+    buttons: [
         Flow {
             Layout.fillWidth: true
             spacing: Theme.unit

@@ -108,6 +108,20 @@ TEST(SegmentedPicker, movesByArrowsAndByScreenReader) {
     EXPECT_FALSE(checked("Three"));
 }
 
+TEST(SegmentedPicker, tellsAScreenReaderWhatTheArrowsPick) {
+    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; options: ['One', 'Two', 'Three'];"
+                     "onPicked: index => currentIndex = index } }");
+    static_cast<void>(screen.tree()); // a screen reader is there
+    screen.key(Qt::Key_Tab);
+    EXPECT_EQ(screen.tree().get(QAccessible::Grouping, "Metric").value(), "One");
+
+    screen.key(Qt::Key_Right);
+
+    EXPECT_EQ(screen.tree().get(QAccessible::Grouping, "Metric").value(), "Two");
+    EXPECT_TRUE(screen.tree().get(QAccessible::RadioButton, "Two").isFocused());
+    EXPECT_FALSE(screen.tree().get(QAccessible::RadioButton, "One").isFocused());
+}
+
 class SheetTest : public testing::Test {
 protected:
     QmlScreen screen{"import QtQuick.Controls.Basic\n"
@@ -135,6 +149,15 @@ TEST_F(SheetTest, keepsTheKeyboardWithinIt) {
     EXPECT_TRUE(visited.contains("First"));
     EXPECT_TRUE(visited.contains("Second"));
     EXPECT_FALSE(visited.contains("Open"));
+}
+
+TEST_F(SheetTest, isOneDialogWithItsTitle) {
+    QStringList dialogs;
+    for (const auto& element : screen.tree().elements())
+        if (element.role() == QAccessible::Dialog)
+            dialogs.append(element.name());
+
+    EXPECT_EQ(dialogs, QStringList{"Guide"}) << qPrintable(screen.tree().description());
 }
 
 TEST_F(SheetTest, closesByEscapeAndGivesTheKeyboardBack) {
