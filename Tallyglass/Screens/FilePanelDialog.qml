@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Dialogs
+import Qt.labs.folderlistmodel // Qt's own dialog needs it, and would crash without
 import Tallyglass
 
 // The desktop's dialog for one panel. Declining answers with no files.
