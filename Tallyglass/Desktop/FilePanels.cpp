@@ -30,4 +30,11 @@ void FilePanels::answer(const QList<QUrl>& urls) {
     passOn(choice);
 }
 
+void FilePanels::fail(const QString& reason) {
+    if (!isShowing())
+        return;
+    emit failed(reason);
+    answer({});
+}
+
 } // namespace tallyglass

@@ -59,9 +59,12 @@ public:
     /// Answers the current panel, if there is one. What is no local file isn't passed on; an empty list
     /// means that the user declined.
     Q_INVOKABLE void answer(const QList<QUrl>& urls);
+    /// Says why the current panel can't be shown, and answers it as if the user had declined.
+    Q_INVOKABLE void fail(const QString& reason);
 
 signals:
     void currentChanged();
+    void failed(const QString& reason);
 
 private:
     RequestQueue<FilePanel, Choice> m_queue;

@@ -10,6 +10,7 @@ Card {
     Accessible.name: content.title
 
     RowLayout {
+        width: parent.width
         spacing: Theme.unit
         Symbol {
             name: "clock.arrow.circlepath"
@@ -26,12 +27,14 @@ Card {
         }
     }
     ProgressLine {
+        width: parent.width
         opacity: activity.content.hasFraction ? 1 : 0 // keeps its room
         value: activity.content.fraction
         label: activity.content.title
         Accessible.ignored: !activity.content.hasFraction
     }
     TextLabel {
+        width: parent.width
         text: activity.content.detail
         color: Theme.secondaryText
     }

@@ -20,7 +20,7 @@ Sheet {
     onClosed: answered(confirmed)
 
     RowLayout {
-        Layout.fillWidth: true
+        width: parent.width
         spacing: Theme.unit * 2
         Symbol {
             Layout.alignment: Qt.AlignTop
@@ -43,7 +43,7 @@ Sheet {
             }
         }
     }
-    footer: [
+    buttons: [
         Item { Layout.fillWidth: true },
         AppButton {
             visible: alert.cancelText !== ""

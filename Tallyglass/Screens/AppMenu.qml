@@ -5,6 +5,12 @@ import Tallyglass
 // A menu that opens below the button that it belongs to.
 T.Menu {
     id: menu
+    // The item that the menu makes around its content is what a screen reader meets.
+    readonly property Binding accessibleName: Binding {
+        target: menu.contentItem?.parent?.Accessible ?? null
+        property: "name"
+        value: menu.title
+    }
 
     /// Opens it below `anchor`, their right edges in line.
     function openBelow(anchor: Item) {

@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass
 
 // What a comparison is doing, for how long and how much it brought, and how to stop it.
-Stack {
+Column {
     id: progress
     required property backupChangesContent content
     signal cancelRequested
@@ -10,32 +10,38 @@ Stack {
     spacing: Theme.unit
 
     Spinner {
+        width: parent.width
         height: size + Theme.unit
         size: Theme.displaySize * 1.5
         color: Theme.accent
     }
     Headline {
+        width: parent.width
         text: progress.content.progress
         horizontalAlignment: Text.AlignHCenter
         Accessible.role: Accessible.StaticText
     }
     TextLabel {
+        width: parent.width
         text: progress.content.elapsed
         horizontalAlignment: Text.AlignHCenter
     }
     TextLabel {
+        width: parent.width
         visible: text !== ""
         text: progress.content.received
         color: Theme.secondaryText
         horizontalAlignment: Text.AlignHCenter
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         topPadding: Theme.unit
         text: progress.content.networkNote
         horizontalAlignment: Text.AlignHCenter
     }
     FocusScope {
+        width: parent.width
         focus: true
         implicitHeight: cancel.y + cancel.height
         height: implicitHeight

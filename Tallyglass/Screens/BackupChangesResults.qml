@@ -13,12 +13,14 @@ FocusScope {
         anchors.fill: parent
         maximumContentWidth: Number.POSITIVE_INFINITY
 
-        Stack {
+        Column {
             id: head
+            width: parent.width
             spacing: Theme.unit * 2
 
             Flow {
                 id: tiles
+                width: parent.width
                 readonly property int count: results.changes.content.tiles.length
                 readonly property int columns: width < count * Theme.bodySize * 9 ? Math.min(2, count) : count
 
@@ -36,10 +38,12 @@ FocusScope {
                 }
             }
             Caption {
+                width: parent.width
                 visible: text !== ""
                 text: results.changes.content.summaryNote
             }
             Flow {
+                width: parent.width
                 spacing: Theme.unit * 2
                 FilterField {
                     id: filter
@@ -62,11 +66,12 @@ FocusScope {
                     verticalAlignment: Text.AlignVCenter
                 }
             }
-            Divider {}
+            Divider { width: parent.width }
         }
         Item {
             readonly property real rest: page.height - page.margin * 2 - head.height - page.spacing
 
+            width: parent.width
             height: Math.max(rest, Math.min(Theme.bodySize * 15, page.height * 0.9))
 
             ChangeTreeView {

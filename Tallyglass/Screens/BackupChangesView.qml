@@ -30,9 +30,6 @@ SheetFrame {
     }
 
     contentItem: FocusScope {
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
-
         ColumnLayout {
             anchors.fill: parent
             spacing: 0
@@ -89,6 +86,7 @@ SheetFrame {
         CentredPage {
             focus: true
             LockedNotice {
+                width: parent.width
                 heading: qsTr("Seeing file changes needs Full Disk Access")
                 text: qsTr("tmutil cannot read backup contents without it.")
                 onGuideRequested: guide.open()
@@ -100,6 +98,7 @@ SheetFrame {
         CentredPage {
             focus: true
             EmptyState {
+                width: parent.width
                 systemImage: changesState.content.messageSymbol
                 description: changesState.content.message
             }
@@ -110,6 +109,7 @@ SheetFrame {
         CentredPage {
             focus: true
             BackupChangesProgress {
+                width: parent.width
                 content: changesState.content
                 onCancelRequested: sheet.close()
             }

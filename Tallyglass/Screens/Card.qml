@@ -1,35 +1,34 @@
 import QtQuick
 import Tallyglass
 
-// A titled container for one block of a screen. Its children stand in a stack.
+// A titled container for one block of a screen. Its children stand in a column.
 Rectangle {
     id: card
     property string title
     property string systemImage
     property color symbolColor: Theme.accent
     property real padding: Theme.unit * 2
-    default property alias items: stack.data
+    default property alias items: column.data
 
-    implicitWidth: stack.implicitWidth + padding * 2
-    implicitHeight: stack.height + padding * 2
+    implicitHeight: column.height + padding * 2
     color: Theme.cardGround
     radius: Theme.radius
     border.color: Theme.line
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 
-    Stack {
-        id: stack
+    Column {
+        id: column
         x: card.padding
         y: card.padding
         width: card.width - card.padding * 2
         spacing: Theme.unit * 1.5
 
         Loader {
+            width: parent.width
             active: card.title !== ""
             visible: active
             sourceComponent: Item {
-                implicitWidth: words.x + words.implicitWidth
                 implicitHeight: Math.max(symbol.height, words.height)
                 Symbol {
                     id: symbol

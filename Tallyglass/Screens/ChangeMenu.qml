@@ -10,6 +10,8 @@ AppMenu {
     property string newerRoot
     property string path
 
+    title: path
+
     /// Opens it for a path, at a point of `anchor`.
     function openFor(changedPath: string, anchor: Item, x: real, y: real) {
         path = changedPath;

@@ -16,11 +16,13 @@ Card {
     systemImage: "arrow.left.arrow.right"
 
     TextLabel {
+        width: parent.width
         visible: text !== ""
         text: card.content.unavailableReason
         color: Theme.secondaryText
     }
     RowLayout {
+        width: parent.width
         visible: card.content.isLooking
         spacing: Theme.unit
         Spinner {}
@@ -30,14 +32,19 @@ Card {
             color: Theme.secondaryText
         }
     }
-    GridLayout {
+    Grid {
+        id: pickers
+        readonly property real pickerWidth: card.stacked ? width : (width - arrow.width) / 2 - columnSpacing
+
+        width: parent.width
         columns: card.stacked ? 1 : 3
         columnSpacing: Theme.unit * 1.5
         rowSpacing: Theme.unit / 2
+        verticalItemAlignment: Grid.AlignBottom
         enabled: !card.content.isRunning
 
-        ColumnLayout {
-            Layout.fillWidth: true
+        Column {
+            width: pickers.pickerWidth
             spacing: Theme.unit / 2
             Caption {
                 text: from.label
@@ -45,7 +52,7 @@ Card {
             }
             AppComboBox {
                 id: from
-                Layout.fillWidth: true
+                width: parent.width
                 label: qsTr("From")
                 model: card.view.backups
                 textRole: "text"
@@ -53,17 +60,20 @@ Card {
                 onActivated: index => card.view.pickFrom(index)
             }
         }
-        Symbol {
-            id: arrow
-            Layout.alignment: card.stacked ? Qt.AlignLeft : Qt.AlignBottom
-            Layout.bottomMargin: card.stacked ? 0 : (from.height - height) / 2
-            Layout.leftMargin: card.stacked ? Theme.unit : 0
-            rotation: card.stacked ? 90 : 0
-            name: "arrow.right"
-            color: Theme.secondaryText
+        Item {
+            width: arrow.x + arrow.width
+            height: card.stacked ? arrow.height : from.height
+            Symbol {
+                id: arrow
+                x: card.stacked ? Theme.unit : 0
+                anchors.verticalCenter: parent.verticalCenter
+                rotation: card.stacked ? 90 : 0
+                name: "arrow.right"
+                color: Theme.secondaryText
+            }
         }
-        ColumnLayout {
-            Layout.fillWidth: true
+        Column {
+            width: pickers.pickerWidth
             spacing: Theme.unit / 2
             Caption {
                 text: to.label
@@ -71,7 +81,7 @@ Card {
             }
             AppComboBox {
                 id: to
-                Layout.fillWidth: true
+                width: parent.width
                 label: qsTr("To")
                 model: card.view.backups
                 textRole: "text"
@@ -80,24 +90,29 @@ Card {
             }
         }
     }
-    Stack {
+    Column {
+        width: parent.width
         enabled: !card.content.isRunning
         AppCheckBox {
             id: attributes
+            width: parent.width
             text: qsTr("Also compare extended attributes and ownership")
             isOn: card.content.compareExtendedAttributes
             onSwitched: isOn => card.view.setCompareExtendedAttributes(isOn)
         }
         Caption {
+            width: parent.width
             leftPadding: attributes.leftPadding
             text: qsTr("Off by default. tmutil normally compares extended attributes, which costs an extra "
                        + "round-trip per file and reports churn nobody acts on.")
         }
     }
-    Stack {
+    Column {
+        width: parent.width
         enabled: !card.content.isRunning
         spacing: Theme.unit / 2
         Flow {
+            width: parent.width
             spacing: Theme.unit * 2
             AppStepper {
                 text: card.content.depthText
@@ -113,10 +128,14 @@ Card {
                 onToggled: card.view.setUnlimitedDepth(checked)
             }
         }
-        Caption { text: qsTr("Each level is a network round-trip — deeper is slower.") }
+        Caption {
+            width: parent.width
+            text: qsTr("Each level is a network round-trip — deeper is slower.")
+        }
     }
-    Divider {}
+    Divider { width: parent.width }
     Item {
+        width: parent.width
         implicitHeight: Math.max(start.height, progress.implicitHeight)
 
         Flow {

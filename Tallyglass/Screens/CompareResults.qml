@@ -74,6 +74,7 @@ Card {
 
     Item {
         id: filter
+        width: parent.width
         z: 1
         implicitHeight: controls.height
 
@@ -103,10 +104,12 @@ Card {
         }
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         text: card.content.metadataNote
     }
     TextLabel {
+        width: parent.width
         visible: text !== ""
         topPadding: Theme.unit * 2
         bottomPadding: Theme.unit * 2
@@ -116,6 +119,7 @@ Card {
     }
     Item {
         id: list
+        width: parent.width
         visible: card.rows.count > 0
         implicitHeight: card.rows.count * card.rowHeight
 
@@ -243,6 +247,7 @@ Card {
         }
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         topPadding: Theme.unit
         text: card.content.limitNote

@@ -10,6 +10,7 @@ Card {
     Accessible.name: qsTr("Summary")
 
     GridLayout {
+        width: parent.width
         columns: card.width < Theme.unit * 64 * Theme.textScale ? 2 : 4
         columnSpacing: Theme.unit * 2
         rowSpacing: Theme.unit * 1.5
@@ -28,6 +29,7 @@ Card {
         }
     }
     RowLayout {
+        width: parent.width
         visible: card.content.partialNote !== ""
         spacing: Theme.unit
         Symbol {
@@ -41,6 +43,7 @@ Card {
         }
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         text: card.content.depthNote
     }

@@ -29,6 +29,7 @@ ScrollPage {
     }
 
     Title {
+        width: parent.width
         visible: !state.isLocked
         text: qsTr("Compare")
     }
@@ -42,19 +43,23 @@ ScrollPage {
         onGuideRequested: page.showingFDAGuide = true
     }
     ComparePicker {
+        width: parent.width
         visible: !state.isLocked
         view: state
     }
     Reveal {
+        width: parent.width
         shown: !state.isLocked && state.error !== ""
         spacing: page.spacing
-        ErrorBanner { text: state.error }
+        ErrorBanner { width: parent.width; text: state.error }
     }
     CompareSummary {
+        width: parent.width
         visible: !state.isLocked && state.hasSummary
         content: state.summary
     }
     CompareResults {
+        width: parent.width
         visible: !state.isLocked && state.hasResults
         view: state
         page: page

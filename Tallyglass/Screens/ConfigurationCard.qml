@@ -11,6 +11,7 @@ Card {
     systemImage: "switch.2"
 
     GridLayout {
+        width: parent.width
         columnSpacing: Theme.unit * 3
         rowSpacing: Theme.unit
         Repeater {
@@ -40,11 +41,14 @@ Card {
             }
         }
     }
-    Stack {
+    Column {
+        id: excluded
+        width: parent.width
         visible: card.content.skipPaths.length > 0
         spacing: Theme.unit
-        Divider {}
+        Divider { width: parent.width }
         TextLabel {
+            width: parent.width
             text: qsTr("Excluded from backup")
             font.weight: Font.DemiBold
             Accessible.role: Accessible.Heading
@@ -53,6 +57,7 @@ Card {
             model: card.content.skipPaths
             SelectableText {
                 required property string modelData
+                width: excluded.width
                 text: modelData
             }
         }

@@ -35,6 +35,7 @@ ScrollPage {
     }
 
     Later {
+        width: parent.width
         file: "RevealedError.qml"
         inputs: () => ({ error: dashboardState.error, spacing: dashboard.spacing })
     }
@@ -57,16 +58,17 @@ ScrollPage {
         }
     }
     Item {
+        width: parent.width
         visible: dashboardState.hasDestination
-        implicitWidth: main.implicitWidth
         implicitHeight: Math.max(main.height, aside.y + aside.height)
 
-        Stack {
+        Column {
             id: main
             width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
             spacing: dashboard.spacing
 
             Loader { // as Lazy, without a type that the first frame would have to load
+                width: parent.width
                 active: dashboardState.hasDestination
                 visible: active
                 sourceComponent: DestinationHeader {
@@ -75,23 +77,27 @@ ScrollPage {
                 }
             }
             Later {
+                width: parent.width
                 file: "RevealedActivity.qml"
                 inputs: () => ({
                     running: dashboardState.isRunning, content: dashboardState.activity, spacing: dashboard.spacing
                 })
             }
             Later {
+                width: parent.width
                 file: "TimelineView.qml"
                 inputs: () => ({
                     model: dashboard.model, helperSetup: dashboard.helperSetup, pasteboard: dashboard.pasteboard
                 })
             }
             Later {
+                width: parent.width
                 file: "HealthCard.qml"
                 inputs: () => ({ content: dashboardState.health })
             }
             Later {
                 id: unlock
+                width: parent.width
                 shown: dashboardState.unlock.shown
                 file: "UnlockCard.qml"
                 inputs: () => ({ content: dashboardState.unlock })
@@ -101,7 +107,7 @@ ScrollPage {
                 }
             }
         }
-        Stack {
+        Column {
             id: aside
             x: dashboard.wide ? parent.width - width : 0
             y: dashboard.wide ? 0 : main.height + spacing
@@ -109,6 +115,7 @@ ScrollPage {
             spacing: dashboard.spacing
 
             Later {
+                width: parent.width
                 file: "ConfigurationCard.qml"
                 inputs: () => ({ content: dashboardState.configuration })
             }

@@ -15,13 +15,13 @@ Card {
 
     Item {
         id: area
+        width: parent.width
         readonly property real gap: Theme.unit * 2
         // Ring, words and tiles from top to bottom, or words and tiles beside the ring, or the tiles below both.
         readonly property real wordsHeight: words.height + (header.tilesBelow ? 0 : gap + tiles.height)
         readonly property real headHeight: header.stacked ? ring.height + gap + words.height
                                                           : Math.max(ring.height, wordsHeight)
 
-        implicitWidth: ring.width + Theme.unit * 40
         implicitHeight: headHeight + (header.tilesBelow ? gap + tiles.height : 0)
 
         CapacityRing {
@@ -30,7 +30,7 @@ Card {
             y: header.stacked ? 0 : (parent.headHeight - height) / 2
             content: header.content.ring
         }
-        Stack {
+        Column {
             id: words
             x: header.stacked ? 0 : ring.width + Theme.unit * 4
             y: header.stacked ? ring.height + area.gap : (parent.headHeight - parent.wordsHeight) / 2
@@ -38,7 +38,7 @@ Card {
             spacing: Theme.unit
 
             Item {
-                implicitWidth: name.x + name.implicitWidth
+                width: parent.width
                 implicitHeight: Math.max(name.height, kind.height)
                 Symbol {
                     id: kind
@@ -81,6 +81,7 @@ Card {
                 }
             }
             Later {
+                width: parent.width
                 shown: header.content.url !== ""
                 file: "SelectableText.qml"
                 inputs: () => ({ text: header.content.url, color: Theme.secondaryText })

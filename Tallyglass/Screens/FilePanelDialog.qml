@@ -1,12 +1,14 @@
 import QtQuick
 import QtQuick.Dialogs
+import Qt.labs.folderlistmodel // Qt's own dialog needs it, and would crash without
 import Tallyglass
 
-// The desktop's dialog for one panel, open from the start. Declining answers with no files.
+// The desktop's dialog for one panel. Declining answers with no files.
 Item {
     id: dialog
     required property filePanel panel
     signal answered(var urls)
+    signal failed(string reason)
 
     FileDialog {
         id: files
@@ -21,9 +23,14 @@ Item {
         onAccepted: dialog.answered([selectedFolder])
         onRejected: dialog.answered([])
     }
-    Component.onCompleted: {
+
+    function open() {
+        const shown = panel.asksForFolder ? folder : files;
         if (panel.asksToSave)
             files.selectedFile = panel.suggestion;
-        (panel.asksForFolder ? folder : files).open();
+        shown.open();
+        if (!shown.visible)
+            failed(qsTr("The dialog for choosing files can't be opened. A part of Qt that it needs may be missing; "
+                        + "the program's log says which."));
     }
 }

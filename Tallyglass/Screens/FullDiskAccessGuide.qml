@@ -23,6 +23,7 @@ Sheet {
     }
 
     RowLayout {
+        width: parent.width
         spacing: Theme.unit * 2
         Symbol {
             Layout.alignment: Qt.AlignTop
@@ -30,13 +31,15 @@ Sheet {
             color: Theme.colors[state.content.role]
             size: Theme.displaySize * 1.5
         }
-        Stack {
+        ColumnLayout {
             Layout.fillWidth: true
             spacing: Theme.unit / 2
             Title {
+                Layout.fillWidth: true
                 text: state.content.title
             }
             TextLabel {
+                Layout.fillWidth: true
                 text: state.content.text
                 color: Theme.secondaryText
             }
@@ -49,12 +52,15 @@ Sheet {
         }
     }
     FDADragIllustration {
+        width: parent.width
         item: state.content.item
         itemUrl: state.itemUrl
         itemSymbol: guide.forHelper ? "terminal.fill" : "clock.arrow.trianglehead.counterclockwise.rotate.90"
         description: state.content.illustration
     }
-    Stack {
+    Column {
+        id: steps
+        width: parent.width
         spacing: Theme.unit * 1.5
         Repeater {
             model: state.content.steps
@@ -62,6 +68,7 @@ Sheet {
                 id: step
                 required property accessStep modelData
                 required property int index
+                width: steps.width
                 spacing: Theme.unit * 1.5
                 Rectangle {
                     Layout.alignment: Qt.AlignTop
@@ -82,15 +89,17 @@ Sheet {
                     name: step.modelData.glyph
                     color: Theme.accent
                 }
-                Stack {
+                ColumnLayout {
                     Layout.fillWidth: true
                     Layout.topMargin: Theme.bodySize * 0.2
                     spacing: Theme.unit / 4
                     TextLabel {
+                        Layout.fillWidth: true
                         text: step.modelData.title
                         font.weight: Font.DemiBold
                     }
                     TextLabel {
+                        Layout.fillWidth: true
                         visible: text !== ""
                         text: step.modelData.detail
                         color: Theme.secondaryText
@@ -100,7 +109,7 @@ Sheet {
         }
     }
 
-    footer: [
+    buttons: [
         Flow {
             Layout.fillWidth: true
             spacing: Theme.unit

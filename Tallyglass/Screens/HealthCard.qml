@@ -10,25 +10,29 @@ Card {
     Accessible.name: content.summary
 
     RowLayout {
+        width: parent.width
         spacing: Theme.unit * 1.5
         Symbol {
             name: health.content.symbol
             color: Theme.colors[health.content.role]
             size: Theme.displaySize * 1.3
         }
-        Stack {
+        ColumnLayout {
             Layout.fillWidth: true
             spacing: Theme.unit / 4
             Headline {
+                Layout.fillWidth: true
                 text: health.content.summary
             }
             TextLabel {
+                Layout.fillWidth: true
                 text: health.content.cadence
                 color: Theme.secondaryText
             }
         }
     }
     Lazy {
+        width: parent.width
         shown: health.content.resultHeading !== ""
         sourceComponent: HealthSection {
             heading: health.content.resultHeading
@@ -38,6 +42,7 @@ Card {
         }
     }
     Lazy {
+        width: parent.width
         shown: health.content.failures.length > 0
         sourceComponent: HealthSection {
             heading: qsTr("Suspected failed backups")
@@ -49,6 +54,7 @@ Card {
         }
     }
     Lazy {
+        width: parent.width
         shown: health.content.gaps.length > 0
         sourceComponent: HealthSection {
             heading: qsTr("Longer than usual")

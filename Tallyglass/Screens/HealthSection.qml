@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass
 
 // A reason behind the verdict: a heading with its symbol, a line of explanation and a list.
-Stack {
+Column {
     id: section
     required property string heading
     required property string systemImage
@@ -14,9 +14,9 @@ Stack {
 
     spacing: Theme.unit
 
-    Divider {}
+    Divider { width: parent.width }
     RowLayout {
-        Layout.fillWidth: true
+        width: parent.width
         spacing: Theme.unit
         Symbol {
             Layout.alignment: Qt.AlignTop
@@ -31,10 +31,13 @@ Stack {
         }
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         text: section.caption
     }
-    Stack {
+    Column {
+        id: lines
+        width: parent.width
         visible: list.rows.length > 0
         spacing: Theme.unit / 2
         Repeater {
@@ -48,7 +51,7 @@ Stack {
                 readonly property real captionX: words.x + words.width + Theme.unit
                 readonly property bool fits: captionX + beside.implicitWidth <= width
 
-                implicitWidth: words.implicitWidth
+                width: lines.width
                 implicitHeight: Math.max(words.height, caption.y + caption.implicitHeight)
                 Rectangle {
                     x: Theme.unit / 2
@@ -82,6 +85,7 @@ Stack {
         }
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         text: section.more
     }

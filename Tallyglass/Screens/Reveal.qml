@@ -1,11 +1,11 @@
 import QtQuick
 import Tallyglass
 
-// Lets what it holds appear and leave in a stack: it fades while what stands below makes room.
+// Lets what it holds appear and leave in a column: it fades while what stands below makes room.
 Item {
     id: reveal
     property bool shown: true
-    property real spacing: 0 // of the stack
+    property real spacing: 0 // of the column
     default property alias items: holder.data
 
     property real progress: shown ? 1 : 0
@@ -14,14 +14,13 @@ Item {
         NumberAnimation { duration: Theme.motion; easing.type: Easing.OutCubic }
     }
 
-    // Together with the stack's spacing it grows from nothing.
-    implicitWidth: holder.implicitWidth
+    // Together with the column's spacing it grows from nothing.
     implicitHeight: (holder.height + spacing) * progress - spacing
     visible: progress > 0
     opacity: progress
     clip: progress < 1
 
-    Stack {
+    Column {
         id: holder
         width: parent.width
         y: (reveal.progress - 1) * Theme.unit * 2

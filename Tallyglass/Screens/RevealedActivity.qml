@@ -9,6 +9,7 @@ Reveal {
 
     shown: running
     Lazy {
+        width: parent.width
         shown: reveal.progress > 0
         sourceComponent: ActivityCard { content: reveal.content }
     }

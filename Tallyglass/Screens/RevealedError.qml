@@ -8,6 +8,7 @@ Reveal {
 
     shown: error !== ""
     Lazy {
+        width: parent.width
         shown: reveal.progress > 0
         sourceComponent: ErrorBanner { text: reveal.error }
     }

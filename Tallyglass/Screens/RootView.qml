@@ -87,7 +87,7 @@ FocusScope {
             id: handle
             anchors.fill: parent
             file: "SplitHandle.qml"
-            inputs: () => ({ value: root.sidebarWidth, minimum: 170, usual: 190, maximum: 240 })
+            inputs: () => ({ value: root.sidebarWidth })
             Connections {
                 target: handle.item
                 function onMoved(value) { root.sidebarWidth = value; }

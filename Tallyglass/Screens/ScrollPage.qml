@@ -2,18 +2,17 @@ import QtQuick
 import Tallyglass
 
 // A page that scrolls up and down when its content is higher than it, at any size of text. Children stand in a
-// stack; the one that gets the keyboard is brought into view, unless it says that it `keepsItselfInSight`.
+// column; the one that gets the keyboard is brought into view, unless it says that it `keepsItselfInSight`.
 Flickable {
     id: page
     property real margin: Theme.unit * 3
     property real maximumContentWidth: Theme.unit * 120
-    property alias spacing: stack.spacing
-    default property alias items: stack.data
+    property alias spacing: column.spacing
+    default property alias items: column.data
 
-    implicitWidth: stack.implicitWidth + margin * 2
-    implicitHeight: stack.height + margin * 2
+    implicitHeight: column.height + margin * 2
     contentWidth: width
-    contentHeight: stack.height + margin * 2
+    contentHeight: column.height + margin * 2
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
     clip: true
@@ -25,7 +24,7 @@ Flickable {
         for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
             if (ancestor.keepsItselfInSight === true)
                 return;
-            if (ancestor !== stack)
+            if (ancestor !== column)
                 continue;
             const top = item.mapToItem(contentItem, 0, 0).y - Theme.unit * 2;
             const bottom = top + item.height + Theme.unit * 4;
@@ -54,8 +53,8 @@ Flickable {
         file: "PageScrollTrack.qml"
         inputs: () => ({ page: page })
     }
-    Stack {
-        id: stack
+    Column {
+        id: column
         x: Math.max(page.margin, (page.width - width) / 2)
         y: page.margin
         width: Math.min(page.width - page.margin * 2, page.maximumContentWidth)

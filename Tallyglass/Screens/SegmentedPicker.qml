@@ -24,6 +24,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
     Accessible.name: label
+    Accessible.description: options[currentIndex] ?? ""
 
     onActiveFocusChanged: if (!activeFocus) byPointer = false
     Keys.onLeftPressed: move(currentIndex - 1)
@@ -73,6 +74,7 @@ Item {
                 implicitWidth: widestWords.implicitWidth + Theme.unit * 3
                 implicitHeight: Theme.controlHeight - 4
                 Accessible.name: text
+                Accessible.focused: current && picker.activeFocus
                 Accessible.onPressAction: picker.move(index)
                 onClicked: {
                     checked = Qt.binding(() => segment.current); // the picker decides

@@ -2,18 +2,15 @@ import QtQuick
 import QtQuick.Layouts
 import Tallyglass
 
-// A modal card over the dimmed window. Children stand in a column that scrolls when the window is too low; `footer`
-// stays below them.
+// A modal card over the dimmed window. Children stand in a column that scrolls when the window is too low; `buttons`
+// stay below them.
 SheetFrame {
     id: sheet
     default property alias items: page.items
-    property alias footer: buttons.data
+    property alias buttons: buttonRow.data
 
     contentItem: FocusScope {
         implicitHeight: page.implicitHeight + (footerArea.visible ? footerArea.implicitHeight : 0)
-        Accessible.role: Accessible.Dialog
-        Accessible.name: sheet.title
-
         ColumnLayout {
             anchors.fill: parent
             spacing: 0
@@ -24,11 +21,11 @@ SheetFrame {
             }
             ColumnLayout {
                 id: footerArea
-                visible: buttons.children.length > 0
+                visible: buttonRow.children.length > 0
                 spacing: 0
                 Divider { Layout.fillWidth: true }
                 RowLayout {
-                    id: buttons
+                    id: buttonRow
                     Layout.fillWidth: true
                     Layout.margins: Theme.unit * 2
                     Layout.leftMargin: page.margin

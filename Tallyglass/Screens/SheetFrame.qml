@@ -10,6 +10,12 @@ T.Popup {
     property real preferredWidth: Theme.unit * 64
 
     property Item formerFocus: null
+    // The item that the popup makes around its content is the dialog to a screen reader.
+    readonly property Binding accessibleName: Binding {
+        target: sheet.contentItem?.parent?.Accessible ?? null
+        property: "name"
+        value: sheet.title
+    }
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent

@@ -9,22 +9,23 @@ Item {
     property string caption
     property color tint: Theme.text
 
-    implicitWidth: column.implicitWidth
-    implicitHeight: column.implicitHeight
+    implicitHeight: column.height
     Accessible.role: Accessible.StaticText
     Accessible.name: label
     Accessible.description: caption === "" ? value : value + ", " + caption
 
-    Stack {
+    Column {
         id: column
         width: parent.width
         spacing: Theme.unit / 4
 
         Caption {
+            width: parent.width
             text: tile.label
             Accessible.ignored: true
         }
         TextLabel {
+            width: parent.width
             text: tile.value
             color: tile.tint
             font.pixelSize: Theme.titleSize
@@ -32,6 +33,7 @@ Item {
             Accessible.ignored: true
         }
         Caption {
+            width: parent.width
             visible: text !== ""
             text: tile.caption
             Accessible.ignored: true

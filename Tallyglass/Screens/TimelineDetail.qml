@@ -12,12 +12,13 @@ Item {
     TextLabel { id: oneLine; visible: false; text: " " }
     Caption { id: oneCaption; visible: false; text: " " }
 
-    Stack {
+    Column {
         id: words
         width: detail.width
         spacing: Theme.unit / 4
 
         Flow {
+            width: parent.width
             visible: detail.content.date !== ""
             spacing: Theme.unit
             TextLabel {
@@ -32,6 +33,7 @@ Item {
             }
         }
         Flow {
+            width: parent.width
             spacing: Theme.unit * 2
             Caption {
                 width: Math.min(implicitWidth, detail.width)

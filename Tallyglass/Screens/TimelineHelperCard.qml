@@ -26,19 +26,24 @@ Rectangle {
         color: Theme.accent
         size: Theme.titleSize * 1.2
     }
-    Stack {
+    Column {
         id: words
         x: symbol.x + symbol.width + card.padding
         y: card.padding
         width: card.width - x - card.padding
         spacing: Theme.unit
 
-        Headline { text: card.prompt.title }
+        Headline {
+            width: parent.width
+            text: card.prompt.title
+        }
         TextLabel {
+            width: parent.width
             text: card.prompt.text
             color: Theme.secondaryText
         }
         Flow {
+            width: parent.width
             spacing: Theme.unit
             AppButton {
                 width: Math.min(implicitWidth, words.width)

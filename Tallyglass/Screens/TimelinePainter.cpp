@@ -21,6 +21,7 @@ class Timeline {
 };
 
 constexpr std::size_t mostDates = 7;
+constexpr double roomToSymbol = 1.1; // a symbol leaves a margin around its glyph
 
 double greatestValue(std::span<const TimelineEntry> entries, TimelineMetric metric,
                      const TimelineRange& range) {
@@ -149,31 +150,35 @@ void TimelinePainter::paintDates(QPainter& painter) const {
 }
 
 void TimelinePainter::paintMarks(QPainter& painter) const {
-    struct Kind {
-        bool TimelineColumn::*has;
+    struct Mark {
+        double x;
         const char* symbol;
         QColor color;
-        bool isDrawn;
     };
-    // Where marks would lie on one another, the first kind is kept.
-    const Kind kinds[] = {
-        {&TimelineColumn::hasInitialBackup, "star.fill", m_style.star, true},
-        {&TimelineColumn::hasFailure, "xmark", m_style.failure, true},
-        {&TimelineColumn::hasBackupWithoutValue, "circle.dotted", m_style.quiet,
-         m_style.differentiateWithoutColor},
+    // A column has one mark, since it is too narrow for two: a failure is told nowhere else.
+    const auto mark = [&](const TimelineColumn& column) -> std::optional<Mark> {
+        const double x = m_layout.x(column.position);
+        if (column.hasFailure)
+            return Mark{x, "xmark", m_style.failure};
+        if (column.hasInitialBackup)
+            return Mark{x, "star.fill", m_style.star};
+        if (column.hasBackupWithoutValue && m_style.differentiateWithoutColor)
+            return Mark{x, "circle.dotted", m_style.quiet};
+        return std::nullopt;
     };
-    const double room = m_style.symbolFont.pixelSize() * 0.9;
-    std::vector<double> taken;
-    for (const Kind& kind : kinds)
-        for (const TimelineColumn& column : m_columns) {
-            if (!kind.isDrawn || !(column.*kind.has) || !m_layout.isInSight(column.position))
-                continue;
-            const double x = m_layout.x(column.position);
-            if (std::ranges::any_of(taken, [&](double other) { return std::abs(other - x) < room; }))
-                continue;
-            taken.push_back(x);
-            paintSymbol(painter, kind.symbol, {x, m_layout.lane.center().y() + 1}, kind.color);
-        }
+    std::vector<Mark> marks;
+    std::vector<double> places;
+    for (const TimelineColumn& column : m_columns) {
+        const auto found = m_layout.isInSight(column.position) ? mark(column) : std::nullopt;
+        if (!found)
+            continue;
+        marks.push_back(*found);
+        places.push_back(found->x);
+    }
+    const auto sizes = symbolSizes(places);
+    for (std::size_t i = 0; i < marks.size(); ++i)
+        paintSymbol(painter, marks[i].symbol, {marks[i].x, m_layout.lane.center().y() + 1}, sizes[i],
+                    marks[i].color);
 }
 
 QImage TimelinePainter::bars() const {
@@ -186,17 +191,34 @@ QImage TimelinePainter::bars() const {
             paintBar(painter, m_layout.bar(column.position, *column.value), column.isGap);
 
     painter.setClipping(false);
-    double last = -HUGE_VAL;
-    const double size = m_style.symbolFont.pixelSize();
-    for (const TimelineColumn& column : m_columns) {
-        const double x = m_layout.x(column.position);
-        if (!m_style.differentiateWithoutColor || !column.isGap || !m_layout.isInSight(column.position) ||
-            x - last < size * 0.7)
-            continue;
-        paintSymbol(painter, "exclamationmark", {x, m_layout.y(*column.value) - size / 2}, m_style.gap);
-        last = x;
-    }
+    if (m_style.differentiateWithoutColor)
+        paintGapMarks(painter);
     return image;
+}
+
+void TimelinePainter::paintGapMarks(QPainter& painter) const {
+    std::vector<QPointF> tops;
+    std::vector<double> places;
+    for (const TimelineColumn& column : m_columns) {
+        if (!column.isGap || !m_layout.isInSight(column.position))
+            continue;
+        tops.emplace_back(m_layout.x(column.position), m_layout.y(*column.value));
+        places.push_back(tops.back().x());
+    }
+    const auto sizes = symbolSizes(places);
+    for (std::size_t i = 0; i < tops.size(); ++i)
+        paintSymbol(painter, "exclamationmark", tops[i] - QPointF(0, sizes[i] / 2), sizes[i], m_style.gap);
+}
+
+std::vector<double> TimelinePainter::symbolSizes(std::span<const double> places) const {
+    const double usual = m_style.symbolFont.pixelSize();
+    std::vector<double> sizes(places.size(), usual);
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        const double room = std::clamp((places[i] - places[i - 1]) * roomToSymbol, usual / 2, usual);
+        sizes[i - 1] = std::min(sizes[i - 1], room);
+        sizes[i] = room;
+    }
+    return sizes;
 }
 
 std::optional<TimelinePainter::Patch> TimelinePainter::selectedBar(std::size_t index) const {
@@ -285,10 +307,9 @@ void TimelinePainter::paintBar(QPainter& painter, const QRectF& rect, bool isGap
     painter.fillPath(path, color);
 }
 
-void TimelinePainter::paintSymbol(QPainter& painter, const char* name, QPointF center,
+void TimelinePainter::paintSymbol(QPainter& painter, const char* name, QPointF center, double size,
                                   const QColor& color) const {
-    const double size = m_style.symbolFont.pixelSize();
-    painter.setFont(m_style.symbolFont);
+    painter.setFont(scaled(m_style.symbolFont, size));
     painter.setPen(color);
     painter.drawText(QRectF(center.x() - size, center.y() - size, size * 2, size * 2), Qt::AlignCenter,
                      Symbols::glyph(QString::fromLatin1(name)));

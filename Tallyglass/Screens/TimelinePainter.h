@@ -77,11 +77,16 @@ private:
     void paintAxes(QPainter& painter) const;
     void paintDates(QPainter& painter) const;
     void paintMarks(QPainter& painter) const;
+    void paintGapMarks(QPainter& painter) const;
+    /// Of symbols side by side, by the x of their middles in order. Close ones are smaller, down to half of
+    /// the usual size; closer still, they overlap.
+    [[nodiscard]] std::vector<double> symbolSizes(std::span<const double> places) const;
     void paintBar(QPainter& painter, const QRectF& rect, bool isGap) const;
     /// The rightmost x from which a label of `width` pixels reaches to the left without a bar in it that is
     /// as high as `y`. The right end of the plot if there is no such place.
     [[nodiscard]] double freeRight(double width, double y) const;
-    void paintSymbol(QPainter& painter, const char* name, QPointF center, const QColor& color) const;
+    void paintSymbol(QPainter& painter, const char* name, QPointF center, double size,
+                     const QColor& color) const;
 
     TimelineSubject m_subject;
     TimelineStyle m_style;

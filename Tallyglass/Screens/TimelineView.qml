@@ -20,6 +20,7 @@ Card {
     }
 
     Lazy {
+        width: parent.width
         shown: !timelineState.content.hasChart
         sourceComponent: EmptyState {
             title: qsTr("Not enough history")
@@ -29,6 +30,7 @@ Card {
     }
 
     Flow {
+        width: parent.width
         visible: timelineState.content.hasChart
         spacing: Theme.unit
 
@@ -51,11 +53,13 @@ Card {
     }
 
     Caption {
+        width: parent.width
         visible: text !== ""
         text: timelineState.content.caption
     }
 
     Lazy {
+        width: parent.width
         shown: timelineState.content.hasChart && timelineState.content.prompt.shown
         sourceComponent: TimelineHelperCard {
             prompt: timelineState.content.prompt
@@ -102,6 +106,7 @@ Card {
 
     TimelineChart {
         id: chart
+        width: parent.width
         implicitHeight: Theme.unit * (17 + 10 * Theme.textScale)
         visible: timelineState.content.hasChart
         view: timelineState
@@ -133,11 +138,13 @@ Card {
     }
 
     TimelineDetail {
+        width: parent.width
         visible: timelineState.content.hasChart
         content: timelineState.content
     }
 
     TimelineLegend {
+        width: parent.width
         visible: timelineState.content.hasChart
         items: timelineState.content.legend
     }

@@ -33,6 +33,7 @@ Row {
         active: false
         visible: false
         sourceComponent: AppMenu {
+            title: menuButton.hint
             onAboutToShow: actions.helperSetup.lookForHelper()
 
             AppMenuItem {

@@ -12,16 +12,20 @@ Card {
     systemImage: "lock.open.trianglebadge.exclamationmark"
 
     TextLabel {
+        width: parent.width
         text: qsTr("Everything above works without permission. These need Full Disk Access:")
         color: Theme.secondaryText
     }
-    Stack {
+    Column {
+        id: features
+        width: parent.width
         spacing: Theme.unit
         Repeater {
             model: card.content.lockedFeatures
             RowLayout {
                 id: line
                 required property lockedFeature modelData
+                width: features.width
                 spacing: Theme.unit
                 Symbol {
                     Layout.alignment: Qt.AlignTop
@@ -36,10 +40,12 @@ Card {
         }
     }
     Caption {
+        width: parent.width
         visible: text !== ""
         text: card.content.note
     }
     Flow {
+        width: parent.width
         AppButton {
             kind: AppButton.Prominent
             text: qsTr("Show me how")

@@ -653,6 +653,13 @@
     </message>
 </context>
 <context>
+    <name>FilePanelDialog</name>
+    <message>
+        <source>The dialog for choosing files can&apos;t be opened. A part of Qt that it needs may be missing; the program&apos;s log says which.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>FilterField</name>
     <message>
         <source>Clear</source>
@@ -839,6 +846,13 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
     <message>
         <source>Lite mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SplitHandle</name>
+    <message>
+        <source>Width of the sidebar</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -105,7 +105,7 @@ private:
 } // namespace
 
 std::string formatByteCount(std::int64_t bytes, const UserLocale& locale) {
-    return icutext::formatFor<Formats>(locale)->text(bytes);
+    return icutext::formatFor<Formats>(locale).text(bytes);
 }
 
 } // namespace tallyglass

@@ -88,8 +88,8 @@ std::optional<std::string> formatDuration(double seconds, DurationUnits units, D
         return std::nullopt;
     const auto whole = static_cast<std::int64_t>(seconds);
     return style == DurationStyle::full
-               ? icutext::formatFor<Format<DurationStyle::full>>(locale)->text(whole, units)
-               : icutext::formatFor<Format<DurationStyle::abbreviated>>(locale)->text(whole, units);
+               ? icutext::formatFor<Format<DurationStyle::full>>(locale).text(whole, units)
+               : icutext::formatFor<Format<DurationStyle::abbreviated>>(locale).text(whole, units);
 }
 
 } // namespace tallyglass

@@ -19,7 +19,7 @@ struct Grouping {
 
 std::string formatGrouped(std::int64_t number, const UserLocale& locale) {
     icutext::Status status;
-    const auto text = icutext::formatFor<Grouping>(locale)->format.formatInt(number, status).toString(status);
+    const auto text = icutext::formatFor<Grouping>(locale).format.formatInt(number, status).toString(status);
     status.check("format a number");
     return icutext::toUtf8(text);
 }

@@ -12,7 +12,6 @@
 #include <unicode/unistr.h>
 
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -34,22 +33,19 @@ public:
 
 [[nodiscard]] std::string toUtf8(const icu::UnicodeString& text);
 
-/// The Format(locale), made anew only when `locale` isn't that of the call before: it takes far longer to
-/// make than to use. Threads share it, as they may by ICU's rules as long as they call only its const
-/// members.
+/// The Format(locale), made anew only when `locale` isn't that of the thread's call before: it takes far
+/// longer to make than to use. Each thread has its own, valid until its next call.
 template <typename Format>
-[[nodiscard]] std::shared_ptr<const Format> formatFor(const UserLocale& locale) {
+[[nodiscard]] const Format& formatFor(const UserLocale& locale) {
     struct Entry {
         explicit Entry(const UserLocale& usedLocale) : locale(usedLocale), format(usedLocale) {}
         const UserLocale locale;
         const Format format;
     };
-    static std::mutex mutex;
-    static std::shared_ptr<const Entry> latest;
-    const std::lock_guard lock(mutex);
+    thread_local std::unique_ptr<const Entry> latest;
     if (!latest || latest->locale != locale)
-        latest = std::make_shared<const Entry>(locale);
-    return {latest, &latest->format};
+        latest = std::make_unique<const Entry>(locale);
+    return latest->format;
 }
 
 /// Ill-formed bytes become U+FFFD.

@@ -56,11 +56,11 @@ Distance distance(Date date, Date relativeTo, const Formats& formats) {
 } // namespace
 
 std::string formatRelativeDate(Date date, Date relativeTo, const UserLocale& locale) {
-    const auto formats = icutext::formatFor<Formats>(locale);
-    const auto [count, unit] = distance(date, relativeTo, *formats);
+    const auto& formats = icutext::formatFor<Formats>(locale);
+    const auto [count, unit] = distance(date, relativeTo, formats);
     icutext::Status status;
     icu::UnicodeString text;
-    formats->words.formatNumeric(count, unit, text, status);
+    formats.words.formatNumeric(count, unit, text, status);
     status.check("format a relative date");
     return icutext::toUtf8(text);
 }

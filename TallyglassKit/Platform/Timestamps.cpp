@@ -52,7 +52,7 @@ std::string text(Date date, std::unique_ptr<const icu::SimpleDateFormat> Formats
     if (std::isnan(secondsSince1970(date)))
         return "—";
     icu::UnicodeString text;
-    (*icutext::formatFor<Formats>(locale).*format)->format(icutext::icuDate(date), text);
+    (icutext::formatFor<Formats>(locale).*format)->format(icutext::icuDate(date), text);
     return icutext::toUtf8(text);
 }
 

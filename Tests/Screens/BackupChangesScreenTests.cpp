@@ -195,16 +195,18 @@ TEST_F(ChangesSheet, filtersByPathAndByContent) {
     EXPECT_TRUE(tree.get(QAccessible::CheckBox, "Content changes only").isChecked());
     EXPECT_EQ(tree.value("Added"), "2, 20 bytes");
 
+    screen().until(
+        [&] { return screen().focusedName() == "Added, a.txt"; }); // which it gets when all is there
     auto* field = qobject_cast<QQuickItem*>(tree.get(QAccessible::EditableText, "Filter paths").object());
     field->forceActiveFocus();
     screen().type("B.t");
     stage.untilText("1 shown");
-    EXPECT_EQ(stage.rows(), QStringList{"Added, b.txt"});
+    screen().until([&] { return stage.rows() == QStringList{"Added, b.txt"}; });
     EXPECT_TRUE(field->hasActiveFocus()); // the list doesn't take it
 
     screen().type("z");
     stage.untilText("No changes match the current filters.");
-    tree.get(QAccessible::Button, "Clear").press();
+    screen().tree().get(QAccessible::Button, "Clear").press();
     stage.untilText("2 shown");
 }
 

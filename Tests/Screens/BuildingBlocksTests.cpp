@@ -108,6 +108,20 @@ TEST(SegmentedPicker, movesByArrowsAndByScreenReader) {
     EXPECT_FALSE(checked("Three"));
 }
 
+TEST(SegmentedPicker, tellsAScreenReaderWhatTheArrowsPick) {
+    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; options: ['One', 'Two', 'Three'];"
+                     "onPicked: index => currentIndex = index } }");
+    static_cast<void>(screen.tree()); // a screen reader is there
+    screen.key(Qt::Key_Tab);
+    EXPECT_EQ(screen.tree().get(QAccessible::Grouping, "Metric").value(), "One");
+
+    screen.key(Qt::Key_Right);
+
+    EXPECT_EQ(screen.tree().get(QAccessible::Grouping, "Metric").value(), "Two");
+    EXPECT_TRUE(screen.tree().get(QAccessible::RadioButton, "Two").isFocused());
+    EXPECT_FALSE(screen.tree().get(QAccessible::RadioButton, "One").isFocused());
+}
+
 class SheetTest : public testing::Test {
 protected:
     QmlScreen screen{"import QtQuick.Controls.Basic\n"
@@ -137,6 +151,15 @@ TEST_F(SheetTest, keepsTheKeyboardWithinIt) {
     EXPECT_FALSE(visited.contains("Open"));
 }
 
+TEST_F(SheetTest, isOneDialogWithItsTitle) {
+    QStringList dialogs;
+    for (const auto& element : screen.tree().elements())
+        if (element.role() == QAccessible::Dialog)
+            dialogs.append(element.name());
+
+    EXPECT_EQ(dialogs, QStringList{"Guide"}) << qPrintable(screen.tree().description());
+}
+
 TEST_F(SheetTest, closesByEscapeAndGivesTheKeyboardBack) {
     screen.key(Qt::Key_Escape);
     screen.until([&] { return screen.root()->property("closings") == 1; });
@@ -146,7 +169,7 @@ TEST_F(SheetTest, closesByEscapeAndGivesTheKeyboardBack) {
 }
 
 TEST(ScrollPage, hasATrackAtItsRightEdgeThatMovesWithThePage) {
-    QmlScreen screen("ScrollPage { Item { height: 3000 } }", {}, {400, 300});
+    QmlScreen screen("ScrollPage { Item { width: 1; height: 3000 } }", {}, {400, 300});
     auto* page = qobject_cast<QQuickItem*>(screen.root());
     const auto items = page->childItems();
     const auto track =
@@ -158,6 +181,31 @@ TEST(ScrollPage, hasATrackAtItsRightEdgeThatMovesWithThePage) {
     EXPECT_EQ((*track)->property("position").toDouble(), 0);
     page->setProperty("contentY", page->property("contentHeight").toDouble() / 2);
     EXPECT_DOUBLE_EQ((*track)->property("position").toDouble(), 0.5);
+}
+
+TEST(Reveal, takesNoRoomWhileItIsHidden) {
+    QmlScreen screen(
+        "Column { id: column; property bool more: false; spacing: 8\n"
+        "Rectangle { width: 50; height: 10 }\n"
+        "Reveal { width: 50; spacing: 8; shown: column.more; Rectangle { width: 50; height: 20 } }\n"
+        "Rectangle { width: 50; height: 10 } }");
+    auto* column = qobject_cast<QQuickItem*>(screen.root());
+    double lowest = 28;
+    double highest = 28;
+    QObject::connect(column, &QQuickItem::implicitHeightChanged, [&] {
+        lowest = std::min(lowest, column->implicitHeight());
+        highest = std::max(highest, column->implicitHeight());
+    });
+    EXPECT_EQ(column->implicitHeight(), 28);
+
+    column->setProperty("more", true);
+    screen.until([&] { return column->implicitHeight() == 56; });
+    EXPECT_GE(lowest, 28) << "it grows without a step back";
+    EXPECT_LE(highest, 56);
+
+    screen.theme().setReduceMotion(true);
+    column->setProperty("more", false);
+    screen.until([&] { return column->implicitHeight() == 28; });
 }
 
 } // namespace

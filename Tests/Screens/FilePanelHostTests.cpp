@@ -85,5 +85,24 @@ TEST_F(FilePanelHostTest, opensTheNextPanelWhenOneIsDeclined) {
     m_screen.until([&] { return dialog()->property("title") == "Two"; });
 }
 
+TEST(FilePanelHost, declinesWithTheReasonWhenTheDialogCantBeMade) {
+    FilePanels panels;
+    QObject receiver;
+    QStringList reasons;
+    std::optional<FilePanels::Choice> choice;
+    QObject::connect(&panels, &FilePanels::failed, [&](const QString& reason) { reasons.append(reason); });
+    test::QmlScreen screen{"FilePanelHost { file: 'qrc:/Missing.qml' }",
+                           {{"panels", QVariant::fromValue(&panels)}}};
+
+    panels.show({.kind = FilePanel::Kind::openFiles}, &receiver,
+                [&](const auto& chosen) { choice = chosen; });
+
+    screen.until([&] { return choice.has_value(); });
+    EXPECT_THAT(*choice, IsEmpty());
+    ASSERT_EQ(reasons.size(), 1);
+    EXPECT_TRUE(reasons.front().contains("Missing.qml")) << qPrintable(reasons.front());
+    EXPECT_FALSE(panels.isShowing());
+}
+
 } // namespace
 } // namespace tallyglass

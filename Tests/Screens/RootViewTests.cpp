@@ -96,6 +96,34 @@ TEST_F(RootViewTest, opensTheMenuAndTheAboutSheetAndClosesThemByEscape) {
     EXPECT_FALSE(screen.tree().find(QAccessible::MenuItem, "About Tallyglass"));
 }
 
+TEST_F(RootViewTest, namesItsMenu) {
+    screen.theme().setReduceMotion(true);
+    openMenu();
+
+    EXPECT_TRUE(screen.tree().find(QAccessible::PopupMenu, "Menu"))
+        << qPrintable(screen.tree().description());
+}
+
+TEST_F(RootViewTest, changesTheWidthOfTheSidebarByKeyboardAndByScreenReader) {
+    const auto width = [&] { return screen.root()->property("sidebarWidth").toDouble(); };
+    screen.key(Qt::Key_Tab);
+    screen.key(Qt::Key_Tab);
+    EXPECT_EQ(screen.focusedName(), "Width of the sidebar");
+    const auto handle = screen.tree().get(QAccessible::Slider, "Width of the sidebar");
+    auto* value = QAccessible::queryAccessibleInterface(handle.object())->valueInterface();
+    EXPECT_EQ(value->currentValue().toDouble(), 190);
+
+    screen.key(Qt::Key_Right);
+    EXPECT_EQ(width(), 200);
+    screen.key(Qt::Key_Home);
+    screen.key(Qt::Key_Left);
+    EXPECT_EQ(width(), 170);
+
+    value->setCurrentValue(1000);
+    EXPECT_EQ(width(), 240);
+    EXPECT_EQ(value->currentValue().toDouble(), 240);
+}
+
 TEST_F(RootViewTest, uninstallsOnlyWhileTheHelperIsThere) {
     screen.theme().setReduceMotion(true);
     openMenu();

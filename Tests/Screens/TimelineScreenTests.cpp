@@ -295,5 +295,28 @@ TEST_F(TimelineOnScreen, helpsTheInstalledHelperToItsPermission) {
     screen->until([&] { return !screen->tree().hasText("Grant the helper Full Disk Access"); });
 }
 
+TEST_F(TimelineOnScreen, marksEachOfManyFailuresInARow) {
+    auto backups = hourly(70);
+    backups.erase(backups.begin() + 30, backups.begin() + 36);
+    std::vector<double> attempts;
+    for (int hours = 35; hours < 40; ++hours)
+        attempts.push_back(hours * 3600.0 + 1800);
+    show(backups, attempts);
+
+    const QImage picture = screen->picture();
+    const auto& entries = view().entries();
+    int failures = 0;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (!entries[i].isFailure)
+            continue;
+        ++failures;
+        const QPointF place(screen->place(i).x(), chart().mapToScene(chart().layout().lane.center()).y() + 1);
+        const QColor color = picture.pixelColor(place.toPoint());
+        EXPECT_LT(color.green(), screen->theme().cardGround().green() - 40)
+            << "entry " << i << " is " << qPrintable(color.name());
+    }
+    EXPECT_EQ(failures, 5);
+}
+
 } // namespace
 } // namespace tallyglass::test
