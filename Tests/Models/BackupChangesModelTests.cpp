@@ -172,7 +172,7 @@ TEST_F(Changes, ofAFolderAreComparedToTheEndThoughTheirSheetIsClosed) {
     waitUntil([&] { return !sheet->isBusy(); });
 
     EXPECT_TRUE(sheet->tree().isFetched("/folder"));
-    EXPECT_NE(sheet->tree().find("/Data/b.txt"), nullptr);
+    EXPECT_NE(sheet->tree().find("/b.txt"), nullptr);
     EXPECT_EQ(compareRuns(), 2);
 }
 
