@@ -754,6 +754,17 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
 </context>
 <context>
+    <name>LoadFailure</name>
+    <message>
+        <source>A part of Tallyglass can&apos;t be shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The program or Qt isn&apos;t completely installed. Install what is missing, then start Tallyglass again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>LockedNotice</name>
     <message>
         <source>Show me how</source>
