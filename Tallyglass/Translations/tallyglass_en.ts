@@ -655,7 +655,14 @@
 <context>
     <name>FilePanelDialog</name>
     <message>
-        <source>The dialog for choosing files can&apos;t be opened. A part of Qt that it needs may be missing; the program&apos;s log says which.</source>
+        <source>Qt can&apos;t make the dialog. A part of Qt that it needs may be missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FilePanels</name>
+    <message>
+        <source>The dialog for choosing files can&apos;t be shown</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
