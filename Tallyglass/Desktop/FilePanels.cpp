@@ -11,6 +11,8 @@ QUrl FilePanel::suggestion() const {
     return name.isEmpty() ? QUrl() : QUrl::fromLocalFile(folder.filePath(name));
 }
 
+FilePanels::FilePanels(Alerts& alerts, QObject* parent) : QObject(parent), m_alerts(alerts) {}
+
 void FilePanels::show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen) {
     const bool isNext = !isShowing();
     m_queue.add(panel, receiver, std::move(chosen));
@@ -33,7 +35,9 @@ void FilePanels::answer(const QList<QUrl>& urls) {
 void FilePanels::fail(const QString& reason) {
     if (!isShowing())
         return;
-    emit failed(reason);
+    m_alerts.show({.kind = Alert::Kind::warning,
+                   .title = tr("The dialog for choosing files can't be shown"),
+                   .text = reason.trimmed()});
     answer({});
 }
 

@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include "Tallyglass/Desktop/RequestQueue.h"
+#include "Tallyglass/Desktop/Alerts.h"
 
 #include <QList>
 #include <QObject>
@@ -47,7 +47,8 @@ public:
     /// What the user chose; empty if nothing.
     using Choice = std::vector<std::filesystem::path>;
 
-    using QObject::QObject;
+    /// The alerts outlive the panels.
+    explicit FilePanels(Alerts& alerts, QObject* parent = nullptr);
 
     /// Shows the panel when those before it are answered.
     void show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen);
@@ -59,14 +60,14 @@ public:
     /// Answers the current panel, if there is one. What is no local file isn't passed on; an empty list
     /// means that the user declined.
     Q_INVOKABLE void answer(const QList<QUrl>& urls);
-    /// Says why the current panel can't be shown, and answers it as if the user had declined.
+    /// Says in an alert why the current panel can't be shown, and answers it as if the user had declined.
     Q_INVOKABLE void fail(const QString& reason);
 
 signals:
     void currentChanged();
-    void failed(const QString& reason);
 
 private:
+    Alerts& m_alerts;
     RequestQueue<FilePanel, Choice> m_queue;
 };
 

@@ -1,9 +1,12 @@
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Dialogs
-import Qt.labs.folderlistmodel // Qt's own dialog needs it, and would crash without
+import QtQuick.Window
+import Qt.labs.folderlistmodel
 import Tallyglass
 
-// The desktop's dialog for one panel. Declining answers with no files.
+// The desktop's dialog for one panel. Declining answers with no files. Qt's own dialog can't be made without what is
+// imported here besides, or crashes; since it is imported, the error names what is missing.
 Item {
     id: dialog
     required property filePanel panel
@@ -30,7 +33,6 @@ Item {
             files.selectedFile = panel.suggestion;
         shown.open();
         if (!shown.visible)
-            failed(qsTr("The dialog for choosing files can't be opened. A part of Qt that it needs may be missing; "
-                        + "the program's log says which."));
+            failed(qsTr("Qt can't make the dialog. A part of Qt that it needs may be missing."));
     }
 }

@@ -6,11 +6,11 @@ import Tallyglass
 Item {
     id: host
     required property FilePanels panels
-    property url file: "FilePanelDialog.qml" // makes the dialog of a panel
 
-    Loader { id: loader }
+    property Item dialog: null
+
     Connections {
-        target: loader.item
+        target: host.dialog
         function onAnswered(urls) { host.panels.answer(urls); }
         function onFailed(reason) { host.panels.fail(reason); }
     }
@@ -21,15 +21,16 @@ Item {
     Component.onCompleted: showNext()
 
     function showNext() {
-        loader.source = "";
+        dialog?.destroy();
+        dialog = null;
         if (!panels.isShowing)
             return;
-        const component = Qt.createComponent(file);
-        if (component.status !== Component.Ready) {
+        const component = Qt.createComponent("FilePanelDialog.qml");
+        if (component.status === Component.Ready)
+            dialog = component.createObject(host, { panel: panels.current });
+        if (dialog)
+            dialog.open();
+        else
             panels.fail(component.errorString());
-            return;
-        }
-        loader.setSource(file, { panel: panels.current });
-        loader.item.open();
     }
 }

@@ -14,6 +14,7 @@ Loader {
     property bool ready: false
 
     visible: shown
+    onStatusChanged: if (status === Loader.Error) Startup.fail(Qt.createComponent(file).errorString())
     onWantedChanged: make()
     onGivenChanged: {
         if (!item || !given)

@@ -30,7 +30,12 @@ FocusScope {
     /// Opens a sheet, which goes when it is closed.
     function present(name: string): var {
         const [file, inputs] = sheets[name];
-        const sheet = Qt.createComponent(file).createObject(root, inputs);
+        const component = Qt.createComponent(file);
+        if (component.status === Component.Error) {
+            Startup.fail(component.errorString());
+            return null;
+        }
+        const sheet = component.createObject(root, inputs);
         sheet.closed.connect(() => sheet.destroy());
         sheet.open();
         return sheet;
@@ -43,6 +48,7 @@ FocusScope {
 
         anchors.fill: parent
         visible: current
+        onStatusChanged: if (status === Loader.Error) Startup.fail(Qt.createComponent(file).errorString())
         onCurrentChanged: enter()
         Component.onCompleted: enter()
 
@@ -136,5 +142,10 @@ FocusScope {
     Later {
         file: "AlertHost.qml"
         inputs: () => ({ alerts: root.alerts })
+    }
+    Loader { // over all the rest, which isn't to be trusted when a part of it is missing
+        anchors.fill: parent
+        z: 2
+        source: Startup.failure === "" ? "" : "LoadFailure.qml"
     }
 }

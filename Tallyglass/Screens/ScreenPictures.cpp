@@ -4,6 +4,7 @@
 #include "Tallyglass/Screens/BackupChangesState.h"
 #include "Tallyglass/Screens/CompareState.h"
 #include "Tallyglass/Screens/ShellView.h"
+#include "Tallyglass/Screens/Startup.h"
 #include "Tallyglass/Screens/Theme.h"
 #include "TallyglassKit/Platform/Error.h"
 
@@ -12,6 +13,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSaveFile>
@@ -177,6 +179,8 @@ void ScreenPictures::settle() {
         QCoreApplication::processEvents();
         static_cast<void>(m_window.grabWindow()); // lays out what waits for the next frame
     }
+    if (const QString reason = Startup::of(*qmlEngine(&m_root))->failure(); !reason.isEmpty())
+        throw Error(reason.toStdString());
 }
 
 } // namespace tallyglass

@@ -110,7 +110,7 @@ void TallyglassApp::loadWindow() {
         })));
     }
     if (!m_window)
-        throw Error(window->errorString().toStdString());
+        throw Error(window->errorString().trimmed().toStdString());
     m_theme = Theme::of(*m_engine); // known to the engine only now
 }
 

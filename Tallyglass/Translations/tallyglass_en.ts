@@ -655,7 +655,14 @@
 <context>
     <name>FilePanelDialog</name>
     <message>
-        <source>The dialog for choosing files can&apos;t be opened. A part of Qt that it needs may be missing; the program&apos;s log says which.</source>
+        <source>Qt can&apos;t make the dialog. A part of Qt that it needs may be missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FilePanels</name>
+    <message>
+        <source>The dialog for choosing files can&apos;t be shown</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -750,6 +757,17 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
     <message>
         <source>Couldn’t remove the helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LoadFailure</name>
+    <message>
+        <source>A part of Tallyglass can&apos;t be shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The program or Qt isn&apos;t completely installed. Install what is missing, then start Tallyglass again.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

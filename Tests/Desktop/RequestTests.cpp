@@ -66,7 +66,8 @@ TEST(Alerts, sayByTheirSymbolAndButtonsWhatTheyAre) {
 }
 
 TEST(FilePanels, giveTheChosenFilesAndNothingThatIsNone) {
-    FilePanels panels;
+    Alerts alerts;
+    FilePanels panels(alerts);
     QObject receiver;
     FilePanels::Choice choice;
 
@@ -80,7 +81,8 @@ TEST(FilePanels, giveTheChosenFilesAndNothingThatIsNone) {
 }
 
 TEST(FilePanels, giveNothingWhenTheUserDeclines) {
-    FilePanels panels;
+    Alerts alerts;
+    FilePanels panels(alerts);
     QObject receiver;
     FilePanels::Choice choice{"/before"};
 

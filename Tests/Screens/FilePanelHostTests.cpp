@@ -1,4 +1,5 @@
 #include "Tallyglass/Desktop/FilePanels.h"
+#include "Tests/Screens/BrokenModule.h"
 #include "Tests/Screens/QmlScreen.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -27,7 +28,8 @@ protected:
         return open;
     }
 
-    FilePanels m_panels;
+    Alerts m_alerts;
+    FilePanels m_panels{m_alerts};
     QObject m_receiver;
     std::optional<FilePanels::Choice> m_choice;
     std::function<void(const FilePanels::Choice&)> m_chosen = [this](const auto& choice) {
@@ -85,23 +87,31 @@ TEST_F(FilePanelHostTest, opensTheNextPanelWhenOneIsDeclined) {
     m_screen.until([&] { return dialog()->property("title") == "Two"; });
 }
 
-TEST(FilePanelHost, declinesWithTheReasonWhenTheDialogCantBeMade) {
-    FilePanels panels;
+/// Whether a request for a file is declined with the reason in an alert while a module of Qt's is broken.
+bool isDeclinedWithout(const char* module) {
+    const test::BrokenModule broken(module);
+    Alerts alerts;
+    FilePanels panels(alerts);
     QObject receiver;
-    QStringList reasons;
     std::optional<FilePanels::Choice> choice;
-    QObject::connect(&panels, &FilePanels::failed, [&](const QString& reason) { reasons.append(reason); });
-    test::QmlScreen screen{"FilePanelHost { file: 'qrc:/Missing.qml' }",
-                           {{"panels", QVariant::fromValue(&panels)}}};
+    test::QmlScreen screen("FilePanelHost {}", {{"panels", QVariant::fromValue(&panels)}});
 
     panels.show({.kind = FilePanel::Kind::openFiles}, &receiver,
                 [&](const auto& chosen) { choice = chosen; });
 
     screen.until([&] { return choice.has_value(); });
-    EXPECT_THAT(*choice, IsEmpty());
-    ASSERT_EQ(reasons.size(), 1);
-    EXPECT_TRUE(reasons.front().contains("Missing.qml")) << qPrintable(reasons.front());
+    EXPECT_THAT(choice, testing::Optional(IsEmpty()));
     EXPECT_FALSE(panels.isShowing());
+    EXPECT_TRUE(alerts.current().isWarning());
+    EXPECT_TRUE(alerts.current().text.contains(broken.missingPart)) << qPrintable(alerts.current().text);
+    return !testing::Test::HasFailure();
+}
+
+TEST(FilePanelHostDeathTest, declinesWithTheReasonInAnAlertWhenAPartOfQtIsMissing) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process that hasn't loaded the modules yet
+    for (const char* module :
+         {"QtQuick.Dialogs", "QtQuick.Controls", "QtQuick.Window", "Qt.labs.folderlistmodel"})
+        EXPECT_EXIT(std::_Exit(isDeclinedWithout(module) ? 0 : 1), testing::ExitedWithCode(0), "") << module;
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The program as its users start it, as a child of the test.
 
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Screens/BrokenModule.h"
 
 #include <gtest/gtest.h>
 
@@ -72,6 +72,20 @@ TEST_F(Program, saysInOneLineWhyPicturesCantBeWritten) {
     EXPECT_EQ(outcome.output, "");
     EXPECT_EQ(outcome.errors.count('\n'), 1);
     EXPECT_TRUE(outcome.errors.contains("can't be made")) << qPrintable(outcome.errors);
+}
+
+TEST_F(Program, saysWhichPartOfQtIsMissingInsteadOfDrawingTheRest) {
+    for (const char* module : {"QtQuick.Layouts", "QtQuick.Templates", "QtQml.WorkerScript"}) {
+        const test::BrokenModule broken(module);
+
+        const Outcome outcome =
+            run({"--fixture", "fresh", "--screenshots", QString::fromStdString(folder / "pictures")});
+
+        EXPECT_EQ(outcome.status, 1) << module;
+        EXPECT_EQ(outcome.output, "") << module;
+        const QString last = outcome.errors.mid(outcome.errors.lastIndexOf("tallyglass: "));
+        EXPECT_TRUE(last.contains(broken.missingPart)) << module << '\n' << qPrintable(outcome.errors);
+    }
 }
 
 TEST_F(Program, refusesUnknownOptionsAndAnswersWithItsVersion) {

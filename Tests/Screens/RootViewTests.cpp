@@ -1,3 +1,4 @@
+#include "Tallyglass/Screens/Startup.h"
 #include "Tests/Screens/QmlScreen.h"
 #include "Tests/Screens/ShellStage.h"
 
@@ -47,6 +48,16 @@ TEST_F(RootViewTest, showsLiteModeUntilAccessIsGranted) {
 
     stage.model.setFdaStatus(FDAStatus::denied);
     screen.until([&] { return screen.tree().hasText("Lite mode"); });
+}
+
+TEST_F(RootViewTest, coversItselfWithTheReasonWhenAPartCantBeLoaded) {
+    Startup& startup = *Startup::of(*qmlEngine(screen.root()));
+
+    startup.fail("module \"Some.Part\" is not installed\n");
+    startup.fail("another, which follows from it");
+
+    EXPECT_TRUE(screen.tree().find(QAccessible::Heading, "A part of Tallyglass can't be shown"));
+    EXPECT_TRUE(screen.tree().hasText("module \"Some.Part\" is not installed"));
 }
 
 TEST_F(RootViewTest, saysTheVerdictBelowTheTitle) {

@@ -5,6 +5,7 @@
 #include <QHoverEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
+#include <set>
 
 namespace tallyglass::test {
 namespace {
@@ -40,6 +41,37 @@ protected:
     [[nodiscard]] QColor colorOf(std::size_t index) const {
         const QPointF middle = chart().mapToScene(chart().barOf(index).center());
         return screen->picture().pixelColor(middle.toPoint());
+    }
+
+    [[nodiscard]] std::vector<std::size_t> indicesOf(bool TimelineEntry::*kind) const {
+        std::vector<std::size_t> indices;
+        for (std::size_t index = 0; index < view().entries().size(); ++index)
+            if (view().entries()[index].*kind)
+                indices.push_back(index);
+        return indices;
+    }
+    /// Whether a pixel in a part of the chart is nearer to a colour than to the ground.
+    [[nodiscard]] bool hasColor(const QRectF& part, const QColor& color) const {
+        const auto distance = [](const QColor& one, const QColor& other) {
+            return std::abs(one.red() - other.red()) + std::abs(one.green() - other.green()) +
+                   std::abs(one.blue() - other.blue());
+        };
+        const QImage picture = screen->picture();
+        const QRect pixels = chart().mapRectToScene(part).toAlignedRect() & picture.rect();
+        for (int y = pixels.top(); y <= pixels.bottom(); ++y)
+            for (int x = pixels.left(); x <= pixels.right(); ++x)
+                if (const QColor found = picture.pixelColor(x, y);
+                    distance(found, color) < distance(found, screen->theme().cardGround()))
+                    return true;
+        return false;
+    }
+    /// Whether an entry has a mark of a colour in the lane below the bars, within its own width.
+    [[nodiscard]] bool hasInLane(std::size_t index, const QColor& color) const {
+        const TimelineLayout& place = chart().layout();
+        const double width = std::max(place.entryWidth(), 2.0);
+        return hasColor({place.x(place.columns.position(index)) - width / 2, place.lane.top() + 2, width,
+                         place.lane.height() - 4},
+                        color);
     }
 
     TimelineMachine machine;
@@ -303,19 +335,43 @@ TEST_F(TimelineOnScreen, marksEachOfManyFailuresInARow) {
         attempts.push_back(hours * 3600.0 + 1800);
     show(backups, attempts);
 
-    const QImage picture = screen->picture();
-    const auto& entries = view().entries();
-    int failures = 0;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (!entries[i].isFailure)
-            continue;
-        ++failures;
-        const QPointF place(screen->place(i).x(), chart().mapToScene(chart().layout().lane.center()).y() + 1);
-        const QColor color = picture.pixelColor(place.toPoint());
-        EXPECT_LT(color.green(), screen->theme().cardGround().green() - 40)
-            << "entry " << i << " is " << qPrintable(color.name());
+    const auto failures = indicesOf(&TimelineEntry::isFailure);
+    EXPECT_EQ(failures.size(), 5U);
+    for (const std::size_t index : failures)
+        EXPECT_TRUE(hasInLane(index, screen->theme().critical())) << index;
+    EXPECT_FALSE(hasInLane(10, screen->theme().critical()));
+}
+
+TEST_F(TimelineOnScreen, marksTheFailuresAmongThousandsOfBackups) {
+    auto backups = hourly(3000);
+    std::erase_if(backups, [](double ago) { return std::set{1000, 1010, 2000}.contains(int(ago / 3600)); });
+    show(backups, {1000.5 * 3600, 1010.5 * 3600, 2000.5 * 3600});
+
+    const auto failures = indicesOf(&TimelineEntry::isFailure);
+    ASSERT_EQ(failures.size(), 3U);
+    for (const std::size_t index : failures)
+        EXPECT_TRUE(hasInLane(index, screen->theme().critical())) << index;
+}
+
+TEST_F(TimelineOnScreen, marksEachGapAndEachBackupWithoutValueForWhoSeesNoColors) {
+    std::vector<double> backups;
+    for (double hours = 1; backups.size() < 230; hours += backups.size() % 3 == 0 ? 10 : 1)
+        backups.insert(backups.begin(), hours * 3600);
+    show(backups);
+    screen->theme().setDifferentiateWithoutColor(true);
+
+    const auto gaps = indicesOf(&TimelineEntry::isGap);
+    EXPECT_GT(gaps.size(), 70U);
+    for (const std::size_t index : gaps) {
+        const QRectF bar = chart().barOf(index);
+        const double width = chart().layout().entryWidth();
+        EXPECT_TRUE(
+            hasColor({bar.center().x() - width / 2, bar.top() - 12, width, 10}, screen->theme().warning()))
+            << index;
     }
-    EXPECT_EQ(failures, 5);
+    view().setMetric(TimelineMetric::changeSize); // without a manifest
+    for (std::size_t index = 0; index < view().entries().size(); ++index)
+        EXPECT_TRUE(hasInLane(index, screen->theme().secondaryText())) << index;
 }
 
 } // namespace
