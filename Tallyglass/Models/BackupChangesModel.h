@@ -77,8 +77,8 @@ public:
     void load(Date target, std::int64_t depth);
     /// Whether a load or a fetch is under way.
     [[nodiscard]] bool isBusy() const { return m_task.isActive() || !m_fetches.empty(); }
-    /// Ends the load. Comparisons of folders go on, even when the model has gone: the next model finds them in
-    /// the cache.
+    /// Ends the load. Comparisons of folders go on, even when the model has gone: the next model finds them
+    /// in the cache.
     void cancel();
 
     /// Fills the model by other means than a machine.
