@@ -3,10 +3,15 @@
 #include "TallyglassKit/Access/BackupListing.h"
 #include "Tests/HostTools/HostMachine.h"
 #include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Models/UserCache.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <cstdlib>
 
 namespace tallyglass {
 namespace {
@@ -33,7 +38,7 @@ protected:
 
     void load(Date target) {
         model.load(target, 2);
-        waitUntil([this] { return model.error() || model.isOldest() || model.comparison(); });
+        waitUntil([this] { return !model.isBusy(); });
     }
     [[nodiscard]] long compareRuns() const {
         const auto calls = machine.calls();
@@ -66,13 +71,15 @@ TEST_F(Changes, areNotGuessedForAPointFarFromAnyBackup) {
     EXPECT_EQ(compareRuns(), 0);
 }
 
-TEST_F(Changes, ofTheOldestBackupAreNone) {
-    machine.setBackups(3);
-    load(machine.dateOfBackup(0, 3));
-    EXPECT_TRUE(model.isOldest());
-    EXPECT_EQ(model.resolvedTo(), machine.dateOfBackup(0, 3));
-    EXPECT_FALSE(model.resolvedFrom());
-    EXPECT_FALSE(model.error());
+TEST_F(Changes, ofTheOldestBackupOrTheOnlyOneAreNone) {
+    for (const int count : {3, 1}) {
+        machine.setBackups(count);
+        load(machine.dateOfBackup(0, count));
+        EXPECT_TRUE(model.isOldest());
+        EXPECT_EQ(model.resolvedTo(), machine.dateOfBackup(0, count));
+        EXPECT_FALSE(model.resolvedFrom());
+        EXPECT_FALSE(model.error());
+    }
     EXPECT_EQ(compareRuns(), 0);
 }
 
@@ -117,25 +124,74 @@ TEST_F(Changes, countTheSecondsWhileAComparisonRunsAndEndWithTheirChild) {
     EXPECT_EQ(model.elapsed(), 75);
 }
 
-TEST_F(Changes, canBeCancelledWhileTheirBackupIsLookedForAndLoadedAgain) {
+TEST_F(Changes, canBeCancelledBeforeTheirComparisonAndLoadedAgain) {
     const auto roots = machine.setBackups(2);
     machine.setAdded(roots[1], {"a.txt"});
-    machine.hold("listbackups");
-    model.load(machine.dateOfBackup(1, 2), 2);
-    waitUntil([this] { return machine.calls().size() == 1; });
-    EXPECT_EQ(model.progressText(), "Finding backup…");
+    test::UserCache cache;
+    const auto cancelWhen = [this](const std::function<bool()>& condition) {
+        model.load(machine.dateOfBackup(1, 2), 2);
+        EXPECT_TRUE(model.isBusy());
+        waitUntil(condition);
+        model.cancel();
+        EXPECT_FALSE(model.isBusy());
+        EXPECT_FALSE(model.progressText());
+        EXPECT_FALSE(model.error()); // no comparison was under way
+        EXPECT_FALSE(machine.timer->remaining);
+    };
 
-    model.cancel();
-    EXPECT_FALSE(model.progressText());
-    EXPECT_FALSE(model.error()); // no comparison was under way
-    EXPECT_FALSE(model.isBusy());
+    cancelWhen([] { return true; });
+    cache.lock();
+    cancelWhen([] { return true; }); // the cache can't be opened yet
+    cache.unlock();
+    machine.hold("listbackups");
+    cancelWhen([this] { return model.progressText() == "Finding backup…" && !machine.calls().empty(); });
     waitUntil([] { return test::ProcessResources::now().children == 0; });
+    cancelWhen([] { return true; }); // the cache is open
 
     machine.setBackups(2);
     load(machine.dateOfBackup(1, 2));
     EXPECT_THAT(shown(model), ElementsAre("a.txt"));
     model.cancel(); // of nothing
     EXPECT_FALSE(model.error());
+}
+
+TEST_F(Changes, thatAreComparedStayInTheCacheWhenTheirLoadIsCancelled) {
+    const auto roots = machine.setBackups(2);
+    machine.setAdded(roots[1], {"a.txt"});
+    test::UserCache cache;
+    cache.holdRows();
+    model.load(machine.dateOfBackup(1, 2), 2);
+    waitUntil([&] { return cache.hasResult(); });
+
+    model.cancel();
+    EXPECT_EQ(model.error(), "Comparison cancelled.");
+    EXPECT_FALSE(model.comparison());
+    EXPECT_THAT(shown(model), IsEmpty());
+
+    cache.giveRows();
+    load(machine.dateOfBackup(1, 2));
+    EXPECT_THAT(shown(model), ElementsAre("a.txt"));
+    EXPECT_EQ(compareRuns(), 1);
+}
+
+TEST_F(Changes, areNoneWhenTheStoreFailsAmongThem) {
+    const auto roots = machine.setBackups(2);
+    Texts names;
+    for (int number = 1'000; number < 2'000; ++number)
+        names.push_back(std::to_string(number));
+    machine.setAdded(roots[1], names);
+    const test::UserCache cache;
+    cache.fillDiskAt("/1700"); // some are stored by then
+    load(machine.dateOfBackup(1, 2));
+    EXPECT_THAT(model.error().value(), testing::HasSubstr("the disk is full"));
+    EXPECT_FALSE(model.comparison());
+    EXPECT_FALSE(model.progressText());
+    EXPECT_THAT(shown(model), IsEmpty());
+
+    cache.makeRoom();
+    load(machine.dateOfBackup(1, 2));
+    EXPECT_FALSE(model.error());
+    EXPECT_EQ(shown(model), names);
 }
 
 TEST_F(Changes, areThoseOfTheLoadThatWasAskedForLast) {
@@ -150,30 +206,118 @@ TEST_F(Changes, areThoseOfTheLoadThatWasAskedForLast) {
     EXPECT_EQ(model.elapsed(), 0);
 }
 
-TEST_F(Changes, ofAFolderAreComparedToTheEndThoughTheirSheetIsClosed) {
-    const auto roots = machine.setBackups(2);
-    machine.setAdded(roots[1], {"a.txt"});
-    auto sheet = std::make_unique<BackupChangesModel>(machine.surroundings());
-    const auto loadSheet = [&] {
+/// A first comparison that is in the cache already and brought the folders a to e.
+class ChangesInFolders : public Changes {
+protected:
+    ChangesInFolders() {
+        machine.setAdded(roots[1], {"a/", "b/", "c/", "d/", "e/"});
+        DiffSession(machine.surroundings().runner, TallyglassDatabase::defaultURL())
+            .engine()
+            .compare(roots[0], roots[1], CompareOptions::fast(2), true);
+    }
+
+    /// A model that has loaded it, and whose own comparisons are held.
+    [[nodiscard]] std::unique_ptr<BackupChangesModel> openSheet() const {
+        machine.hold("compare");
+        auto sheet = std::make_unique<BackupChangesModel>(machine.surroundings());
         sheet->load(machine.dateOfBackup(1, 2), 2);
         waitUntil([&] { return sheet->comparison().has_value(); });
-    };
-    loadSheet();
-    machine.hold("compare");
-    sheet->fetchChildren("/folder");
-    waitUntil([this] { return compareRuns() == 2; });
+        return sheet;
+    }
+    void untilRuns(long count) const {
+        waitUntil([&] { return compareRuns() == count; });
+    }
+
+    const std::vector<std::string> roots = machine.setBackups(2);
+};
+
+TEST_F(ChangesInFolders, areFetchedThreeAheadAndOneMoreOnDemand) {
+    const auto sheet = openSheet();
+    const ChangeTree& tree = sheet->tree();
+    untilRuns(1 + 3);
+    EXPECT_EQ(tree.prefetchInFlight(), 3);
+    EXPECT_TRUE(tree.isFetching("/c"));
+    EXPECT_TRUE(tree.isQueued("/d"));
+
+    sheet->toggleExpand(*tree.find("/e"));
+    untilRuns(1 + 3 + 1);
+    EXPECT_TRUE(tree.isFetching("/e"));
+    EXPECT_FALSE(tree.isFetching("/d"));
+
+    machine.setAdded(roots[1], {"e/new.txt"});
+    waitUntil([&] { return !sheet->isBusy(); });
+    EXPECT_TRUE(tree.isFetched("/d"));
+    EXPECT_THAT(shown(*sheet), testing::Contains("  new.txt"));
+    EXPECT_EQ(compareRuns(), 1 + 5);
+}
+
+TEST_F(ChangesInFolders, areComparedToTheEndThoughTheirSheetIsClosed) {
+    auto sheet = openSheet();
+    untilRuns(1 + 3);
 
     sheet.reset();
-    machine.setAdded(roots[1], {"b.txt"});
+    machine.setAdded(roots[1], {"a/new.txt"});
     waitUntil([] { return test::ProcessResources::now().children == 0; });
-    sheet = std::make_unique<BackupChangesModel>(machine.surroundings());
-    loadSheet();
-    sheet->fetchChildren("/folder");
-    waitUntil([&] { return !sheet->isBusy(); });
+    EXPECT_EQ(compareRuns(), 1 + 3); // those that waited for their turn don't begin
 
-    EXPECT_TRUE(sheet->tree().isFetched("/folder"));
-    EXPECT_NE(sheet->tree().find("/b.txt"), nullptr);
-    EXPECT_EQ(compareRuns(), 2);
+    sheet = openSheet();
+    waitUntil([&] { return sheet->tree().isFetched("/a"); }); // though tmutil is held again
+    EXPECT_NE(sheet->tree().find("/a/new.txt"), nullptr);
+}
+
+TEST_F(ChangesInFolders, ofAnEarlierLoadGoToTheCacheAlone) {
+    const auto sheet = openSheet();
+    untilRuns(1 + 3);
+    sheet->load(machine.dateOfBackup(0, 2), 2);
+    waitUntil([&] { return sheet->isOldest(); });
+
+    machine.setAdded(roots[1], {"a/new.txt"});
+    waitUntil([] { return test::ProcessResources::now().children == 0; });
+    EXPECT_FALSE(sheet->isBusy());
+    EXPECT_EQ(sheet->tree().size(), 0u);
+    EXPECT_EQ(compareRuns(), 1 + 3);
+}
+
+TEST_F(ChangesInFolders, tellOfAFailureWithTheirFolder) {
+    const auto data = std::filesystem::path(roots[0]) / "Data";
+    std::filesystem::remove(data);
+    load(machine.dateOfBackup(1, 2));
+    ASSERT_NE(model.tree().folderError("/a"), nullptr);
+    EXPECT_EQ(*model.tree().folderError("/a"), "Couldn't locate the backup volume.");
+    EXPECT_EQ(compareRuns(), 1);
+
+    const test::UserCache cache;
+    cache.fillDiskAt("/a/new.txt");
+    std::filesystem::create_directory(data);
+    machine.setAdded(roots[1], {"a/new.txt"});
+    const auto fetch = [this] {
+        model.fetchChildren("/a");
+        EXPECT_EQ(model.tree().folderError("/a"), nullptr);
+        waitUntil([this] { return !model.isBusy(); });
+    };
+    fetch();
+    ASSERT_NE(model.tree().folderError("/a"), nullptr);
+    EXPECT_THAT(*model.tree().folderError("/a"), testing::HasSubstr("the disk is full"));
+
+    cache.makeRoom();
+    fetch();
+    EXPECT_TRUE(model.tree().isFetched("/a"));
+    EXPECT_FALSE(model.error()); // it never was the load's
+}
+
+using ChangesInFoldersDeathTest = ChangesInFolders;
+
+TEST_F(ChangesInFoldersDeathTest, areEndedWithTheApplication) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto quit = [this] {
+        auto sheet = openSheet();
+        untilRuns(1 + 3);
+        sheet.reset();
+        qApp->~QCoreApplication(); // as at the end of main
+        std::fprintf(stderr, "%zu children", test::ProcessResources::now().children);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(quit(), testing::ExitedWithCode(0), "0 children");
 }
 
 /// Over backups that are real: folders three levels deep, one of which holds the only changes.

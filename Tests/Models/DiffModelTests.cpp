@@ -4,6 +4,7 @@
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/Connection.h"
 #include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Models/UserCache.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
@@ -163,6 +164,82 @@ TEST_F(Diff, dropsARunForTheNextOne) {
     EXPECT_FALSE(model.error());
     waitUntil([] { return test::ProcessResources::now().children == 0; });
     EXPECT_FALSE(model.error());
+}
+
+TEST_F(Diff, canBeCancelledRightAfterItsStart) {
+    machine.setBackups(2);
+    machine.hold("compare");
+    prepare();
+    model.run(true);
+    model.cancel();
+    waitUntil([this] { return !model.progressText(); });
+    EXPECT_EQ(model.error(), "Comparison cancelled.");
+    EXPECT_FALSE(model.comparison());
+    EXPECT_TRUE(model.canRun());
+    EXPECT_EQ(test::ProcessResources::now().children, 0u);
+}
+
+TEST_F(Diff, opensTheCacheThoughSomethingIsCancelledOrAnotherModelGoes) {
+    machine.setBackups(2);
+    const test::UserCache cache;
+    cache.lock();
+    auto other = std::make_unique<DiffModel>(machine.surroundings());
+    other->prepare();
+    model.prepare();
+    model.run(true);
+    model.cancel();
+    other.reset();
+    EXPECT_FALSE(model.progressText());
+    EXPECT_FALSE(model.error());
+
+    cache.unlock();
+    waitUntil([this] { return model.canRun(); });
+    EXPECT_FALSE(model.error());
+    EXPECT_EQ(compareRuns(), 0);
+}
+
+TEST_F(Diff, keepsAComparisonInTheCacheWhoseRowsAreCancelled) {
+    const auto roots = machine.setBackups(2);
+    machine.setAdded(roots[1], {"a.txt"});
+    test::UserCache cache;
+    cache.holdRows();
+    prepare();
+    model.run(true);
+    waitUntil([&] { return cache.hasResult(); });
+
+    model.cancel();
+    waitUntil([this] { return !model.progressText(); });
+    EXPECT_FALSE(model.comparison());
+    EXPECT_THAT(visible(), IsEmpty());
+
+    cache.giveRows();
+    run();
+    EXPECT_THAT(visible(), ElementsAre("a.txt"));
+    EXPECT_EQ(compareRuns(), 1);
+}
+
+TEST_F(Diff, keepsTheOldResultWhenTheStoreFailsAmongTheRows) {
+    const auto roots = machine.setBackups(2);
+    machine.setAdded(roots[1], {"old.txt"});
+    prepare();
+    run();
+    const auto result = model.comparison();
+    std::vector<std::string> names;
+    for (int number = 1'000; number < 2'000; ++number)
+        names.push_back(std::to_string(number));
+    machine.setAdded(roots[1], names);
+    const test::UserCache cache;
+    cache.fillDiskAt("/1700"); // some are stored by then
+
+    run(false);
+    EXPECT_THAT(model.error().value(), testing::HasSubstr("the disk is full"));
+    EXPECT_EQ(model.comparison(), result);
+    EXPECT_THAT(visible(), ElementsAre("old.txt"));
+
+    cache.makeRoom();
+    run();
+    EXPECT_FALSE(model.error());
+    EXPECT_EQ(visible(), names);
 }
 
 TEST_F(Diff, filtersWhatIsLoaded) {
