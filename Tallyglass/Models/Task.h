@@ -142,8 +142,8 @@ TaskHandle startTask(QObject* receiver, Job&& job, OnResult&& onResult, OnFailur
         });
     };
     runOnPool([mailbox, work, finish] {
-        if (mailbox->isClosed())
-            return;
+        if (mailbox->isClosed() && mailbox->stopToken().stop_requested())
+            return; // for an unheard job may be one that is to run to its end
         TaskContext context(mailbox);
         try {
             if constexpr (std::is_void_v<Result>) {

@@ -3,6 +3,7 @@
 #include "TallyglassKit/Access/TMSettings.h"
 #include "Tests/HostTools/HostMachine.h"
 #include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Models/UserCache.h"
 #include "Tests/Screens/TimelineScreen.h"
 #include "Tests/Support/ProcessResources.h"
 
@@ -169,14 +170,41 @@ TEST_F(ChangesSheet, tellsOfTheWaitAndEndsItByCancel) {
     EXPECT_TRUE(stage.chart()->hasActiveFocus());
 }
 
-TEST_F(ChangesSheet, endsTheComparisonWhenEscapeClosesIt) {
-    machine.hold("compare");
+TEST_F(ChangesSheet, mayBeClosedAtEachOfItsStages) {
+    UserCache cache;
     stage.show();
-    stage.openNewest();
-    stage.untilText("Running tmutil compare…");
-    screen().key(Qt::Key_Escape);
-    stage.untilClosed();
-    screen().until([] { return ProcessResources::now().children == 0; });
+    const auto closeWhen = [this](const std::function<bool()>& condition) {
+        stage.openNewest();
+        screen().until(condition);
+        screen().key(Qt::Key_Escape);
+        stage.untilClosed();
+    };
+    const auto untilNoChild = [this] {
+        screen().until([] { return ProcessResources::now().children == 0; });
+    };
+    const auto shows = [this](const QString& text) {
+        return [this, text] { return screen().tree().hasText(text); };
+    };
+
+    cache.lock();
+    closeWhen([] { return true; });
+    cache.unlock();
+    for (const char* verb : {"listbackups", "compare"}) {
+        machine.hold(verb);
+        closeWhen(shows(verb == std::string("compare") ? "Running tmutil compare…" : "Finding backup…"));
+        untilNoChild();
+        EXPECT_FALSE(cache.hasResult());
+        machine.setBackups(3);
+    }
+    machine.setAdded(roots[2], {"folder/"});
+    cache.holdRows();
+    closeWhen([&] { return cache.hasResult(); });
+    cache.giveRows();
+    machine.hold("compare");
+    closeWhen([] { return ProcessResources::now().children == 1; }); // that of the folder
+    machine.setAdded(roots[2], {"folder/new.txt"});
+    untilNoChild();
+    closeWhen(shows("Added, folder"));
 }
 
 TEST_F(ChangesSheet, saysWhatWentWrong) {
@@ -225,12 +253,19 @@ TEST_F(ChangesSheet, opensNoFolderThatASearchHasFound) {
     focus(QAccessible::List, "Changed files");
     screen().until([&] { return screen().focusedName() == "Added, folder"; });
 
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+    const auto compareRuns = [this] { return std::ranges::count(machine.calls(), "compare"); };
+    const auto runsBefore = compareRuns();
+
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Right})
         screen().key(key);
+    const auto* row = screen().window()->activeFocusItem();
+    for (int click = 0; click < 2; ++click)
+        screen().click(row->mapToScene({row->width() / 2, row->height() / 2}));
     tree.get(QAccessible::Button, "Clear").press();
 
     screen().until([&] { return tree.find(QAccessible::Button, "Expand folder").has_value(); });
     EXPECT_FALSE(tree.find(QAccessible::Button, "Collapse folder"));
+    EXPECT_EQ(compareRuns(), runsBefore);
 }
 
 TEST_F(ChangesSheet, listsMetadataToo) {
