@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QStandardPaths>
+#include <QThreadPool>
 
 namespace tallyglass::test {
 
@@ -32,6 +32,9 @@ PrivateBus::PrivateBus() {
 }
 
 PrivateBus::~PrivateBus() {
+    // What the test no longer waited for may be about to connect, and a connection mustn't go while another thread
+    // is handed it by its name.
+    QThreadPool::globalInstance()->waitForDone();
     QDBusConnection::disconnectFromBus(m_connection.name());
     QDBusConnection::disconnectFromBus(programName + address());
     m_daemon.kill();
