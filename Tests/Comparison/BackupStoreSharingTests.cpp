@@ -4,6 +4,7 @@
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/DatabaseError.h"
 #include "TallyglassKit/Platform/Error.h"
+#include "Tests/Support/Sanitizers.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -16,18 +17,6 @@
 using namespace tallyglass;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool countsMemory = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool countsMemory = false;
-#else
-constexpr bool countsMemory = true;
-#endif
-#else
-constexpr bool countsMemory = true;
-#endif
 
 class BackupStoreSharingTest : public testing::Test {
 protected:
@@ -189,7 +178,7 @@ TEST_F(BackupStoreSharingTest, leavesALongReadSoonAfterItIsStopped) {
 }
 
 TEST_F(BackupStoreSharingTest, holdsAMillionRowsInLittleMemory) {
-    if (!countsMemory)
+    if (test::isSanitized)
         GTEST_SKIP() << "a sanitizer keeps the memory";
     constexpr std::int64_t rows = 1'000'000;
     const auto connection = TallyglassDatabase::makeQueue(file);
