@@ -287,6 +287,22 @@ TEST_F(TallyWithScriptTest, saysSoWhenDescriptorsRunOut) {
     EXPECT_GT(failures, 5);
 }
 
+/// Starts a program with the signals that end it at their default, which a test in the background hasn't.
+pid_t startAsAtATerminal(char* const* argv) {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setsigdefault(&attributes, &signals);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+    pid_t pid = 0;
+    EXPECT_EQ(posix_spawn(&pid, argv[0], nullptr, &attributes, argv, environ), 0);
+    posix_spawnattr_destroy(&attributes);
+    return pid;
+}
+
 /// A comparison that is interrupted while its child runs.
 class TallyInterruptionTest : public TallyWithScriptTest {
 protected:
@@ -301,8 +317,7 @@ protected:
         for (auto& argument : arguments)
             argv.push_back(argument.data());
         argv.push_back(nullptr);
-        pid_t pid = 0;
-        EXPECT_EQ(posix_spawn(&pid, argv[0], nullptr, nullptr, argv.data(), environ), 0);
+        const pid_t pid = startAsAtATerminal(argv.data());
         while (!std::filesystem::exists(pidFile))
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         std::ifstream(pidFile) >> m_child;
