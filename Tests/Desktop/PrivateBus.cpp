@@ -32,8 +32,8 @@ PrivateBus::PrivateBus() {
 }
 
 PrivateBus::~PrivateBus() {
-    // What the test no longer waited for may be about to connect, and a connection mustn't go while another thread
-    // is handed it by its name.
+    // What the test no longer waited for may be about to connect, and a connection mustn't go while another
+    // thread is handed it by its name.
     QThreadPool::globalInstance()->waitForDone();
     QDBusConnection::disconnectFromBus(m_connection.name());
     QDBusConnection::disconnectFromBus(programName + address());
