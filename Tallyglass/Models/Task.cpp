@@ -10,35 +10,40 @@
 namespace tallyglass {
 namespace {
 
-/// Stopped at the end of the application.
-std::stop_source& applicationLife() {
-    static std::stop_source source;
-    return source;
-}
-
 /// Jobs mostly wait, for a child, a disk or each other, so that each has a thread at once; idle ones serve
 /// the next jobs and end after half a minute.
 class Pool : public QThreadPool {
 public:
-    /// Milliseconds that jobs have once they are told to stop: more than a child takes that has to be killed.
-    static constexpr int longestEnd = 10'000;
-
-    Pool() {
-        setMaxThreadCount(std::numeric_limits<int>::max());
-        // The last jobs end with the application. Later they could meet what the end of the process has taken
-        // away; so if one hangs, as in a file of a disk that doesn't answer, the process ends where it is.
-        qAddPostRoutine([] {
-            applicationLife().request_stop();
-            if (!shared().waitForDone(longestEnd))
-                std::_Exit(EXIT_SUCCESS);
-        });
-    }
+    Pool() { setMaxThreadCount(std::numeric_limits<int>::max()); }
 
     static Pool& shared() {
         static Pool pool;
         return pool;
     }
 };
+
+/// Stopped at the end of the application; the next one, as in a test, has a new one.
+std::stop_source& applicationLife() {
+    static std::stop_source source;
+    return source;
+}
+
+/// Milliseconds that jobs have once they are told to stop: more than a child takes that has to be killed.
+constexpr int longestEnd = 10'000;
+
+/// The last jobs end with the application. Later they could meet what the end of the process has taken away;
+/// so if one hangs, as in a file of a disk that doesn't answer, the process ends where it is.
+void endJobs() {
+    applicationLife().request_stop();
+    if (!Pool::shared().waitForDone(longestEnd))
+        std::_Exit(EXIT_SUCCESS);
+    applicationLife() = std::stop_source();
+}
+
+void endJobsWithTheApplication() {
+    qAddPostRoutine(endJobs);
+}
+Q_COREAPP_STARTUP_FUNCTION(endJobsWithTheApplication)
 
 } // namespace
 
