@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 
-#include "TallyglassKit/Platform/TrialOpening.h"
+#include "TallyglassKit/Platform/FileStatus.h"
 
 #include <cerrno>
 
@@ -30,7 +30,7 @@ FDAStatus FullDiskAccessProbe::probe(const std::filesystem::path& path) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
         return FDAStatus::indeterminate;
-    return statusOfOpening(errorOfOpening(path));
+    return statusOfOpening(openStatus(path));
 }
 
 FDAStatus FullDiskAccessProbe::probe(const SystemPaths& paths) {

@@ -2,9 +2,9 @@
 
 #include "TallyglassKit/Platform/FileError.h"
 #include "TallyglassKit/Platform/FileReading.h"
+#include "TallyglassKit/Platform/FileStatus.h"
 #include "TallyglassKit/Platform/PropertyList.h"
 #include "TallyglassKit/Platform/Text.h"
-#include "TallyglassKit/Platform/TrialOpening.h"
 
 #include <exception>
 
@@ -63,7 +63,7 @@ std::optional<std::string> ManifestReader::machineDirectory(std::stop_token stop
 }
 
 bool ManifestReader::isHelperInstalled() const {
-    return errorOfOpening(m_exportURL) == 0;
+    return openStatus(m_exportURL) == 0;
 }
 
 } // namespace tallyglass

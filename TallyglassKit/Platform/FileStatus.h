@@ -35,8 +35,8 @@ struct FileStatus {
 /// Whether there is an item at `path`, where a symbolic link counts as what it leads to.
 [[nodiscard]] bool fileExists(const std::string& path);
 
-/// 0 if the file at `path` can be opened for reading, else the platform's error number. Reads nothing and
-/// keeps nothing open.
+/// 0 if the file at `path` can be opened for reading, else the platform's error number. Reads nothing, keeps
+/// nothing open, and doesn't wait for a writer of a pipe.
 [[nodiscard]] int openStatus(const std::string& path);
 
 } // namespace tallyglass

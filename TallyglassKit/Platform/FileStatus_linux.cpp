@@ -42,7 +42,10 @@ bool fileExists(const std::string& path) {
 }
 
 int openStatus(const std::string& path) {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)); // a pipe mustn't wait
+    FileDescriptor file;
+    do
+        file = FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    while (!file.isOpen() && errno == EINTR);
     return file.isOpen() ? 0 : errno;
 }
 
