@@ -1,6 +1,6 @@
 // Binary property lists of any bytes: they give a list within its bounds or a PropertyListError.
 
-#include "TallyglassKit/Platform/BinaryPropertyListReader.h"
+#include "TallyglassKit/Platform/PropertyLists/Internal/BinaryPropertyListReader.h"
 
 #include "Fuzzing/PropertyListWalk.h"
 

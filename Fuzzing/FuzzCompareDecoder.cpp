@@ -1,10 +1,10 @@
 // Compare output of any bytes: it gives records or a TMUtilError, and what is XML gives the same through the
 // reader that builds no tree as through the tree.
 
-#include "TallyglassKit/Comparison/CompareTreeReader.h"
-#include "TallyglassKit/Comparison/CompareXMLReader.h"
+#include "TallyglassKit/Comparison/Internal/CompareTreeReader.h"
+#include "TallyglassKit/Comparison/Internal/CompareXMLReader.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
-#include "TallyglassKit/Platform/XMLPropertyListReader.h"
+#include "TallyglassKit/Platform/PropertyLists/Internal/XMLPropertyListReader.h"
 
 #include <array>
 #include <cstddef>

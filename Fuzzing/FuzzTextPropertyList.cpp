@@ -1,6 +1,6 @@
 // Old-style property lists of any bytes: they give a list within its bounds or a PropertyListError.
 
-#include "TallyglassKit/Platform/TextPropertyListReader.h"
+#include "TallyglassKit/Platform/PropertyLists/Internal/TextPropertyListReader.h"
 
 #include "Fuzzing/PropertyListWalk.h"
 

@@ -1,6 +1,6 @@
 // Documents of any bytes: they give a list within its bounds or a PropertyListError.
 
-#include "TallyglassKit/Platform/XMLPropertyListReader.h"
+#include "TallyglassKit/Platform/PropertyLists/Internal/XMLPropertyListReader.h"
 
 #include "Fuzzing/PropertyListWalk.h"
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/PropertyList.h"
-#include "TallyglassKit/Platform/PropertyListText.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
 
 #include <cstdlib>
 #include <set>

@@ -13,9 +13,9 @@ if(TALLYGLASS_FUZZING)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# The sources of the current folder that belong to this platform.
+# The sources of the current folder and its rooms that belong to this platform.
 function(tallyglass_sources result)
-    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
     if(APPLE)
         list(FILTER sources EXCLUDE REGEX "_linux\\.cpp$")
     else()
@@ -51,11 +51,10 @@ function(tallyglass_library name)
         target_link_libraries(${name} INTERFACE TallyglassCompileOptions ${ARGN})
         return()
     endif()
-    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h) # for Qt's code generator
-    add_library(${name} STATIC ${sources} ${headers})
+    add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC TallyglassCompileOptions ${ARGN})
     if(CMAKE_AUTOMOC) # sees only headers that are sources too
-        file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+        file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
         target_sources(${name} PRIVATE ${headers})
         file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp) # runs again for a new one
         tallyglass_precompile_headers(${name} <QGuiApplication> <QObject> <QProperty> <QString>

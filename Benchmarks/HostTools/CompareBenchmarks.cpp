@@ -2,8 +2,8 @@
 
 #include "Benchmarks/Support/Row.h"
 #include "HostTools/Machine/MachineSetup.h"
-#include "TallyglassKit/Platform/ChildProcess.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <fmt/format.h>
 #include <unistd.h>

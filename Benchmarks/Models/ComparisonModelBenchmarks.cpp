@@ -5,7 +5,7 @@
 #include "Benchmarks/Support/Row.h"
 #include "Tallyglass/Models/ChangeTree.h"
 #include "Tallyglass/Models/DiffModel.h"
-#include "TallyglassKit/Platform/ChildProcess.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <fmt/format.h>
 #include <malloc.h>

@@ -2,7 +2,7 @@
 // all of which is measured.
 
 #include "Benchmarks/Support/Row.h"
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
 
 #include <fmt/format.h>
 #include <malloc.h>

@@ -4,7 +4,7 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Health/Fmt.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
+#include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <fmt/core.h>
 

@@ -3,7 +3,7 @@
 #include "CommandLine/Commands/ProgressLine.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
 #include "TallyglassKit/Health/Fmt.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
+#include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <fmt/core.h>
 

@@ -7,7 +7,7 @@
 #include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
+#include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <fmt/core.h>
 

@@ -1,7 +1,7 @@
 #include "CommandLine/Commands/Interruption.h"
 
-#include "TallyglassKit/Platform/ChildProcess.h"
 #include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>

@@ -8,7 +8,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 
 #include <stop_token>
 #include <thread>

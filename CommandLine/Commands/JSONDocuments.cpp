@@ -7,7 +7,7 @@
 #include "TallyglassKit/Comparison/Comparison.h"
 #include "TallyglassKit/Comparison/DirectoryRollup.h"
 #include "TallyglassKit/Health/BackupHealth.h"
-#include "TallyglassKit/Platform/Timestamps.h"
+#include "TallyglassKit/Platform/Text/Timestamps.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/PropertyListJSON.h"
-#include "TallyglassKit/Platform/FileReading.h"
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/Files/FileReading.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
 
 #include <memory>
 

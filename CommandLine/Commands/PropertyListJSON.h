@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/PropertyListValue.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyListValue.h"
 
 #include <cstdint>
 #include <iosfwd>

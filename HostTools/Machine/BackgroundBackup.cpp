@@ -1,7 +1,7 @@
 #include "HostTools/Machine/BackgroundBackup.h"
 
 #include "HostTools/Machine/BackupRun.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fcntl.h>
 #include <fmt/core.h>

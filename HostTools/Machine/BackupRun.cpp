@@ -5,7 +5,7 @@
 #include "HostTools/Machine/TreeComparison.h"
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Health/BackupResultCode.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fcntl.h>
 #include <fmt/core.h>

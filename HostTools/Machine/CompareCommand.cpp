@@ -4,7 +4,7 @@
 #include "HostTools/Machine/Exclusions.h"
 #include "HostTools/Machine/HostPreferences.h"
 #include "HostTools/Machine/Snapshots.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fmt/core.h>
 

@@ -1,6 +1,6 @@
 #include "HostTools/Machine/ComparisonReport.h"
 
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fmt/format.h>
 

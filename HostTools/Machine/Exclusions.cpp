@@ -2,7 +2,7 @@
 
 #include "HostTools/Machine/HostPreferences.h"
 #include "HostTools/Machine/PlistDocument.h"
-#include "TallyglassKit/Platform/ExtendedAttributes.h"
+#include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "HostTools/Machine/FileOperations.h"
 
-#include "TallyglassKit/Platform/FileError.h"
-#include "TallyglassKit/Platform/FolderWalk.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
+#include "TallyglassKit/Platform/Files/FolderWalk.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

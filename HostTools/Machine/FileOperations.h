@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 
 #include <filesystem>
 #include <optional>

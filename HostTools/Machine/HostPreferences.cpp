@@ -4,7 +4,7 @@
 #include "HostTools/Machine/PlistDocument.h"
 #include "HostTools/Machine/Snapshots.h"
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fmt/core.h>
 #include <sys/statvfs.h>

@@ -1,6 +1,6 @@
 #include "HostTools/Machine/ItemProperties.h"
 
-#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/xattr.h>

@@ -4,7 +4,7 @@
 #include "HostTools/Machine/FolderListing.h"
 #include "HostTools/Machine/ItemProperties.h"
 #include "HostTools/Machine/MachinePaths.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

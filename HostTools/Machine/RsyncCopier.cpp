@@ -1,7 +1,7 @@
 #include "HostTools/Machine/RsyncCopier.h"
 
 #include "HostTools/Machine/FileOperations.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fcntl.h>
 #include <fmt/core.h>

@@ -1,8 +1,8 @@
 #include "HostTools/Machine/SampleContents.h"
 
 #include "HostTools/Machine/Exclusions.h"
-#include "TallyglassKit/Platform/ExtendedAttributes.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <fcntl.h>
 #include <fmt/core.h>

@@ -5,8 +5,8 @@
 #include "HostTools/Machine/FolderListing.h"
 #include "HostTools/Machine/ItemProperties.h"
 #include "HostTools/Machine/MachinePaths.h"
-#include "TallyglassKit/Platform/FileDescriptor.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <dirent.h>
 #include <fcntl.h>

@@ -1,8 +1,8 @@
 #include "Tallyglass/Desktop/SingleInstance.h"
 
 #include "Tallyglass/Desktop/StartMessage.h"
-#include "TallyglassKit/Platform/FileError.h"
-#include "TallyglassKit/Platform/PrivateFile.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
+#include "TallyglassKit/Platform/Files/PrivateFile.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -6,7 +6,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 
 #include <QLocalServer>
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "Tallyglass/Models/ChangeTree.h"
 
-#include "TallyglassKit/Platform/CanonicalText.h"
+#include "TallyglassKit/Platform/Text/CanonicalText.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "Tallyglass/Models/ComparisonProgress.h"
 
 #include "Tallyglass/Models/Task.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
+#include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #include "Tallyglass/Models/HelperRemoval.h"
 
-#include "TallyglassKit/Platform/ChildProcess.h"
-#include "TallyglassKit/Platform/Text.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
+#include "TallyglassKit/Platform/Text/Text.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -3,8 +3,8 @@
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
-#include "TallyglassKit/Platform/FileStatus.h"
-#include "TallyglassKit/Platform/Timestamps.h"
+#include "TallyglassKit/Platform/Files/FileStatus.h"
+#include "TallyglassKit/Platform/Text/Timestamps.h"
 
 #include <QGuiApplication>
 #include <QSaveFile>

@@ -5,7 +5,7 @@
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
-#include "TallyglassKit/Platform/NumberConversion.h"
+#include "TallyglassKit/Platform/Text/NumberConversion.h"
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -2,7 +2,7 @@
 
 #include "Tallyglass/Screens/Words.h"
 #include "TallyglassKit/Access/TMDestination.h"
-#include "TallyglassKit/Platform/Timestamps.h"
+#include "TallyglassKit/Platform/Text/Timestamps.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,6 @@
 #include "Tallyglass/Screens/ItemInBackups.h"
 
-#include "TallyglassKit/Platform/FileStatus.h"
+#include "TallyglassKit/Platform/Files/FileStatus.h"
 
 #include <algorithm>
 #include <tuple>

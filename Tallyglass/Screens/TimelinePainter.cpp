@@ -3,7 +3,7 @@
 #include "Tallyglass/Screens/Symbols.h"
 #include "Tallyglass/Screens/Theme.h"
 #include "Tallyglass/Screens/TimelineWords.h"
-#include "TallyglassKit/Platform/Timestamps.h"
+#include "TallyglassKit/Platform/Text/Timestamps.h"
 
 #include <QCoreApplication>
 #include <QFontMetricsF>

@@ -1,7 +1,7 @@
 #include "Tallyglass/Screens/TimelineView.h"
 
 #include "Tallyglass/Screens/TimelineWords.h"
-#include "TallyglassKit/Platform/LocalDays.h"
+#include "TallyglassKit/Platform/Text/LocalDays.h"
 
 #include <algorithm>
 

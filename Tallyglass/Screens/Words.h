@@ -3,7 +3,7 @@
 #pragma once
 
 #include "TallyglassKit/Health/Fmt.h"
-#include "TallyglassKit/Platform/GroupedNumber.h"
+#include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <QList>
 #include <QString>

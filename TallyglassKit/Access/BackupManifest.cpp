@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/BackupManifest.h"
 
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "TallyglassKit/Access/BackupStatus.h"
 
-#include "TallyglassKit/Platform/NumberConversion.h"
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
+#include "TallyglassKit/Platform/Text/NumberConversion.h"
 
 namespace tallyglass {
 

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 
-#include "TallyglassKit/Platform/FileStatus.h"
+#include "TallyglassKit/Platform/Files/FileStatus.h"
 
 #include <cerrno>
 

@@ -1,10 +1,10 @@
 #include "TallyglassKit/Access/ManifestReader.h"
 
-#include "TallyglassKit/Platform/FileError.h"
-#include "TallyglassKit/Platform/FileReading.h"
-#include "TallyglassKit/Platform/FileStatus.h"
-#include "TallyglassKit/Platform/PropertyList.h"
-#include "TallyglassKit/Platform/Text.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
+#include "TallyglassKit/Platform/Files/FileReading.h"
+#include "TallyglassKit/Platform/Files/FileStatus.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
+#include "TallyglassKit/Platform/Text/Text.h"
 
 #include <exception>
 

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/TMDestination.h"
 
-#include "TallyglassKit/Platform/URLHost.h"
+#include "TallyglassKit/Platform/Text/URLHost.h"
 
 namespace tallyglass {
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Access/AscendingDates.h"
+#include "TallyglassKit/Access/Internal/AscendingDates.h"
 #include "TallyglassKit/Platform/Date.h"
 #include "TallyglassKit/Platform/RawValue.h"
 

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/TMUtilError.h"
 
-#include "TallyglassKit/Platform/Text.h"
+#include "TallyglassKit/Platform/Text/Text.h"
 
 #include <fmt/core.h>
 

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/TMUtilResult.h"
 
-#include "TallyglassKit/Platform/UTF8.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
 
 namespace tallyglass {
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/ByteBuffer.h"
+#include "TallyglassKit/Platform/Files/ByteBuffer.h"
 
 #include <cstdint>
 #include <cstdio> // stdout and stderr are macros: every user of the fields below must see them alike

@@ -1,8 +1,8 @@
 #include "TallyglassKit/Access/TMUtilRunner.h"
 
-#include "TallyglassKit/Platform/ChildProcess.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
-#include "TallyglassKit/Platform/Text.h"
+#include "TallyglassKit/Platform/Text/Text.h"
 
 #include <utility>
 

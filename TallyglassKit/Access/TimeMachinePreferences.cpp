@@ -1,8 +1,8 @@
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 
-#include "TallyglassKit/Platform/NumberConversion.h"
 #include "TallyglassKit/Platform/PreferenceDomain.h"
-#include "TallyglassKit/Platform/Text.h"
+#include "TallyglassKit/Platform/Text/NumberConversion.h"
+#include "TallyglassKit/Platform/Text/Text.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
 
-#include "TallyglassKit/Comparison/BackupStoreOperation.h"
-#include "TallyglassKit/Comparison/BackupStoreRecords.h"
+#include "TallyglassKit/Comparison/Internal/BackupStoreOperation.h"
+#include "TallyglassKit/Comparison/Internal/BackupStoreRecords.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/FullText.h"
 

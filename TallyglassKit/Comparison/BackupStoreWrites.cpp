@@ -1,6 +1,6 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
-#include "TallyglassKit/Comparison/BackupStoreOperation.h"
-#include "TallyglassKit/Comparison/BackupStoreRecords.h"
+#include "TallyglassKit/Comparison/Internal/BackupStoreOperation.h"
+#include "TallyglassKit/Comparison/Internal/BackupStoreRecords.h"
 #include "TallyglassKit/Persistence/Timestamp.h"
 
 #include <chrono>

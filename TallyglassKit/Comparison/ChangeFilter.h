@@ -3,7 +3,7 @@
 #pragma once
 
 #include "TallyglassKit/Comparison/ChangeRecord.h"
-#include "TallyglassKit/Platform/CaseInsensitiveSearch.h"
+#include "TallyglassKit/Platform/Text/CaseInsensitiveSearch.h"
 
 #include <bitset>
 #include <optional>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "TallyglassKit/Comparison/ChangeKind.h"
-#include "TallyglassKit/Platform/SharedText.h"
+#include "TallyglassKit/Platform/Text/SharedText.h"
 
 #include <cstdint>
 #include <optional>

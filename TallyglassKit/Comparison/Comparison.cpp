@@ -1,7 +1,7 @@
 #include "TallyglassKit/Comparison/Comparison.h"
 
 #include "TallyglassKit/Comparison/ChangeRecord.h"
-#include "TallyglassKit/Platform/ByteCount.h"
+#include "TallyglassKit/Platform/Text/ByteCount.h"
 
 #include <limits>
 #include <utility>

@@ -3,7 +3,7 @@
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
-#include "TallyglassKit/Comparison/ComparisonRun.h"
+#include "TallyglassKit/Comparison/Internal/ComparisonRun.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
 #include "TallyglassKit/Platform/Error.h"
 

@@ -1,9 +1,9 @@
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
 
 #include "TallyglassKit/Comparison/CompareOptions.h"
-#include "TallyglassKit/Comparison/CompareTreeReader.h"
-#include "TallyglassKit/Comparison/CompareXMLReader.h"
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Comparison/Internal/CompareTreeReader.h"
+#include "TallyglassKit/Comparison/Internal/CompareXMLReader.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
 
 #include <array>
 #include <utility>

@@ -5,7 +5,7 @@
 
 #include "TallyglassKit/Access/TMUtilRunner.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
-#include "TallyglassKit/Platform/SharedText.h"
+#include "TallyglassKit/Platform/Text/SharedText.h"
 
 #include <cstdint>
 #include <optional>

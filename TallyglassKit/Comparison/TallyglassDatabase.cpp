@@ -2,7 +2,7 @@
 
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/Migration.h"
-#include "TallyglassKit/Platform/PrivateFile.h"
+#include "TallyglassKit/Platform/Files/PrivateFile.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <system_error>

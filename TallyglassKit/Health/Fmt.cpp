@@ -1,8 +1,8 @@
 #include "TallyglassKit/Health/Fmt.h"
 
-#include "TallyglassKit/Platform/ByteCount.h"
-#include "TallyglassKit/Platform/RelativeDate.h"
-#include "TallyglassKit/Platform/Timestamps.h"
+#include "TallyglassKit/Platform/Text/ByteCount.h"
+#include "TallyglassKit/Platform/Text/RelativeDate.h"
+#include "TallyglassKit/Platform/Text/Timestamps.h"
 
 namespace tallyglass {
 

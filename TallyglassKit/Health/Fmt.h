@@ -4,8 +4,8 @@
 #pragma once
 
 #include "TallyglassKit/Platform/Date.h"
-#include "TallyglassKit/Platform/Durations.h"
-#include "TallyglassKit/Platform/UserLocale.h"
+#include "TallyglassKit/Platform/Text/Durations.h"
+#include "TallyglassKit/Platform/Text/UserLocale.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
 
-#include "TallyglassKit/Platform/Icu.h"
+#include "TallyglassKit/Platform/Text/Icu.h"
 
 #include <unicode/brkiter.h>
 #include <unicode/uchar.h>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/FileStatus.h"
+#include "TallyglassKit/Platform/Files/FileStatus.h"
 
 #include <array>
 #include <chrono>

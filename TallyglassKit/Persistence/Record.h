@@ -5,7 +5,7 @@
 
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/FieldValue.h"
-#include "TallyglassKit/Persistence/RecordSQL.h"
+#include "TallyglassKit/Persistence/Internal/RecordSQL.h"
 
 #include <array>
 #include <functional>

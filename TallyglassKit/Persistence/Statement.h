@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/SharedText.h"
+#include "TallyglassKit/Platform/Text/SharedText.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "TallyglassKit/Platform/PreferenceDomain.h"
 
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/FileReading.h"
-#include "TallyglassKit/Platform/NumberConversion.h"
+#include "TallyglassKit/Platform/Files/FileReading.h"
+#include "TallyglassKit/Platform/Text/NumberConversion.h"
 
 #include <string>
 

@@ -5,7 +5,7 @@
 
 #pragma once
 
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <optional>

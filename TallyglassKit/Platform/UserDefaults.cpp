@@ -2,8 +2,8 @@
 
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/ErrorNumber.h"
-#include "TallyglassKit/Platform/FileDescriptor.h"
-#include "TallyglassKit/Platform/PrivateFile.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/PrivateFile.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <fcntl.h>

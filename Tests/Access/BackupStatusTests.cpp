@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/PropertyList.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
 #include "Tests/Access/StandInRunner.h"
 
 #include <gtest/gtest.h>

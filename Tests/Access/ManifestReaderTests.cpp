@@ -1,5 +1,5 @@
 #include "TallyglassKit/Access/ManifestReader.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 #include "Tests/Access/StandInRunner.h"
 #include "Tests/Support/TemporaryFolder.h"
 

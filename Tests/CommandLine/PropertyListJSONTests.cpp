@@ -1,7 +1,7 @@
 #include "CommandLine/Commands/PropertyListJSON.h"
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/PropertyList.h"
-#include "Tests/Platform/BinaryPropertyListFile.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
+#include "Tests/Platform/PropertyLists/BinaryPropertyListFile.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 #include "Tests/CommandLine/TallyRun.h"
 
-#include "TallyglassKit/Platform/ChildProcess.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
-#include "TallyglassKit/Comparison/ComparisonRun.h"
+#include "TallyglassKit/Comparison/Internal/ComparisonRun.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/DatabaseError.h"

@@ -2,7 +2,7 @@
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/Connection.h"
 #include "TallyglassKit/Persistence/DatabaseError.h"
-#include "TallyglassKit/Platform/FileError.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

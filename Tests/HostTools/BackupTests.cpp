@@ -3,7 +3,7 @@
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/ManifestReader.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"
-#include "TallyglassKit/Platform/ExtendedAttributes.h"
+#include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
 #include "Tests/HostTools/HostMachine.h"
 
 #include <gmock/gmock.h>

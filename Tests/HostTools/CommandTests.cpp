@@ -1,6 +1,6 @@
 #include "HostTools/Machine/RunState.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
-#include "TallyglassKit/Platform/ExtendedAttributes.h"
+#include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
 #include "Tests/HostTools/HostMachine.h"
 #include "Tests/Support/SampleMachine.h"
 

@@ -5,7 +5,7 @@
 #include "HostTools/Machine/MachinePaths.h"
 #include "TallyglassKit/Access/TMDestination.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
-#include "TallyglassKit/Platform/ChildProcess.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

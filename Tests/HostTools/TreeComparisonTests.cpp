@@ -1,8 +1,8 @@
 #include "HostTools/Machine/FileOperations.h"
 #include "HostTools/Machine/SeededRandom.h"
 #include "HostTools/Machine/TreeComparison.h"
-#include "TallyglassKit/Platform/ExtendedAttributes.h"
-#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/TemporaryFolder.h"
 

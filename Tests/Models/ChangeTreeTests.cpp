@@ -1,5 +1,5 @@
 #include "Tallyglass/Models/ChangeTree.h"
-#include "TallyglassKit/Platform/CanonicalText.h"
+#include "TallyglassKit/Platform/Text/CanonicalText.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Models/HelperSetup.h"
-#include "TallyglassKit/Platform/FileReading.h"
+#include "TallyglassKit/Platform/Files/FileReading.h"
 #include "Tests/Desktop/RecordedWorkspace.h"
 #include "Tests/Support/QtMain/Until.h"
 #include "Tests/Support/TemporaryFolder.h"

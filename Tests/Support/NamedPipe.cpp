@@ -1,6 +1,6 @@
 #include "Tests/Support/NamedPipe.h"
 
-#include "TallyglassKit/Platform/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

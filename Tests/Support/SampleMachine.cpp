@@ -1,6 +1,6 @@
 #include "Tests/Support/SampleMachine.h"
 
-#include "TallyglassKit/Platform/ChildProcess.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <sstream>
 #include <stdexcept>

@@ -1,0 +1,73 @@
+#include "TallyglassKit/Platform/PropertyLists/Internal/PropertyListStorage.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <new>
+
+namespace tallyglass {
+
+namespace {
+
+constexpr std::size_t smallestBlock = 4 << 10;
+constexpr std::size_t largestBlock = 4 << 20;
+
+} // namespace
+
+char* PropertyListStorage::allocateBytes(std::size_t size, bool aligned) {
+    if (size > static_cast<std::size_t>(m_back - m_front)) {
+        const std::size_t usual = std::clamp(std::bit_ceil(m_size), smallestBlock, largestBlock);
+        // What is large gets a block of its own, so that at most a quarter of a block is lost at its end.
+        const bool alone = size > usual / 4;
+        const std::size_t blockSize = alone ? size : usual;
+        MemoryBlock& newest = m_blocks.emplace_back();
+        if (!newest.resize(blockSize))
+            throw std::bad_alloc();
+        m_size += blockSize;
+        char* const block = newest.start();
+        if (alone)
+            return block;
+        m_front = block;
+        m_back = block + blockSize;
+    }
+    if (!aligned)
+        return m_back -= size;
+    char* const result = m_front;
+    m_front += size;
+    return result;
+}
+
+std::string_view PropertyListStorage::keep(std::string_view bytes) {
+    if (bytes.empty())
+        return "";
+    char* const copy = allocateBytes(bytes.size(), false);
+    std::memcpy(copy, bytes.data(), bytes.size());
+    return {copy, bytes.size()};
+}
+
+std::span<PropertyListValue> PropertyListStorage::allocate(PropertyListValue::Kind kind, std::size_t count) {
+    const bool isDictionary = kind == PropertyListValue::Kind::dictionary;
+    const std::size_t values = isDictionary ? 2 * count : count;
+    if (values == 0)
+        return {};
+    const std::size_t indexSize = isDictionary ? PropertyListDictionary::indexSize(count) : 0;
+    char* const memory = allocateBytes(values * sizeof(PropertyListValue) + indexSize, true);
+    return {reinterpret_cast<PropertyListValue*>(memory), values};
+}
+
+PropertyListValue PropertyListStorage::finish(PropertyListValue::Kind kind,
+                                              std::span<PropertyListValue> values, unsigned nesting,
+                                              DuplicateKeys duplicates) {
+    std::size_t count = values.size();
+    if (kind == PropertyListValue::Kind::dictionary)
+        count = PropertyListDictionary::makeIndex(values.data(), count / 2, duplicates);
+    return {kind, nesting, count, values.data()};
+}
+
+PropertyListValue PropertyListStorage::asKey(PropertyListValue text) {
+    if (text.tag() == 0)
+        text.m_head |= PropertyListDictionary::hash({text.m_bytes, text.m_size}) << 8;
+    return text;
+}
+
+} // namespace tallyglass

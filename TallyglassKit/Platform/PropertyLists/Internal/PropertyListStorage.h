@@ -1,0 +1,56 @@
+// The memory of one property list: values and bytes in a few large blocks, freed together. The readers fill
+// it, most of them through a PropertyListBuilder.
+//
+// Used by one thread while it is filled. Moving it leaves every value in place.
+
+#pragma once
+
+#include "TallyglassKit/Platform/Files/MemoryBlock.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyListValue.h"
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace tallyglass {
+
+class PropertyListStorage {
+public:
+    /// Containers nest no deeper.
+    static constexpr unsigned maximumNesting = 512;
+
+    PropertyListStorage() = default;
+    PropertyListStorage(PropertyListStorage&&) noexcept = default;
+    PropertyListStorage& operator=(PropertyListStorage&&) noexcept = default;
+
+    /// Copies bytes that values are to borrow.
+    [[nodiscard]] std::string_view keep(std::string_view bytes);
+
+    /// Room for the elements of an array or a set, or for the pairs of a dictionary: 2 * count values. The
+    /// caller writes every one, and then finishes the container.
+    [[nodiscard]] std::span<PropertyListValue> allocate(PropertyListValue::Kind kind, std::size_t count);
+
+    /// Makes a container of values that allocate() gave. `nesting` is 1 more than the greatest of the values.
+    /// Requires: in a dictionary, every other value from the first is one that asKey() gave.
+    [[nodiscard]] PropertyListValue finish(PropertyListValue::Kind kind, std::span<PropertyListValue> values,
+                                           unsigned nesting, DuplicateKeys duplicates);
+
+    /// A text with the hash by which dictionaries find it. Takes time with the length of the text, unless the
+    /// text is one that asKey() gave.
+    [[nodiscard]] static PropertyListValue asKey(PropertyListValue text);
+    [[nodiscard]] static bool isKey(PropertyListValue text) { return text.tag() != 0; }
+
+    /// The bytes in all blocks.
+    [[nodiscard]] std::size_t size() const { return m_size; }
+
+private:
+    char* allocateBytes(std::size_t size, bool aligned);
+
+    std::vector<MemoryBlock> m_blocks;
+    char* m_front = nullptr; // of the newest block: values are laid from here up, as they are aligned,
+    char* m_back = nullptr;  // and bytes from here down
+    std::size_t m_size = 0;
+};
+
+} // namespace tallyglass

@@ -1,0 +1,318 @@
+#include "TallyglassKit/Platform/PropertyLists/Internal/TextPropertyListReader.h"
+
+#include "TallyglassKit/Platform/PropertyLists/Internal/PropertyListBuilder.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
+
+#include <fmt/core.h>
+
+#include <optional>
+#include <string>
+
+namespace tallyglass {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view lineSeparator = "\u2028";
+constexpr std::string_view paragraphSeparator = "\u2029";
+
+bool isUnquoted(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '$' || c == '/' || c == ':' || c == '.' || c == '-';
+}
+
+std::optional<unsigned> hexDigit(char c) {
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return {};
+}
+
+/// Goes through the text once; the builder's stack of open containers is the only one.
+class TextReader {
+public:
+    TextReader(std::string_view text, PropertyListStorage& storage)
+        : m_text(text), m_builder(storage, text) {}
+
+    PropertyListValue read();
+
+private:
+    void readPair();
+    void readElement();
+    void readValue();
+    void readData();
+    /// A string that is good until the next one is read.
+    std::string_view readString();
+    std::string_view readQuoted(char quote);
+    void readEscape();
+    [[nodiscard]] char32_t readUnicodeEscape();
+    [[nodiscard]] unsigned readDigits(unsigned base, int most);
+
+    void skipBlanks();
+    void skipComment();
+    [[nodiscard]] std::size_t blankSize() const;
+    [[nodiscard]] bool atEnd() const { return m_at == m_text.size(); }
+    [[nodiscard]] bool sees(char c) const { return !atEnd() && m_text[m_at] == c; }
+    [[nodiscard]] bool sees(std::string_view text) const { return m_text.substr(m_at).starts_with(text); }
+    void expect(char c, std::string_view where);
+    void closeContainer();
+
+    std::string_view m_text;
+    PropertyListBuilder m_builder;
+    std::size_t m_at = 0;
+    bool m_isAfterValue = false; // so that a separator or the end of the container is due
+    std::string m_decoded;
+};
+
+PropertyListValue TextReader::read() {
+    if (const auto invalid = findInvalidUTF8(m_text); invalid != std::string_view::npos)
+        m_builder.fail("a byte that isn't UTF-8", invalid);
+    skipBlanks();
+    if (atEnd()) {
+        m_builder.beginDictionary(m_at);
+        m_builder.end();
+        return m_builder.root();
+    }
+    readValue();
+    while (m_builder.depth() > 0) {
+        skipBlanks();
+        if (m_builder.isInDictionary())
+            readPair();
+        else
+            readElement();
+    }
+    skipBlanks();
+    if (!atEnd())
+        m_builder.fail("text follows the end of the list", m_at);
+    return m_builder.root();
+}
+
+void TextReader::readPair() {
+    if (m_isAfterValue) {
+        expect(';', "after the value of a key");
+        m_isAfterValue = false;
+        return;
+    }
+    if (sees('}'))
+        return closeContainer();
+    m_builder.key(readString());
+    skipBlanks();
+    if (sees(';')) {
+        m_builder.keyAsText();
+        m_isAfterValue = true;
+        return;
+    }
+    expect('=', "after a key");
+    skipBlanks();
+    readValue();
+}
+
+void TextReader::readElement() {
+    if (sees(')'))
+        return closeContainer();
+    if (m_isAfterValue) {
+        expect(',', "after an element of an array");
+        m_isAfterValue = false;
+        return;
+    }
+    readValue();
+}
+
+void TextReader::closeContainer() {
+    ++m_at;
+    m_builder.end();
+    m_isAfterValue = true;
+}
+
+void TextReader::readValue() {
+    m_isAfterValue = false;
+    if (sees('{'))
+        m_builder.beginDictionary(m_at++);
+    else if (sees('('))
+        m_builder.beginArray(m_at++);
+    else {
+        if (sees('<'))
+            readData();
+        else
+            m_builder.text(readString());
+        m_isAfterValue = true;
+    }
+}
+
+void TextReader::readData() {
+    const std::size_t start = m_at++;
+    m_decoded.clear();
+    while (!sees('>')) {
+        if (atEnd())
+            m_builder.fail("data without its end", start);
+        if (const std::size_t blank = blankSize()) {
+            m_at += blank;
+            continue;
+        }
+        unsigned byte = 0;
+        for (int i = 0; i < 2; ++i, ++m_at) {
+            const auto digit = atEnd() ? std::nullopt : hexDigit(m_text[m_at]);
+            if (!digit)
+                m_builder.fail("data that isn't pairs of hexadecimal digits", m_at);
+            byte = byte << 4 | *digit;
+        }
+        m_decoded.push_back(static_cast<char>(byte));
+    }
+    ++m_at;
+    m_builder.data(m_decoded);
+}
+
+std::string_view TextReader::readString() {
+    if (sees('"') || sees('\''))
+        return readQuoted(m_text[m_at]);
+    const std::size_t start = m_at;
+    while (!atEnd() && isUnquoted(m_text[m_at]))
+        ++m_at;
+    if (m_at == start)
+        m_builder.fail(atEnd() ? "the text ends too early" : "an unexpected character", start);
+    return m_text.substr(start, m_at - start);
+}
+
+std::string_view TextReader::readQuoted(char quote) {
+    const std::size_t start = m_at++;
+    const char stops[] = {quote, '\\'};
+    m_decoded.clear();
+    for (;;) {
+        const std::size_t stop = m_text.find_first_of({stops, 2}, m_at);
+        if (stop == std::string_view::npos)
+            m_builder.fail("a string without its closing quote", start);
+        const auto piece = m_text.substr(m_at, stop - m_at);
+        m_at = stop + 1;
+        if (m_text[stop] == quote) {
+            if (m_decoded.empty())
+                return piece;
+            return m_decoded += piece;
+        }
+        m_decoded += piece;
+        if (atEnd())
+            m_builder.fail("a string without its closing quote", start);
+        readEscape();
+    }
+}
+
+void TextReader::readEscape() {
+    const char c = m_text[m_at++];
+    switch (c) {
+    case 'a':
+        m_decoded += '\a';
+        break;
+    case 'b':
+        m_decoded += '\b';
+        break;
+    case 'f':
+        m_decoded += '\f';
+        break;
+    case 'n':
+        m_decoded += '\n';
+        break;
+    case 'r':
+        m_decoded += '\r';
+        break;
+    case 't':
+        m_decoded += '\t';
+        break;
+    case 'v':
+        m_decoded += '\v';
+        break;
+    case 'U':
+        appendUTF8(m_decoded, readUnicodeEscape());
+        break;
+    case '0':
+    case '1':
+    case '2':
+    case '3':
+    case '4':
+    case '5':
+    case '6':
+    case '7':
+        --m_at;
+        appendUTF8(m_decoded, characterOfNextStep(static_cast<unsigned char>(readDigits(8, 3))));
+        break;
+    default: // quotes and the backslash among them
+        m_decoded += c;
+        break;
+    }
+}
+
+char32_t TextReader::readUnicodeEscape() {
+    const char32_t first = readDigits(16, 4);
+    if (first < 0xD800 || first > 0xDBFF || !sees("\\U"))
+        return first;
+    const std::size_t start = m_at;
+    m_at += 2;
+    const char32_t second = readDigits(16, 4);
+    if (second >= 0xDC00 && second <= 0xDFFF)
+        return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+    m_at = start;
+    return first;
+}
+
+unsigned TextReader::readDigits(unsigned base, int most) {
+    unsigned value = 0;
+    for (int i = 0; i < most && !atEnd(); ++i, ++m_at) {
+        const auto digit = hexDigit(m_text[m_at]);
+        if (!digit || *digit >= base)
+            break;
+        value = value * base + *digit;
+    }
+    return value;
+}
+
+std::size_t TextReader::blankSize() const {
+    const char c = m_text[m_at];
+    if (c == ' ' || (c >= '\t' && c <= '\r'))
+        return 1;
+    return sees(lineSeparator) || sees(paragraphSeparator) ? lineSeparator.size() : 0;
+}
+
+void TextReader::skipBlanks() {
+    while (!atEnd()) {
+        if (sees("//") || sees("/*"))
+            skipComment();
+        else if (const std::size_t size = blankSize())
+            m_at += size;
+        else
+            break;
+    }
+}
+
+void TextReader::skipComment() {
+    const std::size_t start = m_at;
+    if (sees("/*")) {
+        const std::size_t end = m_text.find("*/", m_at + 2);
+        if (end == std::string_view::npos)
+            m_builder.fail("a comment without its end", start);
+        m_at = end + 2;
+        return;
+    }
+    while (!atEnd() && !sees('\n') && !sees('\r') && !sees(lineSeparator) && !sees(paragraphSeparator))
+        ++m_at;
+}
+
+void TextReader::expect(char c, std::string_view where) {
+    if (!sees(c))
+        m_builder.fail(fmt::format("'{}' is missing {}", c, where), m_at);
+    ++m_at;
+}
+
+} // namespace
+
+PropertyListValue readTextPropertyList(std::string_view bytes, PropertyListStorage& storage) {
+    if (bytes.starts_with("\xFE\xFF"))
+        return TextReader(utf8FromUTF16(bytes.substr(2), std::endian::big), storage).read();
+    if (bytes.starts_with("\xFF\xFE"))
+        return TextReader(utf8FromUTF16(bytes.substr(2), std::endian::little), storage).read();
+    if (bytes.starts_with(byteOrderMark))
+        bytes.remove_prefix(byteOrderMark.size());
+    return TextReader(bytes, storage).read();
+}
+
+} // namespace tallyglass

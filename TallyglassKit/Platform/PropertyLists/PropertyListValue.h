@@ -1,0 +1,129 @@
+// One value of a property list: a scalar, or a container of further values.
+//
+// A value is a handle of 16 bytes that borrows from the PropertyList it comes from, and is good while that
+// lives. Immutable; any thread may read it. The values of a list form a graph without cycles, nested at most
+// 512 deep. A list in the binary form can share one container between many places, so that a walk over every
+// path may take time beyond any bound: whoever walks a whole list bounds the steps or remembers the visited.
+
+#pragma once
+
+#include "TallyglassKit/Platform/Date.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace tallyglass {
+
+class PropertyListDictionary;
+
+class PropertyListValue {
+public:
+    enum class Kind : std::uint8_t {
+        null,
+        boolean,
+        integer,
+        real,
+        date,
+        uid,
+        text,
+        data,
+        array,
+        set,
+        dictionary,
+    };
+
+    /// The null value.
+    PropertyListValue() = default;
+
+    // Scalars. Text and data borrow their bytes.
+    [[nodiscard]] static PropertyListValue ofBoolean(bool value) {
+        return {Kind::boolean, 0, std::int64_t{value}};
+    }
+    [[nodiscard]] static PropertyListValue ofInteger(std::int64_t value) { return {Kind::integer, 0, value}; }
+    [[nodiscard]] static PropertyListValue ofUnsigned(std::uint64_t value) {
+        return {Kind::integer, value > INT64_MAX, static_cast<std::int64_t>(value)};
+    }
+    [[nodiscard]] static PropertyListValue ofReal(double value) { return {Kind::real, value}; }
+    [[nodiscard]] static PropertyListValue ofDate(double secondsSince2001) {
+        return {Kind::date, secondsSince2001};
+    }
+    [[nodiscard]] static PropertyListValue ofUID(std::uint64_t value) {
+        return {Kind::uid, 0, static_cast<std::int64_t>(value)};
+    }
+    [[nodiscard]] static PropertyListValue ofText(std::string_view utf8) { return {Kind::text, utf8}; }
+    [[nodiscard]] static PropertyListValue ofData(std::string_view bytes) { return {Kind::data, bytes}; }
+
+    [[nodiscard]] Kind kind() const { return static_cast<Kind>(m_head & 0xFF); }
+    [[nodiscard]] bool isNull() const { return kind() == Kind::null; }
+
+    // Each is absent if the value is of another kind.
+    [[nodiscard]] std::optional<bool> boolean() const;
+    /// Absent also for an integer of 2^63 or more.
+    [[nodiscard]] std::optional<std::int64_t> integer() const;
+    /// Absent also for a negative integer.
+    [[nodiscard]] std::optional<std::uint64_t> unsignedInteger() const;
+    [[nodiscard]] std::optional<double> real() const;
+    [[nodiscard]] std::optional<std::uint64_t> uid() const;
+    /// UTF-8, always valid.
+    [[nodiscard]] std::optional<std::string_view> text() const;
+    [[nodiscard]] std::optional<std::string_view> data() const;
+    [[nodiscard]] std::optional<Date> date() const;
+    /// The date as it is kept, which loses nothing. Can be infinite or not a number.
+    [[nodiscard]] std::optional<double> secondsSince2001() const;
+    [[nodiscard]] std::optional<std::span<const PropertyListValue>> array() const;
+    [[nodiscard]] std::optional<std::span<const PropertyListValue>> set() const;
+    [[nodiscard]] std::optional<PropertyListDictionary> dictionary() const;
+
+    // Any number (integer, real or boolean) in one type.
+    [[nodiscard]] std::optional<double> number() const;
+    /// Absent if the number isn't whole or doesn't fit.
+    [[nodiscard]] std::optional<std::int64_t> exactInteger() const;
+    /// Rounded toward zero. Absent if it doesn't fit or isn't a number.
+    [[nodiscard]] std::optional<std::int64_t> truncatedInteger() const;
+
+    /// The value of a key. Absent if there is none, or if this isn't a dictionary.
+    [[nodiscard]] std::optional<PropertyListValue> find(std::string_view key) const;
+
+    /// Tells a container from any other that holds something: one that is shared has the same at each place.
+    [[nodiscard]] const void* identity() const { return kind() >= Kind::array ? m_elements : nullptr; }
+
+    /// How deep containers nest here: 0 for a scalar, 1 for a container without another in it.
+    [[nodiscard]] unsigned nesting() const { return kind() >= Kind::array ? tag() : 0; }
+
+private:
+    friend class PropertyListDictionary;
+    friend class PropertyListStorage;
+    friend class PropertyListBuilder;
+
+    // What the tag holds: the nesting of a container; the hash of a text if it serves as a key, else 0; 1 for
+    // an integer that is unsigned.
+    PropertyListValue(Kind kind, std::uint32_t tag, std::int64_t integer)
+        : m_head(head(kind, tag)), m_integer(integer) {}
+    PropertyListValue(Kind kind, double real) : m_head(head(kind, 0)), m_real(real) {}
+    PropertyListValue(Kind kind, std::string_view bytes)
+        : m_head(head(kind, 0)), m_size(static_cast<std::uint32_t>(bytes.size())),
+          m_bytes(bytes.empty() ? "" : bytes.data()) {}
+    PropertyListValue(Kind kind, std::uint32_t tag, std::size_t size, const PropertyListValue* elements)
+        : m_head(head(kind, tag)), m_size(static_cast<std::uint32_t>(size)), m_elements(elements) {}
+    static std::uint32_t head(Kind kind, std::uint32_t tag) {
+        return static_cast<std::uint32_t>(kind) | tag << 8;
+    }
+    [[nodiscard]] std::uint32_t tag() const { return m_head >> 8; }
+    [[nodiscard]] std::span<const PropertyListValue> elements() const { return {m_elements, m_size}; }
+
+    std::uint32_t m_head = 0;
+    std::uint32_t m_size = 0; // bytes, elements or pairs
+    union {
+        std::int64_t m_integer = 0;
+        double m_real;
+        const char* m_bytes;
+        const PropertyListValue* m_elements; // of a dictionary: key, value, key, value...
+    };
+};
+
+} // namespace tallyglass
+
+#include "TallyglassKit/Platform/PropertyLists/PropertyListDictionary.h" // completes what dictionary() returns
