@@ -1,8 +1,4 @@
-#include "Tallyglass/Screens/Application.h"
-
-#include <QtQml/qqmlextensionplugin.h>
-
-Q_IMPORT_QML_PLUGIN(TallyglassPlugin)
+#include "Tallyglass/Screens/Shell/Application.h"
 
 int main(int argc, char** argv) {
     return tallyglass::Application::run(argc, argv);

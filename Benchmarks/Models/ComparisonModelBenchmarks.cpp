@@ -39,7 +39,7 @@ std::shared_ptr<void> makeMillion() {
 }
 
 std::unique_ptr<DiffModel> openModel() {
-    auto model = std::make_unique<DiffModel>(AppSurroundings(), million->session);
+    auto model = std::make_unique<DiffModel>(AppEnvironment(), million->session);
     model->setFromPath(million->cache->comparison.fromPath);
     model->setToPath(million->cache->comparison.toPath);
     model->setUnlimitedDepth(true);

@@ -2,12 +2,8 @@
 // the renderer that has no graphics processor to help it.
 
 #include "Benchmarks/Support/Row.h"
-#include "Tallyglass/Desktop/Alerts.h"
-#include "Tallyglass/Desktop/Pasteboard.h"
-#include "Tallyglass/Desktop/Workspace.h"
-#include "Tallyglass/Models/AppModel.h"
-#include "Tallyglass/Models/HelperSetup.h"
-#include "Tallyglass/Screens/CompareState.h"
+#include "Tallyglass/Screens/Compare/CompareViewModel.h"
+#include "Tallyglass/Screens/Context/ScreenContext.h"
 
 #include <fmt/format.h>
 
@@ -34,20 +30,17 @@ public:
 
 class Screen {
 public:
-    Screen() : m_helperSetup(m_model.paths(), m_workspace, m_alerts) {
+    Screen() {
         m_engine.addImportPath(QStringLiteral("qrc:/"));
         m_model.setFixtureSession(true); // nothing asks this machine
         m_model.setFixtureName("compare-ready");
         m_model.setFdaStatus(FDAStatus::granted);
-        QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/CompareView.qml")));
+        QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Compare/CompareView.qml")));
         m_root.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
-            {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
-             {QStringLiteral("helperSetup"), QVariant::fromValue(&m_helperSetup)},
-             {QStringLiteral("workspace"), QVariant::fromValue<Workspace*>(&m_workspace)},
-             {QStringLiteral("pasteboard"), QVariant::fromValue<Pasteboard*>(&m_pasteboard)}})));
+            {{QStringLiteral("context"), QVariant::fromValue(&m_context)}})));
         if (!m_root)
             throw std::runtime_error(component.errorString().toStdString());
-        m_state = m_root->findChild<CompareState*>();
+        m_viewModel = m_root->findChild<CompareViewModel*>();
         m_window.resize(1600, 1000);
         m_root->setParentItem(m_window.contentItem());
         m_root->setSize(m_window.size());
@@ -68,14 +61,14 @@ public:
         QCoreApplication::processEvents();
         QEvent request(QEvent::UpdateRequest);
         QCoreApplication::sendEvent(&m_window, &request);
-        if (m_frames == before || m_state->diff()->visibleRows().size() != expected)
+        if (m_frames == before || m_viewModel->diff()->visibleRows().size() != expected)
             throw std::runtime_error("The list wasn't filtered and drawn.");
     }
 
     /// How many rows pass each of the first letters of the text that is typed.
     std::size_t passing(const std::string& letters) const {
         std::size_t count = 0;
-        for (const ChangeRecord& change : m_state->diff()->changes())
+        for (const ChangeRecord& change : m_viewModel->diff()->changes())
             count += change.path.find(letters) != std::string::npos ? 1 : 0;
         return count;
     }
@@ -91,7 +84,7 @@ private:
                                        number * 37, number, std::vector<std::string>{"mtime"});
             shown.comparison->count(shown.changes.back());
         }
-        m_state->diff()->show(shown);
+        m_viewModel->diff()->show(shown);
         for (int turn = 0; turn < 4; ++turn) {
             QCoreApplication::processEvents();
             static_cast<void>(m_window.grabWindow());
@@ -108,12 +101,14 @@ private:
     AppModel m_model;
     NoWorkspace m_workspace;
     Alerts m_alerts;
-    DesktopPasteboard m_pasteboard;
-    HelperSetup m_helperSetup;
+    DesktopClipboard m_clipboard;
+    HelperSetup m_helperSetup{m_model.paths(), m_workspace, m_alerts};
+    UpdaterController m_updater{UpdaterOptions{}, m_alerts, m_workspace};
+    ScreenContext m_context{m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_updater};
     QQmlEngine m_engine;
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_root;
-    CompareState* m_state = nullptr;
+    CompareViewModel* m_viewModel = nullptr;
     int m_frames = 0;
 };
 

@@ -2,7 +2,7 @@
 // the selection moves.
 
 #include "Benchmarks/Support/Row.h"
-#include "Tallyglass/Screens/TimelineEntries.h"
+#include "Tallyglass/Screens/Timeline/TimelineEntries.h"
 #include "TallyglassKit/Access/TMDestination.h"
 #include "TallyglassKit/Health/BackupHealth.h"
 

@@ -2,14 +2,8 @@
 // that has no graphics processor to help it.
 
 #include "Benchmarks/Support/Row.h"
-#include "Tallyglass/Desktop/Alerts.h"
-#include "Tallyglass/Desktop/Pasteboard.h"
-#include "Tallyglass/Desktop/Workspace.h"
-#include "Tallyglass/Models/AppModel.h"
-#include "Tallyglass/Models/HelperSetup.h"
-#include "Tallyglass/Screens/TimelineView.h"
-
-#include <QtQml/qqmlextensionplugin.h>
+#include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "Tallyglass/Screens/Timeline/TimelineViewModel.h"
 
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -17,8 +11,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <stdexcept>
-
-Q_IMPORT_QML_PLUGIN(TallyglassPlugin)
 
 namespace tallyglass::bench {
 
@@ -36,17 +28,15 @@ public:
 
 class Screen {
 public:
-    Screen() : m_helperSetup(m_model.paths(), m_workspace, m_alerts) {
+    Screen() {
         m_engine.addImportPath(QStringLiteral("qrc:/"));
         fillModel();
-        QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/TimelineView.qml")));
+        QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Timeline/TimelineView.qml")));
         m_root.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
-            {{QStringLiteral("model"), QVariant::fromValue(&m_model)},
-             {QStringLiteral("helperSetup"), QVariant::fromValue(&m_helperSetup)},
-             {QStringLiteral("pasteboard"), QVariant::fromValue<Pasteboard*>(&m_pasteboard)}})));
+            {{QStringLiteral("context"), QVariant::fromValue(&m_context)}})));
         if (!m_root)
             throw std::runtime_error(component.errorString().toStdString());
-        m_view = m_root->findChild<TimelineView*>();
+        m_viewModel = m_root->findChild<TimelineViewModel*>();
         m_window.resize(900, 720);
         m_root->setParentItem(m_window.contentItem());
         m_root->setSize(m_window.size());
@@ -60,7 +50,7 @@ public:
     /// Moves the selection and draws the frame that shows it, at once instead of at the next tick.
     void redraw(int steps) {
         const int before = m_frames;
-        m_view->moveSelection(steps);
+        m_viewModel->moveSelection(steps);
         QEvent request(QEvent::UpdateRequest);
         QCoreApplication::sendEvent(&m_window, &request);
         if (m_frames == before)
@@ -87,12 +77,14 @@ private:
     AppModel m_model;
     NoWorkspace m_workspace;
     Alerts m_alerts;
-    DesktopPasteboard m_pasteboard;
-    HelperSetup m_helperSetup;
+    DesktopClipboard m_clipboard;
+    HelperSetup m_helperSetup{m_model.paths(), m_workspace, m_alerts};
+    UpdaterController m_updater{UpdaterOptions{}, m_alerts, m_workspace};
+    ScreenContext m_context{m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_updater};
     QQmlEngine m_engine;
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_root;
-    TimelineView* m_view = nullptr;
+    TimelineViewModel* m_viewModel = nullptr;
     int m_frames = 0;
 };
 

@@ -10,14 +10,14 @@
 
 namespace tallyglass {
 
-AppSurroundings::AppSurroundings(SystemPaths systemPaths)
+AppEnvironment::AppEnvironment(SystemPaths systemPaths)
     : paths(std::move(systemPaths)), runner(paths.path(TMUtilRunner::executablePath)),
       manifestTool(paths.path(TMUtilRunner::executablePath)), clock(systemTime),
       makeTimer([] { return std::make_unique<ContinuousTimer>(); }) {}
 
-AppModel::AppModel(AppSurroundings surroundings, QObject* parent)
-    : QObject(parent), m_surroundings(std::move(surroundings)),
-      m_manifestReader(m_surroundings.manifestTool, m_surroundings.paths) {}
+AppModel::AppModel(AppEnvironment environment, QObject* parent)
+    : QObject(parent), m_environment(std::move(environment)),
+      m_manifestReader(m_environment.manifestTool, m_environment.paths) {}
 
 AppModel::~AppModel() = default;
 
@@ -186,13 +186,13 @@ void AppModel::command(void (TMUtilRunner::*verb)(std::stop_token) const) {
 
 void AppModel::openFullDiskAccessSettings() {
     const auto address = FullDiskAccessProbe::settingsURL;
-    if (m_surroundings.workspace)
-        m_surroundings.workspace->openUrl(QUrl(QString::fromUtf8(address.data(), std::ssize(address))));
+    if (m_environment.workspace)
+        m_environment.workspace->openUrl(QUrl(QString::fromUtf8(address.data(), std::ssize(address))));
 }
 
 void AppModel::revealAppInFinder() {
-    if (m_surroundings.workspace)
-        m_surroundings.workspace->reveal(QCoreApplication::applicationFilePath().toStdString());
+    if (m_environment.workspace)
+        m_environment.workspace->reveal(QCoreApplication::applicationFilePath().toStdString());
 }
 
 } // namespace tallyglass

@@ -35,9 +35,9 @@ namespace tallyglass {
 class Workspace;
 
 /// What the model asks of the machine it runs on. A test sets each.
-struct AppSurroundings {
+struct AppEnvironment {
     /// This computer.
-    explicit AppSurroundings(SystemPaths systemPaths = SystemPaths::standard());
+    explicit AppEnvironment(SystemPaths systemPaths = SystemPaths::standard());
 
     SystemPaths paths;
     TMUtilRunner runner;       ///< for everything but the manifest
@@ -55,7 +55,7 @@ public:
     static constexpr double runningInterval = 2;
     static constexpr double idleInterval = 20;
 
-    explicit AppModel(AppSurroundings surroundings = AppSurroundings(), QObject* parent = nullptr);
+    explicit AppModel(AppEnvironment environment = AppEnvironment(), QObject* parent = nullptr);
     ~AppModel() override;
 
     // Observable fields. Setting an equal value wakes nobody; any other emits changed().
@@ -99,14 +99,14 @@ public:
     /// The worst of all destinations; healthy when there are none.
     [[nodiscard]] BackupHealth::Level overallHealth() const;
 
-    // The surroundings, for what works beside the model.
+    // The environment, for what works beside the model.
 
-    [[nodiscard]] const AppSurroundings& surroundings() const { return m_surroundings; }
-    [[nodiscard]] Date now() const { return m_surroundings.clock(); }
-    [[nodiscard]] const SystemPaths& paths() const { return m_surroundings.paths; }
-    [[nodiscard]] const TMUtilRunner& runner() const { return m_surroundings.runner; }
+    [[nodiscard]] const AppEnvironment& environment() const { return m_environment; }
+    [[nodiscard]] Date now() const { return m_environment.clock(); }
+    [[nodiscard]] const SystemPaths& paths() const { return m_environment.paths; }
+    [[nodiscard]] const TMUtilRunner& runner() const { return m_environment.runner; }
     [[nodiscard]] const ManifestReader& manifestReader() const { return m_manifestReader; }
-    [[nodiscard]] std::unique_ptr<Timer> makeTimer() const { return m_surroundings.makeTimer(); }
+    [[nodiscard]] std::unique_ptr<Timer> makeTimer() const { return m_environment.makeTimer(); }
 
     /// Which session fills the model in the place of the live system; empty for none.
     [[nodiscard]] const std::string& fixtureName() const { return m_fixtureName; }
@@ -156,7 +156,7 @@ private:
     void tick(bool wasRunning);
     [[nodiscard]] BackupHealth analyze(const TMDestination& destination) const;
 
-    const AppSurroundings m_surroundings;
+    const AppEnvironment m_environment;
     const ManifestReader m_manifestReader;
     RateWindow m_rateWindow;
     std::unique_ptr<Timer> m_pollTimer; ///< absent until the polling starts

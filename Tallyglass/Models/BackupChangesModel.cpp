@@ -16,10 +16,10 @@ struct BackupChangesModel::Result {
     std::vector<ChangeRecord> changes;
 };
 
-BackupChangesModel::BackupChangesModel(AppSurroundings surroundings, std::shared_ptr<DiffSession> session,
+BackupChangesModel::BackupChangesModel(AppEnvironment environment, std::shared_ptr<DiffSession> session,
                                        VolumeProvider volumeProvider, QObject* parent)
-    : QObject(parent), m_surroundings(std::move(surroundings)), m_session(std::move(session)),
-      m_volumeProvider(std::move(volumeProvider)), m_ticker(m_surroundings.makeTimer()) {
+    : QObject(parent), m_environment(std::move(environment)), m_session(std::move(session)),
+      m_volumeProvider(std::move(volumeProvider)), m_ticker(m_environment.makeTimer()) {
     connect(m_ticker.get(), &Timer::timeout, this, &BackupChangesModel::tick);
 }
 
@@ -43,7 +43,7 @@ void BackupChangesModel::load(Date target, std::int64_t depth) {
 void BackupChangesModel::openCache(Date target, std::int64_t depth) {
     m_task = startTask(
         this,
-        [runner = m_surroundings.runner](TaskContext&) {
+        [runner = m_environment.runner](TaskContext&) {
             return std::make_shared<DiffSession>(runner, TallyglassDatabase::defaultURL());
         },
         [this, target, depth](std::shared_ptr<DiffSession> session) {

@@ -47,7 +47,7 @@ public:
     static constexpr std::int64_t prefetchDepth = 2; ///< of a folder's comparison
 
     /// Opens the user's cache with the first load, unless `session` is one that is open.
-    explicit BackupChangesModel(AppSurroundings surroundings, std::shared_ptr<DiffSession> session = nullptr,
+    explicit BackupChangesModel(AppEnvironment environment, std::shared_ptr<DiffSession> session = nullptr,
                                 VolumeProvider volumeProvider = volumeComponent, QObject* parent = nullptr);
     ~BackupChangesModel() override;
 
@@ -116,7 +116,7 @@ private:
     void drainPrefetch();
     void updateRows();
 
-    const AppSurroundings m_surroundings;
+    const AppEnvironment m_environment;
     std::shared_ptr<DiffSession> m_session; ///< null until the cache is open
     const VolumeProvider m_volumeProvider;
     const std::unique_ptr<Timer> m_ticker;

@@ -51,11 +51,11 @@ std::optional<Choices> reconstructedBackups(const SystemPaths& paths, const Mani
 
 } // namespace
 
-DiffModel::DiffModel(AppSurroundings surroundings, QObject* parent)
-    : DiffModel(std::move(surroundings), nullptr, parent) {}
+DiffModel::DiffModel(AppEnvironment environment, QObject* parent)
+    : DiffModel(std::move(environment), nullptr, parent) {}
 
-DiffModel::DiffModel(AppSurroundings surroundings, std::shared_ptr<DiffSession> session, QObject* parent)
-    : QObject(parent), m_surroundings(std::move(surroundings)), m_session(std::move(session)) {}
+DiffModel::DiffModel(AppEnvironment environment, std::shared_ptr<DiffSession> session, QObject* parent)
+    : QObject(parent), m_environment(std::move(environment)), m_session(std::move(session)) {}
 
 DiffModel::~DiffModel() = default;
 
@@ -72,7 +72,7 @@ void DiffModel::prepare() {
         return loadBackups();
     m_prepareTask = startTask(
         this,
-        [runner = m_surroundings.runner](TaskContext&) {
+        [runner = m_environment.runner](TaskContext&) {
             return std::make_shared<DiffSession>(runner, TallyglassDatabase::defaultURL());
         },
         [this](std::shared_ptr<DiffSession> session) {
@@ -86,8 +86,8 @@ void DiffModel::loadBackups() {
     m_isLoadingBackups.setValue(true);
     m_listTask = startTask(
         this,
-        [paths = m_surroundings.paths, session = m_session,
-         reader = ManifestReader(m_surroundings.manifestTool, m_surroundings.paths)](TaskContext& task) {
+        [paths = m_environment.paths, session = m_session,
+         reader = ManifestReader(m_environment.manifestTool, m_environment.paths)](TaskContext& task) {
             if (auto choices = reconstructedBackups(paths, reader, task.stopToken()))
                 return Listing{.backups = std::move(choices), .unavailableReason = {}};
             Choices choices;

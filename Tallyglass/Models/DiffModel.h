@@ -47,9 +47,9 @@ public:
     static constexpr std::int64_t rowLimit = 20'000; ///< the most rows that are loaded
 
     /// Opens the user's cache when it is prepared.
-    explicit DiffModel(AppSurroundings surroundings, QObject* parent = nullptr);
+    explicit DiffModel(AppEnvironment environment, QObject* parent = nullptr);
     /// Over a cache that is open.
-    DiffModel(AppSurroundings surroundings, std::shared_ptr<DiffSession> session, QObject* parent = nullptr);
+    DiffModel(AppEnvironment environment, std::shared_ptr<DiffSession> session, QObject* parent = nullptr);
     ~DiffModel() override;
 
     [[nodiscard]] const std::vector<BackupChoice>& backups() const { return m_backups.value(); }
@@ -117,7 +117,7 @@ private:
     void apply(const DiffEngine::Progress& progress);
     void filterRows();
 
-    const AppSurroundings m_surroundings;
+    const AppEnvironment m_environment;
     std::shared_ptr<DiffSession> m_session; ///< null until the cache is open
     TaskHandle m_prepareTask;
     TaskHandle m_listTask;

@@ -55,7 +55,7 @@ protected:
     }
 
     const test::ScriptedMachine machine;
-    AppModel model{machine.surroundings()};
+    AppModel model{machine.environment()};
     int changes = 0;
     int starts = 0;
 };
@@ -299,7 +299,7 @@ TEST(AppModel, goesAwayWithReadingsUnderway) {
     const test::ScriptedMachine machine;
     machine.setStatus("Running = 1;");
     {
-        AppModel model(machine.surroundings());
+        AppModel model(machine.environment());
         model.startPolling();
         machine.timer->fire();
         model.refresh();
@@ -311,7 +311,7 @@ TEST(AppModel, goesAwayWithReadingsUnderway) {
 TEST(FixtureSession, showsWhatItsNameSays) {
     const test::ScriptedMachine machine;
     const auto filled = [&](std::string_view name) {
-        auto model = std::make_unique<AppModel>(machine.surroundings());
+        auto model = std::make_unique<AppModel>(machine.environment());
         EXPECT_TRUE(FixtureSession::fill(*model, name)) << name;
         EXPECT_TRUE(model->isFixtureSession());
         return model;
@@ -334,7 +334,7 @@ TEST(FixtureSession, showsWhatItsNameSays) {
     EXPECT_EQ(summary("healthy"), "Backups healthy");
     EXPECT_EQ(FixtureSession::names().size(), 26u);
 
-    AppModel model(machine.surroundings());
+    AppModel model(machine.environment());
     EXPECT_FALSE(FixtureSession::fill(model, "unheard-of"));
     EXPECT_FALSE(model.isFixtureSession());
     EXPECT_TRUE(machine.calls().empty());

@@ -46,7 +46,7 @@ protected:
     }
 
     const test::ScriptedMachine machine;
-    BackupChangesModel model{machine.surroundings()};
+    BackupChangesModel model{machine.environment()};
 };
 
 TEST_F(Changes, areThoseFromTheBackupBefore) {
@@ -211,7 +211,7 @@ class ChangesInFolders : public Changes {
 protected:
     ChangesInFolders() {
         machine.setAdded(roots[1], {"a/", "b/", "c/", "d/", "e/"});
-        DiffSession(machine.surroundings().runner, TallyglassDatabase::defaultURL())
+        DiffSession(machine.environment().runner, TallyglassDatabase::defaultURL())
             .engine()
             .compare(roots[0], roots[1], CompareOptions::fast(2), true);
     }
@@ -219,7 +219,7 @@ protected:
     /// A model that has loaded it, and whose own comparisons are held.
     [[nodiscard]] std::unique_ptr<BackupChangesModel> openSheet() const {
         machine.hold("compare");
-        auto sheet = std::make_unique<BackupChangesModel>(machine.surroundings());
+        auto sheet = std::make_unique<BackupChangesModel>(machine.environment());
         sheet->load(machine.dateOfBackup(1, 2), 2);
         waitUntil([&] { return sheet->comparison().has_value(); });
         return sheet;
@@ -336,14 +336,14 @@ protected:
     }
     ~ChangesOfAMachine() override { qunsetenv("XDG_DATA_HOME"); }
 
-    [[nodiscard]] AppSurroundings surroundings() const {
-        AppSurroundings result(SystemPaths(machine.root()));
+    [[nodiscard]] AppEnvironment environment() const {
+        AppEnvironment result(SystemPaths(machine.root()));
         result.runner = TMUtilRunner(machine.tool());
         return result;
     }
 
     const test::HostMachine machine;
-    BackupChangesModel model{surroundings()};
+    BackupChangesModel model{environment()};
 };
 
 TEST_F(ChangesOfAMachine, areFoundByOpeningFolders) {

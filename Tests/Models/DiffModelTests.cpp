@@ -47,7 +47,7 @@ protected:
     }
 
     const test::ScriptedMachine machine;
-    DiffModel model{machine.surroundings()};
+    DiffModel model{machine.environment()};
 };
 
 TEST_F(Diff, offersTheBackupsAndTheTwoNewestAsAPair) {
@@ -183,7 +183,7 @@ TEST_F(Diff, opensTheCacheThoughSomethingIsCancelledOrAnotherModelGoes) {
     machine.setBackups(2);
     const test::UserCache cache;
     cache.lock();
-    auto other = std::make_unique<DiffModel>(machine.surroundings());
+    auto other = std::make_unique<DiffModel>(machine.environment());
     other->prepare();
     model.prepare();
     model.run(true);

@@ -34,7 +34,7 @@ protected:
     const test::ScriptedMachine machine;
     NoWorkspace workspace;
     Alerts alerts;
-    AppModel model{machine.surroundings()};
+    AppModel model{machine.environment()};
     HelperSetup helper{machine.paths(), workspace, alerts, [this] { return *machine.now; }};
     HelperWait wait{model, helper};
     const std::filesystem::path trigger = machine.paths().path(HelperRemoval::triggerPath);

@@ -41,8 +41,8 @@ protected:
 
     [[nodiscard]] std::size_t snapshots() const { return model.selectedDestination()->snapshotDates.size(); }
 
-    [[nodiscard]] AppSurroundings surroundings() const {
-        AppSurroundings result(SystemPaths(machine.root()));
+    [[nodiscard]] AppEnvironment environment() const {
+        AppEnvironment result(SystemPaths(machine.root()));
         result.runner = TMUtilRunner(machine.tool());
         result.manifestTool = result.runner;
         result.makeTimer = test::TestTimer::factory(timer);
@@ -51,7 +51,7 @@ protected:
 
     const test::HostMachine machine;
     const std::shared_ptr<test::TestTimer::State> timer = std::make_shared<test::TestTimer::State>();
-    AppModel model{surroundings()};
+    AppModel model{environment()};
 };
 
 TEST_F(LiveBackup, isWatchedToItsEndOrStoppedHalfWay) {

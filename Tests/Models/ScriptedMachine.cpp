@@ -109,11 +109,11 @@ std::vector<std::string> ScriptedMachine::calls() const {
     return calls;
 }
 
-AppSurroundings ScriptedMachine::surroundings() const {
-    AppSurroundings surroundings(paths());
-    surroundings.clock = [now = now] { return *now; };
-    surroundings.makeTimer = TestTimer::factory(timer);
-    return surroundings;
+AppEnvironment ScriptedMachine::environment() const {
+    AppEnvironment environment(paths());
+    environment.clock = [now = now] { return *now; };
+    environment.makeTimer = TestTimer::factory(timer);
+    return environment;
 }
 
 } // namespace tallyglass::test

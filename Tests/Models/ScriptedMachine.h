@@ -39,7 +39,7 @@ public:
 
     /// The verbs that tmutil was asked for, in their order.
     [[nodiscard]] std::vector<std::string> calls() const;
-    [[nodiscard]] AppSurroundings surroundings() const;
+    [[nodiscard]] AppEnvironment environment() const;
 
     const TemporaryFolder& folder() const { return m_folder; }
     [[nodiscard]] SystemPaths paths() const { return SystemPaths(m_folder.path()); }

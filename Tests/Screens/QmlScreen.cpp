@@ -1,6 +1,5 @@
 #include "Tests/Screens/QmlScreen.h"
 
-#include <QtQml/qqmlextensionplugin.h>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -10,14 +9,24 @@
 #include <QQmlComponent>
 #include <stdexcept>
 
-Q_IMPORT_QML_PLUGIN(TallyglassPlugin)
-
 namespace tallyglass::test {
+
+namespace {
+
+QByteArray imports() {
+    QByteArray lines = "import QtQuick\n";
+    for (const char* room : {"Controls", "Context", "Dashboard", "Timeline", "Compare", "BackupChanges",
+                             "FileHistory", "Exclusions", "AccessGuide", "Shell"})
+        lines += QByteArray("import Tallyglass.") + room + '\n';
+    return lines;
+}
+
+} // namespace
 
 QmlScreen::QmlScreen(const QByteArray& source, const QVariantMap& properties, QSize size) {
     m_engine.addImportPath(QStringLiteral("qrc:/"));
     QQmlComponent component(&m_engine);
-    component.setData("import QtQuick\nimport Tallyglass\n" + source, QUrl(QStringLiteral("qrc:/test.qml")));
+    component.setData(imports() + source, QUrl(QStringLiteral("qrc:/test.qml")));
     if (component.isReady())
         m_root.reset(component.createWithInitialProperties(properties));
     if (!m_root)

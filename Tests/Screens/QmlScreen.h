@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "Tallyglass/Screens/Theme.h"
+#include "Tallyglass/Controls/Theme/Theme.h"
 #include "Tests/Screens/AccessibleTree.h"
 
 #include <QQmlEngine>
@@ -18,7 +18,7 @@ namespace tallyglass::test {
 
 class QmlScreen {
 public:
-    /// `source` is the text of a QML file; `import QtQuick` and `import Tallyglass` are put before it. Its
+    /// `source` is the text of a QML file; imports of Qt Quick and of all our modules are put before it. Its
     /// root is an item, which fills the window, or a window. `properties` are set before the first binding
     /// runs.
     explicit QmlScreen(const QByteArray& source, const QVariantMap& properties = {}, QSize size = {900, 720});

@@ -1,0 +1,32 @@
+// One number of a screen: what is measured, the value and a small line below. A value.
+
+#pragma once
+
+#include "Tallyglass/Controls/Theme/Theme.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QMetaType>
+#include <QString>
+
+namespace tallyglass {
+
+struct StatTileContent {
+    Q_GADGET
+    QML_VALUE_TYPE(statTileContent)
+
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString value MEMBER value)
+    Q_PROPERTY(QString caption MEMBER caption)
+    Q_PROPERTY(tallyglass::Theme::Role role MEMBER role)
+
+public:
+    QString label;
+    QString value;
+    QString caption; ///< empty when there is nothing to add
+    Theme::Role role = Theme::Role::text;
+
+    friend bool operator==(const StatTileContent&, const StatTileContent&) = default;
+};
+
+} // namespace tallyglass

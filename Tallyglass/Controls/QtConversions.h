@@ -1,0 +1,42 @@
+// The way of text and lists from the kit to QML.
+
+#pragma once
+
+#include "TallyglassKit/Health/Fmt.h"
+#include "TallyglassKit/Platform/Text/GroupedNumber.h"
+
+#include <QList>
+#include <QString>
+#include <QVariantList>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace tallyglass {
+
+/// The kit's text as Qt's.
+[[nodiscard]] inline QString toQString(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// A count with its digits in groups.
+[[nodiscard]] inline QString grouped(std::int64_t count) {
+    return toQString(formatGrouped(count));
+}
+
+/// A number of bytes as Fmt::size says it.
+[[nodiscard]] inline QString sizeInWords(std::optional<std::int64_t> bytes) {
+    return toQString(Fmt::size(bytes));
+}
+
+/// Values as a list that QML can walk.
+template <typename Value>
+[[nodiscard]] QVariantList variants(const QList<Value>& values) {
+    QVariantList list;
+    list.reserve(values.size());
+    for (const Value& value : values)
+        list.append(QVariant::fromValue(value));
+    return list;
+}
+
+} // namespace tallyglass

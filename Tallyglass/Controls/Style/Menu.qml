@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tallyglass.Controls
+
+// A menu that opens below the button that it belongs to.
+T.Menu {
+    id: menu
+    // The item that the menu makes around its content is what a screen reader meets.
+    readonly property Binding accessibleName: Binding {
+        target: menu.contentItem?.parent?.Accessible ?? null
+        property: "name"
+        value: menu.title
+    }
+
+    /// Opens it below `anchor`, their right edges in line.
+    function openBelow(anchor: Item) {
+        popup(anchor, anchor.width - width, anchor.height + Theme.unit / 2);
+    }
+
+    margins: Theme.unit
+    padding: Theme.unit / 2
+    overlap: 0
+    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.animationDuration / 2 }
+    }
+    contentItem: ListView {
+        implicitWidth: Theme.unit * 4 + Theme.bodySize * 18
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        interactive: Window.window ? contentHeight > Window.window.height : false
+        currentIndex: menu.currentIndex
+        clip: true
+    }
+    background: Rectangle {
+        color: Theme.cardBackground
+        radius: Theme.controlRadius + 2
+        border.color: Theme.line
+    }
+}

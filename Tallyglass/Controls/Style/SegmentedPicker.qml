@@ -1,0 +1,111 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tallyglass.Controls
+
+// Picks one of a few options that stand side by side, or in lines where it is too narrow for that. One stop for Tab; the arrows, Home and End move.
+Item {
+    id: picker
+    property string label
+    property var options: []
+    property int currentIndex: 0
+    signal picked(int index)
+
+    readonly property bool visualFocus: activeFocus && !byPointer
+    property bool byPointer: false
+
+    function move(index: int) {
+        const target = Math.max(0, Math.min(options.length - 1, index));
+        if (target !== currentIndex)
+            picked(target);
+    }
+
+    implicitWidth: segments.naturalWidth + 4
+    implicitHeight: segments.implicitHeight + 4
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Grouping
+    Accessible.name: label
+    Accessible.description: options[currentIndex] ?? ""
+
+    onActiveFocusChanged: if (!activeFocus) byPointer = false
+    Keys.onLeftPressed: move(currentIndex - 1)
+    Keys.onRightPressed: move(currentIndex + 1)
+    Keys.onPressed: event => {
+        byPointer = false;
+        if (event.key === Qt.Key_Home)
+            move(0);
+        else if (event.key === Qt.Key_End)
+            move(options.length - 1);
+        else
+            return;
+        event.accepted = true;
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.controlRadius
+        color: hover.hovered ? Theme.hoverBackground : Theme.controlBackground
+    }
+    HoverHandler { id: hover }
+    FocusRing {}
+
+    Flow {
+        id: segments
+        readonly property real naturalWidth: {
+            let sum = 0;
+            for (let index = 0; index < children.length; ++index)
+                sum += children[index].implicitWidth;
+            return sum;
+        }
+        x: 2
+        y: 2
+        width: picker.width - 4
+        Repeater {
+            model: picker.options
+            T.RadioButton {
+                id: segment
+                required property int index
+                required property string modelData
+                readonly property bool current: index === picker.currentIndex
+
+                text: modelData
+                checked: current
+                focusPolicy: Qt.NoFocus
+                hoverEnabled: true
+                implicitWidth: widestWords.implicitWidth + Theme.unit * 3
+                implicitHeight: Theme.controlHeight - 4
+                Accessible.name: text
+                Accessible.focused: current && picker.activeFocus
+                Accessible.onPressAction: picker.move(index)
+                onClicked: {
+                    checked = Qt.binding(() => segment.current); // the picker decides
+                    picker.byPointer = true;
+                    picker.forceActiveFocus(Qt.MouseFocusReason);
+                    picker.move(index);
+                }
+
+                contentItem: Label {
+                    text: segment.text
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    wrapMode: Text.NoWrap
+                    color: segment.current ? Theme.text : Theme.secondaryText
+                    font.weight: segment.current ? Font.DemiBold : Font.Normal
+                    Accessible.ignored: true
+                }
+                background: Rectangle {
+                    radius: Theme.controlRadius - 2
+                    color: segment.current ? Theme.cardBackground : "transparent"
+                    border.width: segment.current ? 1 : 0
+                    border.color: Theme.line
+                }
+                Label { // as wide as when it is picked, so that nothing moves
+                    id: widestWords
+                    visible: false
+                    text: segment.text
+                    wrapMode: Text.NoWrap
+                    font.weight: Font.DemiBold
+                }
+            }
+        }
+    }
+}

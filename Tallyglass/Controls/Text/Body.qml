@@ -1,0 +1,3 @@
+import Tallyglass.Controls
+
+Label {}

@@ -1,0 +1,8 @@
+import QtQuick
+import Tallyglass.Controls
+
+Label {
+    font.pixelSize: Theme.titleSize
+    font.weight: Font.DemiBold
+    Accessible.role: Accessible.Heading
+}

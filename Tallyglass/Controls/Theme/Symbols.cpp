@@ -1,0 +1,121 @@
+#include "Tallyglass/Controls/Theme/Symbols.h"
+
+#include <QFontDatabase>
+#include <QHash>
+#include <QLoggingCategory>
+#include <QPair>
+
+namespace tallyglass {
+
+namespace {
+
+struct Glyph {
+    const char* name;
+    char16_t codePoint;
+};
+
+// The font names its glyphs in its own way; that name stands beside each code point.
+constexpr Glyph glyphs[] = {
+    {"arrow.clockwise", 0xE5D5},                                     // refresh
+    {"arrow.clockwise.circle", 0xE2E7},                              // change_circle
+    {"arrow.left.arrow.right", 0xE915},                              // compare_arrows
+    {"arrow.left.arrow.right.square", 0xE3B9},                       // compare
+    {"arrow.right", 0xE5C8},                                         // arrow_forward
+    {"arrow.up.forward.app", 0xE895},                                // launch
+    {"arrowtriangle.right.fill", 0xE037},                            // play_arrow
+    {"checkmark", 0xE5CA},                                           // check
+    {"checkmark.circle", 0xE92D},                                    // check_circle_outline
+    {"checkmark.circle.fill", 0xE86C},                               // check_circle
+    {"checkmark.shield.fill", 0xE8E8},                               // verified_user
+    {"chevron.down", 0xE5CF},                                        // expand_more
+    {"chevron.right", 0xE5CC},                                       // chevron_right
+    {"circle.dotted", 0xE3A2},                                       // blur_circular
+    {"clock.arrow.circlepath", 0xE889},                              // history
+    {"clock.arrow.trianglehead.counterclockwise.rotate.90", 0xE8BA}, // settings_backup_restore
+    {"clock.badge.exclamationmark", 0xE51D},                         // running_with_errors
+    {"clock.badge.questionmark", 0xE88B},                            // hourglass_empty
+    {"exclamationmark", 0xE645},                                     // priority_high
+    {"exclamationmark.octagon", 0xF052},                             // report_gmailerrorred
+    {"exclamationmark.octagon.fill", 0xE160},                        // report
+    {"exclamationmark.triangle", 0xF083},                            // warning_amber
+    {"exclamationmark.triangle.fill", 0xE002},                       // warning
+    {"externaldrive.badge.questionmark", 0xF1C0},                    // help_center
+    {"externaldrive.connected.to.line.below.fill", 0xE875},          // dns
+    {"externaldrive.fill", 0xE1DB},                                  // storage
+    {"filemenu.and.pointer.arrow", 0xE2C8},                          // folder_open
+    {"finder", 0xE880},                                              // find_in_page
+    {"folder", 0xE2C7},                                              // folder
+    {"gauge.with.dots.needle.33percent", 0xE9E4},                    // speed
+    {"hand.draw", 0xE764},                                           // back_hand
+    {"heart.fill", 0xE87D},                                          // favorite
+    {"info.circle", 0xE88F},                                         // info_outline
+    {"line.3.horizontal", 0xE5D2},                                   // menu
+    {"list.bullet.indent", 0xE241},                                  // format_list_bulleted
+    {"lock.badge.clock", 0xEF57},                                    // lock_clock
+    {"lock.fill", 0xE897},                                           // lock
+    {"lock.open.trianglebadge.exclamationmark", 0xE898},             // lock_open
+    {"lock.shield", 0xE32A},                                         // security
+    {"magnifyingglass", 0xE8B6},                                     // search
+    {"minus", 0xE15B},                                               // remove
+    {"minus.circle", 0xE15D},                                        // remove_circle_outline
+    {"minus.circle.fill", 0xE15C},                                   // remove_circle
+    {"nosign", 0xE14B},                                              // block
+    {"pause.circle.fill", 0xE035},                                   // pause_circle_filled
+    {"pencil.circle.fill", 0xE3C9},                                  // edit
+    {"play.fill", 0xE037},                                           // play_arrow
+    {"plus", 0xE145},                                                // add
+    {"plus.circle.fill", 0xE147},                                    // add_circle
+    {"questionmark.circle", 0xE8FD},                                 // help_outline
+    {"questionmark.folder", 0xEB83},                                 // folder_off
+    {"sparkles", 0xE65F},                                            // auto_awesome
+    {"square.and.arrow.down", 0xE171},                               // save_alt
+    {"square.and.arrow.up", 0xE6B8},                                 // ios_share
+    {"square.grid.3x3.fill", 0xE5C3},                                // apps
+    {"square.stack.3d.up", 0xE53B},                                  // layers
+    {"star.fill", 0xE838},                                           // star
+    {"stop.circle", 0xEF71},                                         // stop_circle
+    {"switch.2", 0xE9F6},                                            // toggle_on
+    {"terminal.fill", 0xEB8E},                                       // terminal
+    {"timer", 0xE425},                                               // timer
+    {"xmark", 0xE5CD},                                               // close
+    {"xmark.circle.fill", 0xE5C9},                                   // cancel
+};
+
+} // namespace
+
+QString Symbols::glyph(const QString& name) {
+    static const QHash<QString, char16_t> codePoints = [] {
+        QHash<QString, char16_t> table;
+        for (const Glyph& glyph : glyphs)
+            table.insert(QString::fromLatin1(glyph.name), glyph.codePoint);
+        return table;
+    }();
+    if (name.isEmpty())
+        return {};
+    const auto found = codePoints.constFind(name);
+    if (found == codePoints.constEnd()) {
+        qWarning("There is no symbol \"%s\".", qUtf8Printable(name));
+        return {};
+    }
+    return QString(QChar(*found));
+}
+
+QStringList Symbols::names() {
+    QStringList all;
+    for (const Glyph& glyph : glyphs)
+        all.append(QString::fromLatin1(glyph.name));
+    return all;
+}
+
+QString Symbols::fontFile() {
+    return QStringLiteral(":/Tallyglass/Controls/Symbols.ttf");
+}
+
+QString Symbols::fontFamily() {
+    static const QString family = [] {
+        return QFontDatabase::applicationFontFamilies(QFontDatabase::addApplicationFont(fontFile())).value(0);
+    }();
+    return family;
+}
+
+} // namespace tallyglass

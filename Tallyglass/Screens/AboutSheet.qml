@@ -1,8 +1,0 @@
-import QtQuick
-import Tallyglass
-
-AlertSheet {
-    title: qsTr("Tallyglass %1").arg(Qt.application.version)
-    text: qsTr("Makes this computer's Time Machine backups visible.")
-    systemImage: "clock.arrow.trianglehead.counterclockwise.rotate.90"
-}

@@ -1,3 +1,0 @@
-import Tallyglass
-
-TextLabel {}

@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass.Compare
+import Tallyglass.Controls
+
+// A comparison in four numbers, and what to keep in mind about them.
+Card {
+    id: card
+    required property compareSummaryContent content
+
+    Accessible.name: qsTr("Summary")
+
+    GridLayout {
+        width: parent.width
+        columns: card.width < Theme.unit * 64 * Theme.textScale ? 2 : 4
+        columnSpacing: Theme.unit * 2
+        rowSpacing: Theme.unit * 1.5
+        Repeater {
+            model: card.content.tiles
+            StatTile {
+                required property statTileContent modelData
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1 // all equally wide
+                Layout.alignment: Qt.AlignTop
+                label: modelData.label
+                value: modelData.value
+                caption: modelData.caption
+                tint: Theme.textColors[modelData.role]
+            }
+        }
+    }
+    RowLayout {
+        width: parent.width
+        visible: card.content.partialNote !== ""
+        spacing: Theme.unit
+        Symbol {
+            Layout.alignment: Qt.AlignTop
+            name: "exclamationmark.triangle.fill"
+            color: Theme.warning
+        }
+        Label {
+            Layout.fillWidth: true
+            text: card.content.partialNote
+        }
+    }
+    Caption {
+        width: parent.width
+        visible: text !== ""
+        text: card.content.depthNote
+    }
+}

@@ -1,0 +1,153 @@
+#include "Tallyglass/Screens/Compare/CompareViewModel.h"
+
+#include "Tallyglass/Controls/QtConversions.h"
+#include "Tallyglass/Models/FixtureSession.h"
+#include "TallyglassKit/Comparison/ChangeFilter.h"
+
+#include <algorithm>
+
+namespace tallyglass {
+
+namespace {
+
+constexpr int largestDepth = 12;
+constexpr double tickInterval = 1; // seconds
+
+/// The first of the rows that the filters keep, copied.
+std::vector<ChangeRecord> firstRows(const DiffModel& diff) {
+    const auto& visible = diff.visibleRows();
+    const std::size_t count = std::min(visible.size(), CompareResultsContent::rowLimit);
+    std::vector<ChangeRecord> rows;
+    rows.reserve(count);
+    for (std::size_t row = 0; row < count; ++row)
+        rows.push_back(diff.changes()[visible[row]]);
+    return rows;
+}
+
+} // namespace
+
+void CompareViewModel::makeModel() {
+    m_diff = std::make_unique<DiffModel>(model()->environment());
+    connect(m_diff.get(), &DiffModel::changed, this, &CompareViewModel::scheduleUpdate);
+    m_tick = model()->makeTimer();
+    connect(m_tick.get(), &Timer::timeout, this, &CompareViewModel::updateElapsed);
+    if (model()->fixtureName().empty())
+        m_diff->prepare();
+    else
+        FixtureSession::fill(*m_diff, model()->fixtureName(), model()->now());
+}
+
+void CompareViewModel::appear() {
+    if (m_diff && model()->fixtureName().empty())
+        m_diff->prepare();
+}
+
+void CompareViewModel::update() {
+    const bool wasLocked = m_isLocked;
+    m_isLocked = model()->fdaStatus() != FDAStatus::granted;
+    if (!m_diff)
+        makeModel();
+    else if (wasLocked && !m_isLocked)
+        appear(); // the backups may be readable now
+    m_error = toQString(m_diff->error().value_or(""));
+    updatePicker();
+    updateResults();
+}
+
+void CompareViewModel::updatePicker() {
+    m_backups.setChoices(m_diff->backups());
+    ComparePickerContent content = comparePickerContent(*m_diff);
+    content.fromIndex = m_backups.indexOf(m_diff->fromPath());
+    content.toIndex = m_backups.indexOf(m_diff->toPath());
+    if (content.isRunning != m_runBegan.has_value()) {
+        m_runBegan = content.isRunning ? std::optional(model()->now()) : std::nullopt;
+        updateElapsed();
+    }
+    m_picker = content;
+}
+
+void CompareViewModel::updateElapsed() {
+    if (!m_runBegan)
+        return m_tick->stop();
+    m_elapsed = elapsedText(secondsSince1970(model()->now()) - secondsSince1970(*m_runBegan));
+    m_tick->start(tickInterval);
+}
+
+void CompareViewModel::updateResults() {
+    const auto& comparison = m_diff->comparison();
+    if (comparison != m_counted) {
+        m_counted = comparison;
+        m_metadataOnly = metadataOnlyCount(m_diff->changes());
+    }
+    m_hasSummary = comparison.has_value();
+    if (comparison) {
+        m_summary = compareSummaryContent(*comparison);
+        m_olderRoot = toQString(comparison->fromPath);
+        m_newerRoot = toQString(comparison->toPath);
+    }
+    m_hasResults = !m_diff->changes().empty();
+    m_results = compareResultsContent(*m_diff, m_metadataOnly);
+    m_rows.setRows(firstRows(*m_diff));
+}
+
+void CompareViewModel::pickFrom(int backup) {
+    if (const auto path = m_backups.pathAt(backup))
+        m_diff->setFromPath(path);
+}
+
+void CompareViewModel::pickTo(int backup) {
+    if (const auto path = m_backups.pathAt(backup))
+        m_diff->setToPath(path);
+}
+
+void CompareViewModel::setCompareExtendedAttributes(bool compares) {
+    if (m_diff)
+        m_diff->setCompareExtendedAttributes(compares);
+}
+
+void CompareViewModel::setDepth(int depth) {
+    if (m_diff)
+        m_diff->setDepth(std::clamp(depth, 1, largestDepth));
+}
+
+void CompareViewModel::setUnlimitedDepth(bool isUnlimited) {
+    if (m_diff)
+        m_diff->setUnlimitedDepth(isUnlimited);
+}
+
+void CompareViewModel::compare() {
+    if (m_diff && m_diff->canRun())
+        m_diff->run(true);
+}
+
+void CompareViewModel::rerun() {
+    if (m_diff)
+        m_diff->run(false);
+}
+
+void CompareViewModel::cancel() {
+    if (m_diff)
+        m_diff->cancel();
+}
+
+void CompareViewModel::setSearchText(const QString& text) {
+    if (m_diff)
+        m_diff->setSearchText(text.toStdString());
+}
+
+void CompareViewModel::setContentOnly(bool contentOnly) {
+    if (m_diff)
+        m_diff->setShowContentChangesOnly(contentOnly);
+}
+
+void CompareViewModel::toggleKind(int position) {
+    if (!m_diff || position < 0 || position >= static_cast<int>(allChangeKinds.size()))
+        return;
+    const ChangeKind kind = allChangeKinds[static_cast<std::size_t>(position)];
+    auto kinds = m_diff->kindFilter();
+    if (kinds.erase(kind) == 0)
+        kinds.insert(kind);
+    m_diff->setKindFilter(kinds);
+}
+
+} // namespace tallyglass

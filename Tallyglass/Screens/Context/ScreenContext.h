@@ -1,0 +1,73 @@
+// What every screen and sheet is given: the application's model, the services of the desktop, and the way to
+// ask for a sheet that stands over the whole window.
+//
+// Main thread only. What it refers to has to outlive it.
+
+#pragma once
+
+#include "Tallyglass/Desktop/Alerts.h"
+#include "Tallyglass/Desktop/Clipboard.h"
+#include "Tallyglass/Desktop/UpdaterController.h"
+#include "Tallyglass/Desktop/Workspace.h"
+#include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/HelperSetup.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QObject>
+#include <QVariant>
+
+namespace tallyglass {
+
+class ScreenContext : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+
+    Q_PROPERTY(tallyglass::AppModel* model READ model CONSTANT)
+    Q_PROPERTY(tallyglass::HelperSetup* helperSetup READ helperSetup CONSTANT)
+    Q_PROPERTY(tallyglass::Workspace* workspace READ workspace CONSTANT)
+    Q_PROPERTY(tallyglass::Clipboard* clipboard READ clipboard CONSTANT)
+    Q_PROPERTY(tallyglass::Alerts* alerts READ alerts CONSTANT)
+    Q_PROPERTY(tallyglass::UpdaterController* updater READ updater CONSTANT)
+
+public:
+    /// The sheets of the window.
+    enum Sheet {
+        About,
+        AppAccessGuide,    ///< to Full Disk Access, for this program
+        HelperAccessGuide, ///< to Full Disk Access, for the helper
+        BackupChanges,     ///< its subject is a TimelinePoint; the newest backup without one
+    };
+    Q_ENUM(Sheet)
+
+    ScreenContext(AppModel& model, HelperSetup& helperSetup, Workspace& workspace, Clipboard& clipboard,
+                  Alerts& alerts, UpdaterController& updater)
+        : m_model(model), m_helperSetup(helperSetup), m_workspace(workspace), m_clipboard(clipboard),
+          m_alerts(alerts), m_updater(updater) {}
+
+    [[nodiscard]] AppModel* model() const { return &m_model; }
+    [[nodiscard]] HelperSetup* helperSetup() const { return &m_helperSetup; }
+    [[nodiscard]] Workspace* workspace() const { return &m_workspace; }
+    [[nodiscard]] Clipboard* clipboard() const { return &m_clipboard; }
+    [[nodiscard]] Alerts* alerts() const { return &m_alerts; }
+    [[nodiscard]] UpdaterController* updater() const { return &m_updater; }
+
+    /// Asks the window to open a sheet.
+    Q_INVOKABLE void openSheet(tallyglass::ScreenContext::Sheet sheet, const QVariant& subject = {}) {
+        emit sheetRequested(sheet, subject);
+    }
+
+signals:
+    void sheetRequested(tallyglass::ScreenContext::Sheet sheet, const QVariant& subject);
+
+private:
+    AppModel& m_model;
+    HelperSetup& m_helperSetup;
+    Workspace& m_workspace;
+    Clipboard& m_clipboard;
+    Alerts& m_alerts;
+    UpdaterController& m_updater;
+};
+
+} // namespace tallyglass

@@ -1,0 +1,66 @@
+import QtQuick
+import QtQuick.Layouts
+import Tallyglass.Controls
+import Tallyglass.Dashboard
+
+// How Time Machine is set up.
+Card {
+    id: card
+    required property configurationCardContent content
+
+    title: qsTr("Configuration")
+    systemImage: "switch.2"
+
+    GridLayout {
+        width: parent.width
+        columnSpacing: Theme.unit * 3
+        rowSpacing: Theme.unit
+        Repeater {
+            model: card.content.rows
+            Label {
+                required property labelledValue modelData
+                required property int index
+                Layout.row: index
+                Layout.column: 0
+                Layout.alignment: Qt.AlignTop
+                text: modelData.label
+                color: Theme.secondaryText
+                Accessible.ignored: true
+            }
+        }
+        Repeater {
+            model: card.content.rows
+            Label {
+                required property labelledValue modelData
+                required property int index
+                Layout.row: index
+                Layout.column: 1
+                Layout.fillWidth: true
+                text: modelData.value
+                Accessible.name: modelData.label
+                Accessible.description: modelData.value
+            }
+        }
+    }
+    Column {
+        id: excluded
+        width: parent.width
+        visible: card.content.skipPaths.length > 0
+        spacing: Theme.unit
+        Divider { width: parent.width }
+        Label {
+            width: parent.width
+            text: qsTr("Excluded from backup")
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
+        }
+        Repeater {
+            model: card.content.skipPaths
+            SelectableText {
+                required property string modelData
+                width: excluded.width
+                text: modelData
+            }
+        }
+    }
+}

@@ -1,0 +1,113 @@
+import QtQuick
+import Tallyglass.Context
+import Tallyglass.Controls
+import Tallyglass.Dashboard
+
+// Which destination, how full, is a backup running, how have the backups gone, how is Time Machine set up. A wide
+// window shows the last block beside the others.
+ScrollPage {
+    id: dashboard
+    required property ScreenContext context
+    required property Component timeline // a card
+
+    readonly property bool wide: width >= Theme.unit * 130 * Theme.textScale
+
+    maximumContentWidth: Theme.unit * (wide ? 170 : 110) * Math.max(1, Theme.textScale)
+
+    DashboardViewModel {
+        id: dashboardViewModel
+        context: dashboard.context
+        differentiateWithoutColor: Theme.differentiateWithoutColor
+    }
+
+    Reveal {
+        id: error
+        width: parent.width
+        shown: dashboardViewModel.error !== ""
+        spacing: dashboard.spacing
+        Loader {
+            width: parent.width
+            active: error.progress > 0
+            sourceComponent: ErrorBanner { text: dashboardViewModel.error }
+        }
+    }
+    Loader {
+        parent: dashboard // in the middle of what can be seen
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
+        active: !dashboardViewModel.hasDestination
+        sourceComponent: dashboardViewModel.isWaiting ? waiting : noDestination
+    }
+    Component {
+        id: waiting
+        EmptyState {
+            busy: true
+            title: qsTr("Reading the Time Machine settings…")
+        }
+    }
+    Component {
+        id: noDestination
+        EmptyState {
+            title: qsTr("No backup destination")
+            systemImage: "externaldrive.badge.questionmark"
+            description: qsTr("Time Machine has not been configured on this Mac.")
+        }
+    }
+    Item {
+        width: parent.width
+        visible: dashboardViewModel.hasDestination
+        implicitHeight: Math.max(main.height, aside.y + aside.height)
+
+        Column {
+            id: main
+            width: dashboard.wide ? aside.x - dashboard.spacing : parent.width
+            spacing: dashboard.spacing
+
+            DestinationHeader {
+                width: parent.width
+                content: dashboardViewModel.header
+                tileContents: dashboardViewModel.tiles
+            }
+            Reveal {
+                id: activity
+                width: parent.width
+                shown: dashboardViewModel.isRunning
+                spacing: dashboard.spacing
+                Loader {
+                    width: parent.width
+                    active: activity.progress > 0
+                    sourceComponent: ActivityCard { content: dashboardViewModel.activity }
+                }
+            }
+            Loader {
+                width: parent.width
+                sourceComponent: dashboard.timeline
+            }
+            HealthCard {
+                width: parent.width
+                content: dashboardViewModel.health
+            }
+            Loader {
+                width: parent.width
+                active: dashboardViewModel.unlock.shown
+                visible: active
+                sourceComponent: UnlockCard {
+                    content: dashboardViewModel.unlock
+                    onGuideRequested: dashboard.context.openSheet(ScreenContext.AppAccessGuide)
+                }
+            }
+        }
+        Column {
+            id: aside
+            x: dashboard.wide ? parent.width - width : 0
+            y: dashboard.wide ? 0 : main.height + spacing
+            width: dashboard.wide ? Theme.unit * 44 * Theme.textScale : parent.width
+            spacing: dashboard.spacing
+
+            ConfigurationCard {
+                width: parent.width
+                content: dashboardViewModel.configuration
+            }
+        }
+    }
+}

@@ -1,0 +1,102 @@
+import QtQuick
+import Tallyglass.Controls
+import Tallyglass.Dashboard
+
+// Which destination this is, how full it is and how many backups it holds.
+Card {
+    id: header
+    required property destinationHeaderContent content
+    required property var tileContents
+
+    readonly property bool stacked: width < Theme.unit * 48 * Theme.textScale
+    readonly property bool tilesBelow: width < Theme.unit * 66 * Theme.textScale
+
+    padding: Theme.unit * 3
+    Accessible.name: content.name
+
+    Item {
+        id: area
+        width: parent.width
+        readonly property real gap: Theme.unit * 2
+        // Ring, words and tiles from top to bottom, or words and tiles beside the ring, or the tiles below both.
+        readonly property real wordsHeight: words.height + (header.tilesBelow ? 0 : gap + tiles.height)
+        readonly property real headHeight: header.stacked ? ring.height + gap + words.height
+                                                          : Math.max(ring.height, wordsHeight)
+
+        implicitHeight: headHeight + (header.tilesBelow ? gap + tiles.height : 0)
+
+        CapacityRing {
+            id: ring
+            x: header.stacked ? (parent.width - width) / 2 : 0
+            y: header.stacked ? 0 : (parent.headHeight - height) / 2
+            content: header.content.ring
+        }
+        Column {
+            id: words
+            x: header.stacked ? 0 : ring.width + Theme.unit * 4
+            y: header.stacked ? ring.height + area.gap : (parent.headHeight - parent.wordsHeight) / 2
+            width: parent.width - x
+            spacing: Theme.unit
+
+            Item {
+                width: parent.width
+                implicitHeight: Math.max(name.height, kind.height)
+                Symbol {
+                    id: kind
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: header.content.symbol
+                    color: Theme.accent
+                    size: Theme.displaySize
+                }
+                GradientText {
+                    id: name
+                    x: kind.width + Theme.unit
+                    width: Math.min(implicitWidth, parent.width - x - (lock.visible ? lock.width + Theme.unit : 0))
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: header.content.name
+                    pixelSize: Theme.displaySize
+                    startColor: Theme.accent
+                    endColor: Theme.accentSoft
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: header.content.name
+
+                    HoverHandler { id: hover }
+                    Tip {
+                        shown: hover.hovered && name.truncated
+                        text: name.text
+                    }
+                }
+                Loader {
+                    id: lock
+                    x: name.x + name.width + Theme.unit
+                    anchors.verticalCenter: parent.verticalCenter
+                    active: header.content.isEncrypted
+                    visible: active
+                    sourceComponent: Symbol {
+                        name: "lock.fill"
+                        color: Theme.secondaryText
+                        Accessible.ignored: false
+                        Accessible.role: Accessible.Graphic
+                        Accessible.name: qsTr("Encrypted destination")
+                    }
+                }
+            }
+            Loader {
+                width: parent.width
+                active: header.content.url !== ""
+                visible: active
+                sourceComponent: SelectableText {
+                    text: header.content.url
+                    color: Theme.secondaryText
+                }
+            }
+        }
+        DestinationTiles {
+            id: tiles
+            x: header.tilesBelow ? 0 : words.x
+            y: (header.tilesBelow ? area.headHeight : words.y + words.height) + area.gap
+            width: parent.width - x
+            contents: header.tileContents
+        }
+    }
+}

@@ -1,0 +1,160 @@
+import QtQuick
+import Tallyglass.AccessGuide
+import Tallyglass.BackupChanges
+import Tallyglass.Compare
+import Tallyglass.Context
+import Tallyglass.Controls
+import Tallyglass.Dashboard
+import Tallyglass.Exclusions
+import Tallyglass.FileHistory
+import Tallyglass.Shell
+import Tallyglass.Timeline
+
+// The window's content: the sidebar, and beside it the screen of the section that is picked there. A screen is made
+// when its section is first shown, and stays.
+FocusScope {
+    id: root
+    required property ScreenContext context
+    property real sidebarWidth: 190
+    property int sectionIndex: 0
+
+    /// The screen that is shown.
+    readonly property Item screen: screens.itemAt(sectionIndex)?.item ?? null
+
+    /// In the order of the sidebar.
+    readonly property list<Section> sections: [
+        Section {
+            name: "overview"
+            title: qsTr("Overview")
+            systemImage: "gauge.with.dots.needle.33percent"
+            screen: DashboardView {
+                context: root.context
+                timeline: TimelineView { context: root.context }
+            }
+        },
+        Section {
+            name: "compare"
+            title: qsTr("Compare")
+            systemImage: "arrow.left.arrow.right"
+            screen: CompareView { context: root.context }
+        },
+        Section {
+            name: "history"
+            title: qsTr("File History")
+            systemImage: "clock.arrow.circlepath"
+            screen: FileHistoryView { context: root.context }
+        },
+        Section {
+            name: "exclusions"
+            title: qsTr("Exclusions")
+            systemImage: "nosign"
+            screen: ExclusionsView { context: root.context }
+        }
+    ]
+
+    /// Opens a sheet over the whole window, which goes when it is closed.
+    function present(sheet: int, subject: var): var {
+        const component = sheet === ScreenContext.About ? aboutSheet
+                        : sheet === ScreenContext.BackupChanges ? changesSheet : accessGuide;
+        const inputs = sheet === ScreenContext.HelperAccessGuide ? { forHelper: true }
+                     : subject !== undefined ? { target: subject } : {};
+        const shown = component.createObject(root, inputs);
+        shown.closed.connect(() => shown.destroy());
+        shown.open();
+        return shown;
+    }
+
+    Component { id: aboutSheet; AboutSheet {} }
+    Component { id: accessGuide; FullDiskAccessGuide { context: root.context } }
+    Component { id: changesSheet; BackupChangesView { context: root.context } }
+    Connections {
+        target: root.context
+        function onSheetRequested(sheet, subject) { root.present(sheet, subject); }
+    }
+
+    ShellViewModel {
+        id: shellViewModel
+        context: root.context
+    }
+
+    Rectangle {
+        id: side
+        // Larger text takes more, but leaves the screens most of a small window.
+        width: Math.min(root.sidebarWidth * Math.max(1, Theme.textScale), root.width * 0.36)
+        height: parent.height
+        color: Theme.sidebarBackground
+
+        Sidebar {
+            id: sidebar
+            anchors.fill: parent
+            viewModel: shellViewModel
+            sections: root.sections
+            sectionIndex: root.sectionIndex
+            onPicked: index => root.sectionIndex = index
+        }
+    }
+    Rectangle {
+        anchors.left: side.right
+        width: 1
+        height: parent.height
+        z: 1
+        color: Theme.line
+
+        SplitHandle {
+            anchors.fill: parent
+            value: root.sidebarWidth
+            onMoved: value => root.sidebarWidth = value
+        }
+    }
+    Item {
+        x: side.width + 1
+        width: parent.width - x
+        height: parent.height
+
+        TopBar {
+            id: topBar
+            width: parent.width
+            z: 1
+            title: "Tallyglass"
+            subtitle: shellViewModel.content.subtitle
+
+            TopBarActions { context: root.context }
+        }
+        Item {
+            y: topBar.height
+            width: parent.width
+            height: parent.height - y
+
+            Repeater {
+                id: screens
+                model: root.sections
+                Loader {
+                    required property int index
+                    required property Section modelData
+                    readonly property bool current: index === root.sectionIndex
+
+                    anchors.fill: parent
+                    active: false
+                    visible: current
+                    sourceComponent: modelData.screen
+                    onCurrentChanged: enter()
+                    Component.onCompleted: enter()
+
+                    function enter() {
+                        if (!current)
+                            return;
+                        active = true;
+                        if (!sidebar.hasKeyboard)
+                            forceActiveFocus(Qt.OtherFocusReason);
+                    }
+                }
+            }
+        }
+    }
+    ShellShortcuts {
+        context: root.context
+        sectionCount: root.sections.length
+        onSectionRequested: index => root.sectionIndex = index
+    }
+    AlertHost { alerts: root.context.alerts }
+}

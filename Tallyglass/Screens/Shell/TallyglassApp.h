@@ -1,0 +1,78 @@
+// The application object: owns the one model and what the screens are given beside it, and the window that
+// shows them.
+//
+// Main thread only. Needs the QGuiApplication, which it uses to the end.
+
+#pragma once
+
+#include "Tallyglass/Desktop/Alerts.h"
+#include "Tallyglass/Desktop/Clipboard.h"
+#include "Tallyglass/Desktop/DesktopSettings.h"
+#include "Tallyglass/Desktop/UpdaterController.h"
+#include "Tallyglass/Desktop/Workspace.h"
+#include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/HelperSetup.h"
+#include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "Tallyglass/Screens/Shell/ApplicationOptions.h"
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tallyglass {
+
+class AppDelegate;
+class Theme;
+class TrayPresence;
+
+class TallyglassApp : public QObject {
+    Q_OBJECT
+
+public:
+    /// The names of the made-up sessions.
+    [[nodiscard]] static std::vector<std::string> sessions();
+
+    /// Makes the model, starts its first refresh and loads the window meanwhile. Throws `Error`.
+    explicit TallyglassApp(const ApplicationOptions& options);
+    ~TallyglassApp() override;
+
+    void showWindow();
+    /// Brings the window to the front, closed or not.
+    void reopen();
+
+    /// Draws every screen and sheet into `folder`, when the data is there. Throws `Error`.
+    void savePictures(const std::filesystem::path& folder,
+                      const std::function<void(const QString&)>& written);
+
+private:
+    void startModel();
+    void loadWindow();
+    void followDesktop();
+    [[nodiscard]] bool hasData() const;
+    void finishStart();
+    void reportStart();
+    [[nodiscard]] Theme& theme() { return *m_theme; }
+
+    const ApplicationOptions m_options;
+    DesktopWorkspace m_workspace;
+    DesktopClipboard m_clipboard;
+    Alerts m_alerts;
+    AppModel m_model;
+    HelperSetup m_helperSetup;
+    UpdaterController m_updater;
+    ScreenContext m_context;
+    DesktopSettings m_desktop;
+    std::unique_ptr<QQmlEngine> m_engine; // after what its objects use
+    Theme* m_theme = nullptr;
+    std::unique_ptr<QQuickWindow> m_window;
+    QMetaObject::Connection m_startReport;
+    std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<TrayPresence> m_tray; ///< absent until the start is finished
+};
+
+} // namespace tallyglass

@@ -1,8 +1,0 @@
-import QtQuick
-import Tallyglass
-
-TextLabel {
-    font.pixelSize: Theme.titleSize
-    font.weight: Font.DemiBold
-    Accessible.role: Accessible.Heading
-}

@@ -1,0 +1,46 @@
+// The real compare screen over a scripted machine, off screen.
+//
+// Main thread only. Needs Tests/Support/QtMain.
+
+#pragma once
+
+#include "Tallyglass/Screens/Compare/CompareViewModel.h"
+#include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Screens/QmlScreen.h"
+#include "Tests/Screens/ScreenStage.h"
+
+namespace tallyglass::test {
+
+/// The machine has to be there first.
+struct ComparedMachine {
+    ScriptedMachine machine;
+};
+
+/// What is around the screen.
+struct CompareStage : ComparedMachine, ScreenStage {
+    CompareStage();
+};
+
+class CompareScreen : public QmlScreen {
+public:
+    explicit CompareScreen(CompareStage& stage, QSize size = {900, 720});
+
+    [[nodiscard]] CompareViewModel& viewModel() const { return *m_viewModel; }
+    [[nodiscard]] DiffModel& diff() const { return *m_viewModel->diff(); }
+    /// The list of changes.
+    [[nodiscard]] QQuickItem& list() const;
+    [[nodiscard]] QQuickItem& page() const;
+    /// Where a row's top edge is in the window.
+    [[nodiscard]] double placeOf(int row) const;
+
+    /// Shows a made-up result with files of these names.
+    void showResult(const std::vector<std::string>& names, std::int64_t depth = 3);
+    void show(const DiffModel::Shown& shown);
+    /// Waits until the screen has caught up with its model and is laid out.
+    void settle();
+
+private:
+    CompareViewModel* m_viewModel;
+};
+
+} // namespace tallyglass::test
