@@ -1,7 +1,7 @@
 #include "Tallyglass/Screens/ActivityCardContent.h"
 
-#include "Tallyglass/Models/BackupRate.h"
 #include "Tallyglass/Screens/Words.h"
+#include "TallyglassKit/Access/BackupRate.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"

@@ -5,8 +5,8 @@
 
 #pragma once
 
-#include "Tallyglass/Models/ChangeTree.h"
 #include "Tallyglass/Screens/ChangeRowContent.h"
+#include "TallyglassKit/Comparison/ChangeTree.h"
 
 #include <QtQml/qqmlregistration.h>
 

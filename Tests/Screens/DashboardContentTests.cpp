@@ -1,8 +1,8 @@
-#include "Tallyglass/Models/BackupRate.h"
 #include "Tallyglass/Screens/ActivityCardContent.h"
 #include "Tallyglass/Screens/ConfigurationCardContent.h"
 #include "Tallyglass/Screens/DestinationHeaderContent.h"
 #include "Tallyglass/Screens/UnlockCardContent.h"
+#include "TallyglassKit/Access/BackupRate.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/TMSettings.h"
 
