@@ -37,10 +37,10 @@ inline void walk(PropertyListValue root) {
             for (const PropertyListValue element : *elements)
                 add(element);
         if (const auto dictionary = value.dictionary()) {
-            for (const auto& [key, inner] : *dictionary) {
-                const auto found = dictionary->find(key);
-                require(found && found->kind() == inner.kind());
-                add(inner);
+            for (const PropertyListPair& pair : *dictionary) {
+                const auto found = value.find(pair.key());
+                require(found && found->kind() == pair.value().kind());
+                add(pair.value());
             }
         }
     }

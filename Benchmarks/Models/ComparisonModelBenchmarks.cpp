@@ -1,9 +1,8 @@
-// The models of comparisons: how soon the rows of a large one are there, what growing a tree costs, and how
-// much memory loaded rows take.
+// The models of comparisons: how soon the rows of a large one are there, and how much memory loaded rows
+// take.
 
 #include "Benchmarks/Comparison/SampleChanges.h"
 #include "Benchmarks/Support/Row.h"
-#include "Tallyglass/Models/ChangeTree.h"
 #include "Tallyglass/Models/DiffModel.h"
 #include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
@@ -125,77 +124,6 @@ const bool addsRowMemory = add({
     .prepare = makeMillion,
     .measure = measureRowMemory,
     .measureReference = measureRowMemoryReference,
-});
-
-// ---- merge-tree
-
-constexpr std::int64_t treeRows = 200'000;
-constexpr std::int64_t mergedRows = 20'000;
-
-/// The rows of a tree, with their folders, and those that come to it: every eleventh folder.
-struct Rows {
-    std::vector<ChangeRecord> tree;
-    std::vector<ChangeRecord> merged;
-
-    Rows() {
-        std::string parent;
-        std::int64_t folders = 0;
-        for (ChangeRecord& change : sampleChanges(treeRows + mergedRows, "c")) {
-            if (parent != change.parentPath()) {
-                parent = change.parentPath();
-                tree.emplace_back(std::nullopt, "c", parent, ChangeKind::modified, true, std::nullopt,
-                                  std::nullopt, std::vector<std::string>{"mtime"});
-                ++folders;
-            }
-            (folders % 11 == 5 ? merged : tree).push_back(std::move(change));
-        }
-    }
-};
-Rows* rows = nullptr;
-
-double measureMerging() {
-    ChangeTree tree;
-    tree.seed(rows->tree);
-    for (const DisplayRow& row : tree.visibleRows(false, ""))
-        tree.toggleExpand(*row.change);
-    std::vector<DisplayRow> visible;
-    std::vector<ChangeRecord> fresh = rows->merged;
-    const double time = seconds([&] {
-        tree.merge(std::move(fresh));
-        visible = tree.visibleRows(true, "");
-    });
-    if (visible.size() < static_cast<std::size_t>(mergedRows))
-        throw std::runtime_error("rows are missing");
-    return time;
-}
-
-double measureMergingReference() {
-    return seconds([] {
-        std::vector<std::string> paths;
-        for (const auto* list : {&rows->tree, &rows->merged})
-            for (const ChangeRecord& change : *list)
-                paths.push_back(change.path);
-        std::ranges::sort(paths);
-        keep(paths);
-    });
-}
-
-const bool addsMerging = add({
-    .name = "merge-tree",
-    .work = "20,000 rows into a tree of 200,000 whose folders are all open, and the rows to show",
-    .reference = "copying and sorting all their paths",
-    .unit = "s",
-    .ratio = Ratio::cost,
-    .must = 4,
-    .aim = 2,
-    .runs = 7,
-    .prepare = []() -> std::shared_ptr<void> {
-        auto result = std::make_shared<Rows>();
-        rows = result.get();
-        return result;
-    },
-    .measure = measureMerging,
-    .measureReference = measureMergingReference,
 });
 
 } // namespace

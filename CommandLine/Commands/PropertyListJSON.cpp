@@ -10,6 +10,7 @@
 #include <ostream>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -23,19 +24,21 @@ using Kind = PropertyListValue::Kind;
 /// What is left of a container on a walk through it.
 struct Walk {
     explicit Walk(PropertyListValue value) : container(value) {
-        if (const auto pairs = value.dictionary()) {
-            nextPair = pairs->begin();
-            endPair = pairs->end();
-        } else {
+        if (isDictionary())
+            pairs = *value.dictionary();
+        else
             elements = value.kind() == Kind::set ? *value.set() : *value.array();
-        }
     }
 
     [[nodiscard]] bool isDictionary() const { return container.kind() == Kind::dictionary; }
-    [[nodiscard]] bool atEnd() const { return isDictionary() ? nextPair == endPair : elements.empty(); }
-    PropertyListDictionary::Pair next() {
-        if (isDictionary())
-            return *nextPair++;
+    [[nodiscard]] bool atEnd() const { return isDictionary() ? pairs.empty() : elements.empty(); }
+    /// The next value, with its key in a dictionary.
+    std::pair<std::string_view, PropertyListValue> next() {
+        if (isDictionary()) {
+            const auto& pair = pairs.front();
+            pairs = pairs.subspan(1);
+            return {pair.key(), pair.value()};
+        }
         const auto element = elements.front();
         elements = elements.subspan(1);
         return {{}, element};
@@ -43,8 +46,7 @@ struct Walk {
 
     PropertyListValue container;
     std::span<const PropertyListValue> elements;
-    PropertyListDictionary::Iterator nextPair;
-    PropertyListDictionary::Iterator endPair;
+    std::span<const PropertyListPair> pairs;
     std::uint64_t size = 1; // counted so far
     bool hasBegun = false;  // a value of it is printed
 };

@@ -8,14 +8,14 @@
 
 #pragma once
 
-#include "Tallyglass/Models/BackupRate.h"
-#include "Tallyglass/Models/RateWindow.h"
 #include "Tallyglass/Models/Task.h"
 #include "Tallyglass/Models/Timer.h"
 #include "TallyglassKit/Access/BackupManifest.h"
+#include "TallyglassKit/Access/BackupRate.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 #include "TallyglassKit/Access/ManifestReader.h"
+#include "TallyglassKit/Access/RateWindow.h"
 #include "TallyglassKit/Access/TMSettings.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"
 #include "TallyglassKit/Health/BackupHealth.h"

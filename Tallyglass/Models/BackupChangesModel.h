@@ -7,9 +7,9 @@
 #pragma once
 
 #include "Tallyglass/Models/AppModel.h"
-#include "Tallyglass/Models/ChangeTree.h"
 #include "Tallyglass/Models/DiffSession.h"
 #include "Tallyglass/Models/Task.h"
+#include "TallyglassKit/Comparison/ChangeTree.h"
 
 #include <QObject>
 #include <QProperty>

@@ -5,8 +5,8 @@
 
 #pragma once
 
-#include "Tallyglass/Models/HelperRemoval.h"
 #include "Tallyglass/Models/Task.h"
+#include "TallyglassKit/Access/HelperRemoval.h"
 #include "TallyglassKit/Platform/Clock.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 

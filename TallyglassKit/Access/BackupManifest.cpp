@@ -46,7 +46,7 @@ BackupManifestEntry entry(Date completion, const PropertyListValue& backup) {
         .xid = number(backup.find("xid")),
         // Whatever was propagated from an earlier backup shows that there is one.
         .isInitialBackup =
-            propagated && propagated->dictionary() && number(find(propagated, "count")).value_or(0) == 0,
+            propagated && propagated->isDictionary() && number(find(propagated, "count")).value_or(0) == 0,
     };
 }
 
@@ -75,7 +75,7 @@ std::vector<BackupManifestEntry> BackupManifest::parse(std::string_view data) {
     for (std::size_t i = 0; i + 1 < elements->size(); i += 2) {
         const auto completion = finiteDate((*elements)[i]);
         const PropertyListValue& backup = (*elements)[i + 1];
-        if (completion && backup.dictionary())
+        if (completion && backup.isDictionary())
             entries.push_back(entry(*completion, backup));
     }
     std::ranges::stable_sort(entries, {}, &BackupManifestEntry::completionDate);

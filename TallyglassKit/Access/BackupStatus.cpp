@@ -33,14 +33,13 @@ std::optional<BackupStatus> BackupStatus::parse(std::string_view text) {
         return std::nullopt;
     try {
         const PropertyList list = PropertyList::parse(text.substr(start));
-        const auto dictionary = list.root().dictionary();
-        return dictionary ? std::optional(parse(*dictionary)) : std::nullopt;
+        return list.root().isDictionary() ? std::optional(parse(list.root())) : std::nullopt;
     } catch (const PropertyListError&) {
         return std::nullopt;
     }
 }
 
-BackupStatus BackupStatus::parse(const PropertyListDictionary& dictionary) {
+BackupStatus BackupStatus::parse(const PropertyListValue& dictionary) {
     const auto progress = dictionary.find("Progress");
     const auto inProgress = [&](std::string_view key) {
         return progress ? number(progress->find(key)) : std::nullopt;

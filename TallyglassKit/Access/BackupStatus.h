@@ -12,7 +12,7 @@
 
 namespace tallyglass {
 
-class PropertyListDictionary;
+class PropertyListValue;
 
 struct BackupStatus {
     bool isRunning = false;
@@ -32,7 +32,7 @@ struct BackupStatus {
     /// Reads the whole output of "tmutil status": the dictionary from the first "{" on. Absent if there is
     /// none or it is malformed.
     [[nodiscard]] static std::optional<BackupStatus> parse(std::string_view text);
-    [[nodiscard]] static BackupStatus parse(const PropertyListDictionary& dictionary);
+    [[nodiscard]] static BackupStatus parse(const PropertyListValue& dictionary);
 
     friend bool operator==(const BackupStatus&, const BackupStatus&) = default;
 };

@@ -1,10 +1,14 @@
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 
 #include "TallyglassKit/Platform/PreferenceDomain.h"
+#include "TallyglassKit/Platform/PropertyLists/PropertyListValue.h"
 #include "TallyglassKit/Platform/Text/NumberConversion.h"
 #include "TallyglassKit/Platform/Text/Text.h"
 
 #include <cmath>
+#include <span>
+#include <utility>
+#include <vector>
 
 namespace tallyglass {
 
@@ -74,7 +78,7 @@ std::optional<std::int64_t> resultCode(const Value& value) {
     return word ? integerOfText(*word) : value->truncatedInteger();
 }
 
-std::optional<TMDestination> destination(const PropertyListDictionary& entry) {
+std::optional<TMDestination> destination(const PropertyListValue& entry) {
     auto id = text(entry.find("DestinationID"));
     if (!id)
         return std::nullopt;
@@ -107,9 +111,10 @@ std::optional<TMSettings> TimeMachinePreferences::read(const SystemPaths& paths)
         return std::nullopt;
 
     TMSettings settings;
-    const auto entries = list(domain->array("Destinations"),
-                              [](const PropertyListValue& entry) { return entry.dictionary(); });
-    for (const PropertyListDictionary& entry : entries)
+    const auto entries = list(domain->array("Destinations"), [](const PropertyListValue& entry) {
+        return entry.isDictionary() ? Value(entry) : std::nullopt;
+    });
+    for (const PropertyListValue& entry : entries)
         if (auto found = destination(entry))
             settings.destinations.push_back(std::move(*found));
     if (settings.destinations.empty() && !domain->object("AutoBackup"))

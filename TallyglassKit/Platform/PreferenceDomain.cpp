@@ -12,7 +12,7 @@ std::optional<PreferenceDomain> PreferenceDomain::open(std::string_view name, co
     const std::string file = std::string("/Library/Preferences/").append(name).append(".plist");
     try {
         PropertyList list = PropertyList::parse(readFile(paths.path(file), {}, PropertyList::mostBytes));
-        return list.root().dictionary() ? std::optional(PreferenceDomain(std::move(list))) : std::nullopt;
+        return list.root().isDictionary() ? std::optional(PreferenceDomain(std::move(list))) : std::nullopt;
     } catch (const Error&) {
         return std::nullopt; // a file that can't be understood is as good as none
     }

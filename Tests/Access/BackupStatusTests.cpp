@@ -110,7 +110,7 @@ TEST(BackupStatus, takesNumbersOfEveryKind) {
                             "<integer>1</integer><key>Percent</key><date>2026-01-01T00:00:00Z</date>"
                             "</dict></plist>");
 
-    EXPECT_EQ(BackupStatus::parse(*list.root().dictionary()),
+    EXPECT_EQ(BackupStatus::parse(list.root()),
               (BackupStatus{.isRunning = true, .bytesCopied = 7, .filesCopied = 7}));
 }
 

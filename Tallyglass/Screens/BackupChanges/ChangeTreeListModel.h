@@ -6,7 +6,7 @@
 #pragma once
 
 #include "Tallyglass/Controls/Lists/ChangeRowContent.h"
-#include "Tallyglass/Models/ChangeTree.h"
+#include "TallyglassKit/Comparison/ChangeTree.h"
 
 #include <QtQml/qqmlregistration.h>
 

@@ -1,7 +1,7 @@
 #include "Tallyglass/Screens/Dashboard/ActivityCardContent.h"
 
 #include "Tallyglass/Controls/QtConversions.h"
-#include "Tallyglass/Models/BackupRate.h"
+#include "TallyglassKit/Access/BackupRate.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"

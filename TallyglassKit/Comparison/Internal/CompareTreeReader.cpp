@@ -17,7 +17,7 @@ public:
         : m_remaining(dataSize * growthLimit), m_builder(context) {}
 
     TMUtilCompare::Result read(PropertyListValue root) {
-        if (!root.dictionary())
+        if (!root.isDictionary())
             throw Error("The root is no dictionary.");
         auto& result = m_builder.result();
         if (const auto totals = root.find("Totals")) {
@@ -50,7 +50,7 @@ private:
 
     CompareItem item(std::optional<PropertyListValue> value) {
         CompareItem item;
-        if (!value || !value->dictionary())
+        if (!value || !value->isDictionary())
             return item;
         item.isPresent = true;
         if (const auto path = value->find("Path"))

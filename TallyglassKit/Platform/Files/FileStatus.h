@@ -35,6 +35,9 @@ struct FileStatus {
 /// Whether there is an item at `path`, where a symbolic link counts as what it leads to.
 [[nodiscard]] bool fileExists(const std::string& path);
 
+/// Whether there is a regular file at `path`, or a symbolic link to one, that this process may execute.
+[[nodiscard]] bool isExecutableFile(const std::string& path);
+
 /// 0 if the file at `path` can be opened for reading, else the platform's error number. Reads nothing, keeps
 /// nothing open, and doesn't wait for a writer of a pipe.
 [[nodiscard]] int openStatus(const std::string& path);

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -39,6 +40,11 @@ std::optional<FileStatus> FileStatus::of(const std::string& path) {
 
 bool fileExists(const std::string& path) {
     return access(path.c_str(), F_OK) == 0;
+}
+
+bool isExecutableFile(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;
 }
 
 int openStatus(const std::string& path) {

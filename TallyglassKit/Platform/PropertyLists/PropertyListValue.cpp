@@ -1,10 +1,14 @@
 #include "TallyglassKit/Platform/PropertyLists/PropertyListValue.h"
 
+#include "TallyglassKit/Platform/PropertyLists/Internal/KeyTable.h"
+
 #include <cmath>
+#include <cstring>
 
 namespace tallyglass {
 
 static_assert(sizeof(PropertyListValue) == 16);
+static_assert(sizeof(PropertyListPair) == 2 * sizeof(PropertyListValue));
 
 std::optional<bool> PropertyListValue::boolean() const {
     if (kind() != Kind::boolean)
@@ -72,10 +76,10 @@ std::optional<std::span<const PropertyListValue>> PropertyListValue::set() const
     return elements();
 }
 
-std::optional<PropertyListDictionary> PropertyListValue::dictionary() const {
+std::optional<std::span<const PropertyListPair>> PropertyListValue::dictionary() const {
     if (kind() != Kind::dictionary)
         return {};
-    return PropertyListDictionary(*this);
+    return std::span(reinterpret_cast<const PropertyListPair*>(m_elements), m_size);
 }
 
 std::optional<double> PropertyListValue::number() const {
@@ -107,9 +111,31 @@ std::optional<std::int64_t> PropertyListValue::truncatedInteger() const {
 }
 
 std::optional<PropertyListValue> PropertyListValue::find(std::string_view key) const {
-    if (kind() != Kind::dictionary)
+    if (kind() != Kind::dictionary || m_size == 0 || key.size() > UINT32_MAX)
         return {};
-    return PropertyListDictionary(*this).find(key);
+    const std::size_t pair = findPair(m_elements, m_size, {Kind::text, key, keyHash(key)});
+    if (pair == m_size)
+        return {};
+    return m_elements[2 * pair + 1];
+}
+
+std::size_t PropertyListValue::findPair(const PropertyListValue* pairs, std::size_t count,
+                                        const PropertyListValue& key) {
+    if (const std::size_t slots = keyTableSize(count); slots > 0) {
+        const std::span table(reinterpret_cast<const std::uint32_t*>(pairs + 2 * count), slots);
+        const auto found = table[findKeySlot(
+            table, key.tag(), [&](std::size_t pair) { return isSameKey(pairs[2 * pair], key); })];
+        return found ? found - 1 : count;
+    }
+    std::size_t pair = 0;
+    while (pair < count && !isSameKey(pairs[2 * pair], key))
+        ++pair;
+    return pair;
+}
+
+bool PropertyListValue::isSameKey(const PropertyListValue& a, const PropertyListValue& b) {
+    return a.m_head == b.m_head && a.m_size == b.m_size &&
+           (a.m_bytes == b.m_bytes || std::memcmp(a.m_bytes, b.m_bytes, a.m_size) == 0);
 }
 
 } // namespace tallyglass

@@ -17,7 +17,7 @@
 
 namespace tallyglass {
 
-class PropertyListDictionary;
+class PropertyListPair;
 
 class PropertyListValue {
 public:
@@ -58,6 +58,7 @@ public:
 
     [[nodiscard]] Kind kind() const { return static_cast<Kind>(m_head & 0xFF); }
     [[nodiscard]] bool isNull() const { return kind() == Kind::null; }
+    [[nodiscard]] bool isDictionary() const { return kind() == Kind::dictionary; }
 
     // Each is absent if the value is of another kind.
     [[nodiscard]] std::optional<bool> boolean() const;
@@ -75,7 +76,8 @@ public:
     [[nodiscard]] std::optional<double> secondsSince2001() const;
     [[nodiscard]] std::optional<std::span<const PropertyListValue>> array() const;
     [[nodiscard]] std::optional<std::span<const PropertyListValue>> set() const;
-    [[nodiscard]] std::optional<PropertyListDictionary> dictionary() const;
+    /// The pairs in the order of the file. No key occurs twice.
+    [[nodiscard]] std::optional<std::span<const PropertyListPair>> dictionary() const;
 
     // Any number (integer, real or boolean) in one type.
     [[nodiscard]] std::optional<double> number() const;
@@ -84,7 +86,7 @@ public:
     /// Rounded toward zero. Absent if it doesn't fit or isn't a number.
     [[nodiscard]] std::optional<std::int64_t> truncatedInteger() const;
 
-    /// The value of a key. Absent if there is none, or if this isn't a dictionary.
+    /// The value of a key, found in constant time. Absent if there is none, or if this isn't a dictionary.
     [[nodiscard]] std::optional<PropertyListValue> find(std::string_view key) const;
 
     /// Tells a container from any other that holds something: one that is shared has the same at each place.
@@ -94,7 +96,6 @@ public:
     [[nodiscard]] unsigned nesting() const { return kind() >= Kind::array ? tag() : 0; }
 
 private:
-    friend class PropertyListDictionary;
     friend class PropertyListStorage;
     friend class PropertyListBuilder;
 
@@ -103,8 +104,8 @@ private:
     PropertyListValue(Kind kind, std::uint32_t tag, std::int64_t integer)
         : m_head(head(kind, tag)), m_integer(integer) {}
     PropertyListValue(Kind kind, double real) : m_head(head(kind, 0)), m_real(real) {}
-    PropertyListValue(Kind kind, std::string_view bytes)
-        : m_head(head(kind, 0)), m_size(static_cast<std::uint32_t>(bytes.size())),
+    PropertyListValue(Kind kind, std::string_view bytes, std::uint32_t tag = 0)
+        : m_head(head(kind, tag)), m_size(static_cast<std::uint32_t>(bytes.size())),
           m_bytes(bytes.empty() ? "" : bytes.data()) {}
     PropertyListValue(Kind kind, std::uint32_t tag, std::size_t size, const PropertyListValue* elements)
         : m_head(head(kind, tag)), m_size(static_cast<std::uint32_t>(size)), m_elements(elements) {}
@@ -113,6 +114,10 @@ private:
     }
     [[nodiscard]] std::uint32_t tag() const { return m_head >> 8; }
     [[nodiscard]] std::span<const PropertyListValue> elements() const { return {m_elements, m_size}; }
+    [[nodiscard]] static bool isSameKey(const PropertyListValue& a, const PropertyListValue& b);
+    /// The pair with the key, or `count`. `pairs` is key, value, key, value...
+    [[nodiscard]] static std::size_t findPair(const PropertyListValue* pairs, std::size_t count,
+                                              const PropertyListValue& key);
 
     std::uint32_t m_head = 0;
     std::uint32_t m_size = 0; // bytes, elements or pairs
@@ -120,10 +125,19 @@ private:
         std::int64_t m_integer = 0;
         double m_real;
         const char* m_bytes;
-        const PropertyListValue* m_elements; // of a dictionary: key, value, key, value...
+        const PropertyListValue* m_elements; // of a dictionary: key, value, key, value... and the key table
     };
 };
 
-} // namespace tallyglass
+/// One entry of a dictionary. Borrows as its values do.
+class PropertyListPair {
+public:
+    [[nodiscard]] std::string_view key() const { return *m_key.text(); }
+    [[nodiscard]] const PropertyListValue& value() const { return m_value; }
 
-#include "TallyglassKit/Platform/PropertyLists/PropertyListDictionary.h" // completes what dictionary() returns
+private:
+    PropertyListValue m_key;
+    PropertyListValue m_value;
+};
+
+} // namespace tallyglass

@@ -123,8 +123,8 @@ TEST(BinaryPropertyListReader, keepsTheFirstOfEqualKeysInTheOrderOfTheFile) {
                     "\x10\x02"}}.bytes());
     const auto dictionary = list.root().dictionary().value();
     std::vector<std::string> keys;
-    for (const auto& [key, value] : dictionary)
-        keys.emplace_back(key);
+    for (const PropertyListPair& pair : dictionary)
+        keys.emplace_back(pair.key());
     EXPECT_THAT(keys, testing::ElementsAre("z", "a"));
     EXPECT_EQ(list.root().find("z").value().integer(), 1);
     EXPECT_THAT(errorOfObjects({"\xD1\x01\x01", "\x10\x01"}),

@@ -54,7 +54,7 @@ TEST(PropertyListValue, convertsNumbersOfEveryKind) {
     EXPECT_EQ(PropertyListValue::ofUnsigned(UINT64_MAX).exactInteger(), std::nullopt);
 }
 
-TEST(PropertyListDictionary, findsEveryKeyOfAnySize) {
+TEST(PropertyListValue, findsEveryKeyOfAnySize) {
     for (const std::size_t size : {0, 1, 11, 12, 13, 100, 5000}) {
         std::string text = "{";
         for (std::size_t i = 0; i < size; ++i) // twice each, of lengths from 1 to 20 and more
@@ -66,13 +66,13 @@ TEST(PropertyListDictionary, findsEveryKeyOfAnySize) {
 
         ASSERT_EQ(dictionary.size(), size);
         std::size_t i = 0;
-        for (const auto& [key, value] : dictionary) {
+        for (const PropertyListPair& pair : dictionary) {
             const auto name = std::string(i % 20, 'k') + std::to_string(i);
-            EXPECT_EQ(key, name);
-            EXPECT_EQ(dictionary.find(name).value().text(), "v" + std::to_string(i));
+            EXPECT_EQ(pair.key(), name);
+            EXPECT_EQ(list.root().find(name).value().text(), "v" + std::to_string(i));
             ++i;
         }
-        EXPECT_FALSE(dictionary.find("absent") || dictionary.find(""));
+        EXPECT_FALSE(list.root().find("absent") || list.root().find(""));
     }
 }
 

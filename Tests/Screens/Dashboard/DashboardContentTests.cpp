@@ -1,8 +1,8 @@
-#include "Tallyglass/Models/BackupRate.h"
 #include "Tallyglass/Screens/Dashboard/ActivityCardContent.h"
 #include "Tallyglass/Screens/Dashboard/ConfigurationCardContent.h"
 #include "Tallyglass/Screens/Dashboard/DestinationHeaderContent.h"
 #include "Tallyglass/Screens/Dashboard/UnlockCardContent.h"
+#include "TallyglassKit/Access/BackupRate.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/TMSettings.h"
 

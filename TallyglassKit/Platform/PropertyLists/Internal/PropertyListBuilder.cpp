@@ -17,7 +17,7 @@ void PropertyListBuilder::begin(PropertyListValue::Kind kind, std::size_t offset
 void PropertyListBuilder::key(std::string_view utf8) {
     PropertyListValue key = PropertyListStorage::asKey(PropertyListValue::ofText(utf8));
     PropertyListValue& recent = m_recentKeys[key.tag() % m_recentKeys.size()];
-    if (!PropertyListDictionary::isSame(key, recent)) {
+    if (!PropertyListValue::isSameKey(key, recent)) {
         key.m_bytes = m_storage.keep(utf8).data();
         recent = key;
     }

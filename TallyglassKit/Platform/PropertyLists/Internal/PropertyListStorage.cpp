@@ -1,7 +1,10 @@
 #include "TallyglassKit/Platform/PropertyLists/Internal/PropertyListStorage.h"
 
+#include "TallyglassKit/Platform/PropertyLists/Internal/KeyTable.h"
+
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -50,8 +53,8 @@ std::span<PropertyListValue> PropertyListStorage::allocate(PropertyListValue::Ki
     const std::size_t values = isDictionary ? 2 * count : count;
     if (values == 0)
         return {};
-    const std::size_t indexSize = isDictionary ? PropertyListDictionary::indexSize(count) : 0;
-    char* const memory = allocateBytes(values * sizeof(PropertyListValue) + indexSize, true);
+    const std::size_t tableSize = isDictionary ? keyTableSize(count) * sizeof(std::uint32_t) : 0;
+    char* const memory = allocateBytes(values * sizeof(PropertyListValue) + tableSize, true);
     return {reinterpret_cast<PropertyListValue*>(memory), values};
 }
 
@@ -60,14 +63,44 @@ PropertyListValue PropertyListStorage::finish(PropertyListValue::Kind kind,
                                               DuplicateKeys duplicates) {
     std::size_t count = values.size();
     if (kind == PropertyListValue::Kind::dictionary)
-        count = PropertyListDictionary::makeIndex(values.data(), count / 2, duplicates);
+        count = makeKeyTable(values.data(), count / 2, duplicates);
     return {kind, nesting, count, values.data()};
 }
 
 PropertyListValue PropertyListStorage::asKey(PropertyListValue text) {
-    if (text.tag() == 0)
-        text.m_head |= PropertyListDictionary::hash({text.m_bytes, text.m_size}) << 8;
-    return text;
+    if (isKey(text))
+        return text;
+    const std::string_view key(text.m_bytes, text.m_size);
+    return {PropertyListValue::Kind::text, key, keyHash(key)};
+}
+
+std::size_t PropertyListStorage::makeKeyTable(PropertyListValue* pairs, std::size_t count,
+                                              DuplicateKeys duplicates) {
+    const std::span table(reinterpret_cast<std::uint32_t*>(pairs + 2 * count), keyTableSize(count));
+    std::ranges::fill(table, 0);
+
+    std::size_t unique = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const PropertyListValue key = pairs[2 * i];
+        std::size_t pair = 0;
+        if (table.empty()) {
+            pair = PropertyListValue::findPair(pairs, unique, key);
+        } else {
+            auto& slot = table[findKeySlot(table, key.tag(), [&](std::size_t other) {
+                return PropertyListValue::isSameKey(pairs[2 * other], key);
+            })];
+            if (slot == 0)
+                slot = static_cast<std::uint32_t>(unique + 1);
+            pair = slot - 1;
+        }
+        const bool isNew = pair == unique;
+        if (isNew)
+            pairs[2 * unique++] = key;
+        if (isNew || duplicates == DuplicateKeys::lastWins)
+            pairs[2 * pair + 1] = pairs[2 * i + 1];
+    }
+    // The number of pairs tells where the table is and how large.
+    return !table.empty() && unique < count ? makeKeyTable(pairs, unique, duplicates) : unique;
 }
 
 } // namespace tallyglass

@@ -15,6 +15,9 @@
 
 namespace tallyglass {
 
+/// Which value a key has that occurs twice in a dictionary. Its position is that of the first either way.
+enum class DuplicateKeys { firstWins, lastWins };
+
 class PropertyListStorage {
 public:
     /// Containers nest no deeper.
@@ -45,6 +48,10 @@ public:
     [[nodiscard]] std::size_t size() const { return m_size; }
 
 private:
+    // A dictionary of more than a few pairs has its key table behind them. Returns how many pairs remain
+    // without the duplicates.
+    static std::size_t makeKeyTable(PropertyListValue* pairs, std::size_t count, DuplicateKeys duplicates);
+
     char* allocateBytes(std::size_t size, bool aligned);
 
     std::vector<MemoryBlock> m_blocks;

@@ -1,13 +1,12 @@
-#include "Tallyglass/Models/HelperRemoval.h"
+#include "TallyglassKit/Access/HelperRemoval.h"
 
+#include "TallyglassKit/Platform/Files/FileStatus.h"
 #include "TallyglassKit/Platform/Processes/ChildProcess.h"
 #include "TallyglassKit/Platform/Text/Text.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <array>
 
 namespace tallyglass {
@@ -31,11 +30,6 @@ std::string shellWord(std::string_view text) {
     static constexpr std::string_view plain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-";
     return text.find_first_not_of(plain) == std::string_view::npos ? std::string(text) : inSingleQuotes(text);
-}
-
-bool isExecutableFile(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error) && ::access(path.c_str(), X_OK) == 0;
 }
 
 } // namespace

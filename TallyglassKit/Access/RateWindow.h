@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "Tallyglass/Models/BackupRate.h"
+#include "TallyglassKit/Access/BackupRate.h"
 #include "TallyglassKit/Platform/Date.h"
 
 #include <cstdint>

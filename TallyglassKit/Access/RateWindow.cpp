@@ -1,4 +1,4 @@
-#include "Tallyglass/Models/RateWindow.h"
+#include "TallyglassKit/Access/RateWindow.h"
 
 #include "TallyglassKit/Access/BackupStatus.h"
 

@@ -1,5 +1,5 @@
-#include "Tallyglass/Models/RateWindow.h"
 #include "TallyglassKit/Access/BackupStatus.h"
+#include "TallyglassKit/Access/RateWindow.h"
 
 #include <gtest/gtest.h>
 

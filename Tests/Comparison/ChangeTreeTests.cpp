@@ -1,4 +1,4 @@
-#include "Tallyglass/Models/ChangeTree.h"
+#include "TallyglassKit/Comparison/ChangeTree.h"
 #include "TallyglassKit/Platform/Text/CanonicalText.h"
 
 #include <gmock/gmock.h>
