@@ -51,6 +51,8 @@ public:
     void clearSelection();
     /// By `steps` backups; from nowhere to the newest.
     Q_INVOKABLE void moveSelection(int steps);
+    /// Asks for the sheet of what changed in the selected backup, if there is one.
+    Q_INVOKABLE void openSelectedChanges();
 
     [[nodiscard]] bool helperExists() const { return m_helperExists; }
     void setHelperExists(bool exists);
