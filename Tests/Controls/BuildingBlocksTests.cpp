@@ -123,8 +123,8 @@ TEST(SegmentedPicker, tellsAScreenReaderWhatTheArrowsPick) {
 
 class SheetTest : public testing::Test {
 protected:
-    QmlScreen screen{"import QtQuick.Controls.Basic\n"
-                     "ApplicationWindow { property int closings: 0; width: 720; height: 560; visible: true\n"
+    QmlScreen screen{"import QtQuick.Controls.Basic as Basic\n"
+                     "Basic.ApplicationWindow { property int closings: 0; width: 720; height: 560; visible: true\n"
                      "Button { id: opener; text: 'Open'; onClicked: sheet.open() }\n"
                      "Sheet { id: sheet; objectName: 'sheet'; title: 'Guide'; onClosed: closings += 1\n"
                      "  Body { text: 'Words' }\n"

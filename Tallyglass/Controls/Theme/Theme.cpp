@@ -24,7 +24,7 @@ QColor translucent(QColor color, double opacity) {
 Theme::Theme(QObject* parent) : QObject(parent) {}
 
 Theme* Theme::of(QQmlEngine& engine) {
-    return engine.singletonInstance<Theme*>(qmlTypeId("Tallyglass", 1, 0, "Theme"));
+    return engine.singletonInstance<Theme*>(qmlTypeId("Tallyglass.Controls", 1, 0, "Theme"));
 }
 
 double Theme::rowHeight() const {

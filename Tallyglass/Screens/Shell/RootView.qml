@@ -19,7 +19,7 @@ FocusScope {
     property int sectionIndex: 0
 
     /// The screen that is shown.
-    readonly property Item screen: screens.itemAt(sectionIndex)?.item ?? null
+    property Item screen: null
 
     /// In the order of the sidebar.
     readonly property list<Section> sections: [
@@ -52,21 +52,47 @@ FocusScope {
         }
     ]
 
-    /// Opens a sheet over the whole window, which goes when it is closed.
+    /// Opens a sheet over the whole window.
     function present(sheet: int, subject: var): var {
-        const component = sheet === ScreenContext.About ? aboutSheet
-                        : sheet === ScreenContext.BackupChanges ? changesSheet : accessGuide;
-        const inputs = sheet === ScreenContext.HelperAccessGuide ? { forHelper: true }
-                     : subject !== undefined ? { target: subject } : {};
-        const shown = component.createObject(root, inputs);
-        shown.closed.connect(() => shown.destroy());
-        shown.open();
-        return shown;
+        const loader = sheet === ScreenContext.About ? aboutSheet
+                     : sheet === ScreenContext.BackupChanges ? changesSheet : accessGuide;
+        loader.sheet = sheet;
+        loader.subject = subject;
+        loader.active = true;
+        loader.item.open();
+        return loader.item;
     }
 
-    Component { id: aboutSheet; AboutSheet {} }
-    Component { id: accessGuide; FullDiskAccessGuide { context: root.context } }
-    Component { id: changesSheet; BackupChangesView { context: root.context } }
+    component SheetLoader: Loader { // until the sheet has been closed
+        id: loader
+        property int sheet
+        property var subject
+
+        active: false
+        Connections {
+            target: loader.item
+            function onClosed() { loader.active = false; }
+        }
+    }
+
+    SheetLoader {
+        id: aboutSheet
+        sourceComponent: AboutSheet {}
+    }
+    SheetLoader {
+        id: accessGuide
+        sourceComponent: FullDiskAccessGuide {
+            context: root.context
+            forHelper: accessGuide.sheet === ScreenContext.HelperAccessGuide
+        }
+    }
+    SheetLoader {
+        id: changesSheet
+        sourceComponent: BackupChangesView {
+            context: root.context
+            target: changesSheet.subject
+        }
+    }
     Connections {
         target: root.context
         function onSheetRequested(sheet, subject) { root.present(sheet, subject); }
@@ -126,7 +152,6 @@ FocusScope {
             height: parent.height - y
 
             Repeater {
-                id: screens
                 model: root.sections
                 Loader {
                     required property int index
@@ -144,6 +169,7 @@ FocusScope {
                         if (!current)
                             return;
                         active = true;
+                        root.screen = item;
                         if (!sidebar.hasKeyboard)
                             forceActiveFocus(Qt.OtherFocusReason);
                     }

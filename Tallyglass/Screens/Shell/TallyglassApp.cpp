@@ -61,8 +61,9 @@ void TallyglassApp::loadWindow() {
     m_engine->addImportPath(QStringLiteral("qrc:/"));
     connect(m_engine.get(), &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
     QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/Tallyglass/Shell/Main.qml")));
-    m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
-        {{QStringLiteral("context"), QVariant::fromValue(&m_context)}})));
+    if (component.isReady())
+        m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
+            {{QStringLiteral("context"), QVariant::fromValue(&m_context)}})));
     if (!m_window)
         throw Error(component.errorString().trimmed().toStdString());
     m_theme = Theme::of(*m_engine); // known to the engine only now

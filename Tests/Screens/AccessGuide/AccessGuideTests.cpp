@@ -32,8 +32,8 @@ protected:
         QVariantMap properties = stage->properties();
         properties["forHelper"] = GetParam();
         screen = std::make_unique<test::QmlScreen>(
-            "import QtQuick.Controls.Basic\n"
-            "ApplicationWindow { id: window; width: 720; height: 560; visible: true\n"
+            "import QtQuick.Controls.Basic as Basic\n"
+            "Basic.ApplicationWindow { id: window; width: 720; height: 560; visible: true\n"
             "required property ScreenContext context; required property bool forHelper\n"
             "Button { text: 'Open'; onClicked: guide.open() }\n"
             "FullDiskAccessGuide { id: guide; context: window.context; forHelper: window.forHelper } }",

@@ -23,7 +23,9 @@ public:
         screen = std::make_unique<QmlScreen>("RootView {}", properties(), size);
         screen->theme().setReduceMotion(true);
     }
-    [[nodiscard]] QQuickItem* chart() const { return screen->root()->findChild<TimelineChart*>(); }
+    [[nodiscard]] QQuickItem* chart() const {
+        return screen->root()->property("screen").value<QQuickItem*>()->findChild<TimelineChart*>();
+    }
     [[nodiscard]] bool isOpen() const {
         return screen->tree().find(QAccessible::Dialog, "Changes in this backup").has_value();
     }

@@ -115,12 +115,6 @@ INSTANTIATE_TEST_SUITE_P(
                    "1 GB copied · about 1m left"}),
     [](const auto& detail) { return detail.param.what; });
 
-TEST(BackupButton, startsOrStopsByWhatRuns) {
-    EXPECT_EQ(backupButtonContent({}), (BackupButtonContent{"Back Up Now", "arrow.clockwise.circle", false}));
-    EXPECT_EQ(backupButtonContent({.isRunning = true}),
-              (BackupButtonContent{"Stop Backup", "stop.circle", true}));
-}
-
 TEST(ConfigurationCard, showsTheSettings) {
     TMSettings settings{.autoBackupEnabled = true, .autoBackupInterval = 3600, .requiresACPower = true};
     settings.skipPaths = {"/Users/ann/Library/Caches", "/private/tmp"};

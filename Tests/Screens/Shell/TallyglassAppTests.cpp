@@ -37,25 +37,19 @@ TEST(TallyglassApp, endsWithItsWindowWhereThereIsNoTray) {
     EXPECT_EQ(QGuiApplication::exec(), 0);
 }
 
-TEST(TallyglassApp, showsVerdictAndDestinationFirstAndTheRestRightAfterTheFirstFrame) {
+TEST(TallyglassApp, showsTheWholeWindowInItsFirstFrame) {
     QAccessible::setActive(true);
     TallyglassApp app({.fixture = "warning"});
     const test::AccessibleTree screen(mainWindow());
-    const auto hasControls = [&] { return screen.find(QAccessible::Button, "Refresh").has_value(); };
+
     app.showWindow();
 
     EXPECT_TRUE(screen.find(QAccessible::Heading, "Backup Disk").has_value())
         << qPrintable(screen.description());
     EXPECT_EQ(screen.value("Destination capacity"), "88 percent used, running low");
     EXPECT_TRUE(screen.hasText("Last backup was skipped"));
-    EXPECT_FALSE(hasControls());
-
-    const QDeadlineTimer deadline(20'000);
-    while (!hasControls() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-
-    EXPECT_TRUE(hasControls());
-    EXPECT_TRUE(screen.find(QAccessible::ListItem, "Overview").has_value());
+    EXPECT_TRUE(screen.find(QAccessible::Button, "Refresh").has_value());
+    EXPECT_TRUE(screen.find(QAccessible::List, "Sections").has_value());
     EXPECT_TRUE(screen.find(QAccessible::Grouping, "Configuration").has_value());
 }
 
