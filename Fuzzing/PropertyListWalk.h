@@ -3,7 +3,7 @@
 #pragma once
 
 #include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
-#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
 
 #include <cstdlib>
 #include <set>

@@ -16,29 +16,7 @@ namespace tallyglass::commandline {
 namespace {
 
 constexpr std::size_t latestShown = 10;
-constexpr std::size_t biggestShown = 10;
-
-std::uint64_t magnitude(const ChangeRecord& change) {
-    const auto bytes = change.sizeDelta.value_or(change.size.value_or(0));
-    return bytes < 0 ? 0 - static_cast<std::uint64_t>(bytes) : static_cast<std::uint64_t>(bytes);
-}
-
-/// The changes of a comparison that moved the most bytes, biggest first. Reads a page at a time: there may be
-/// millions.
-std::vector<ChangeRecord> biggestChanges(BackupStore& store, const std::string& comparisonID,
-                                         const std::stop_token& stop) {
-    constexpr std::int64_t pageSize = 20'000;
-    std::vector<ChangeRecord> biggest;
-    for (std::int64_t offset = 0;; offset += pageSize) {
-        auto page = store.changes(comparisonID, std::nullopt, std::nullopt, pageSize, offset, stop);
-        const bool isLast = page.size() < static_cast<std::size_t>(pageSize);
-        std::ranges::move(page, std::back_inserter(biggest));
-        std::ranges::stable_sort(biggest, std::ranges::greater{}, magnitude);
-        biggest.resize(std::min(biggest.size(), biggestShown));
-        if (isLast)
-            return biggest;
-    }
-}
+constexpr std::int64_t largestShown = 10;
 
 void overview(const Context& context) {
     const auto runner = context.runner();
@@ -58,24 +36,24 @@ void overview(const Context& context) {
         context.out << std::flush; // what is known so far, before the long part
     }
     std::optional<ComparisonResult> result;
-    std::vector<ChangeRecord> biggest;
+    std::vector<ChangeRecord> largest;
     if (backups.size() >= 2) {
         const auto& from = backups[backups.size() - 2];
         const auto& to = backups.back();
         result = compareBackups(context, store, from.path, to.path, CompareOptions::fast(), true);
-        biggest = biggestChanges(store, result->comparison.id, context.stop);
+        largest = store.largestChanges(result->comparison.id, largestShown, context.stop);
     }
     if (context.json)
-        return printOverviewJSON(context.out, status, settings, latest, result, biggest);
+        return printOverviewJSON(context.out, status, settings, latest, result, largest);
     if (!result) {
         context.out << "There is nothing to compare until there are two backups.\n";
         return;
     }
     context.out << "From the backup before to the latest" << (result->cached ? ", out of the cache" : "")
                 << ": " << describe(result->comparison) << "\n";
-    if (!biggest.empty())
+    if (!largest.empty())
         context.out << "Biggest changes:\n";
-    printChanges(context.out, biggest);
+    printChanges(context.out, largest);
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #include "CommandLine/Commands/ProgressLine.h"
 
+#include "TallyglassKit/Platform/Processes/Terminal.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
+
 #include <fmt/core.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <iostream>
 
@@ -13,21 +14,9 @@ namespace {
 constexpr auto redrawInterval = std::chrono::milliseconds(100);
 constexpr auto countInterval = std::chrono::seconds(1);
 
-std::size_t terminalWidth() {
-    winsize size{};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
-}
-
-/// The largest index up to `limit` at which a UTF-8 character begins.
-std::size_t startOfCharacter(const std::string& text, std::size_t limit) {
-    while (limit > 0 && (static_cast<unsigned char>(text[limit]) & 0xC0U) == 0x80U)
-        --limit;
-    return limit;
-}
-
 } // namespace
 
-ProgressLine::ProgressLine() : m_isTerminal(isatty(STDERR_FILENO)) {
+ProgressLine::ProgressLine() : m_isTerminal(standardErrorIsTerminal()) {
     if (m_isTerminal)
         m_counter = std::jthread([this](const std::stop_token& stop) { keepCounting(stop); });
 }
@@ -65,10 +54,8 @@ void ProgressLine::keepCounting(const std::stop_token& stop) {
 void ProgressLine::draw() {
     m_drawn = SteadyClock::now();
     const auto elapsed = std::chrono::duration_cast<std::chrono::seconds>(m_drawn - m_start).count();
-    auto line = fmt::format("{}  {} s", m_text, elapsed);
-    if (const auto width = terminalWidth(); line.size() >= width)
-        line.resize(startOfCharacter(line, width - 1));
-    std::cerr << "\r\033[K" << line << std::flush;
+    const auto line = fmt::format("{}  {} s", m_text, elapsed);
+    std::cerr << "\r\033[K" << utf8Prefix(line, standardErrorWidth() - 1) << std::flush;
 }
 
 } // namespace tallyglass::commandline

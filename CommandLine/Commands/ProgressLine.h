@@ -1,5 +1,5 @@
-// One line on a terminal that tells how far a long command is, redrawn in place and gone at the end. Draws
-// nothing when standard error isn't a terminal.
+// One line on the terminal that shows how far a long command is, redrawn in place and removed at the end.
+// Draws nothing when standard error isn't a terminal.
 //
 // Thread-safe: progress arrives from whichever thread does the work.
 
@@ -21,11 +21,11 @@ public:
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
-    /// Shows the text and the seconds since the line was made, cut to the terminal's width. Texts that come
-    /// too fast to be read are passed over.
+    /// Shows the text and the seconds since the line was made, cut to the terminal's width. Texts that follow
+    /// each other too fast to be read are skipped.
     void show(const std::string& text);
 
-    /// Takes the line away. Further texts draw it again.
+    /// Removes the line. Further texts draw it again.
     void clear();
 
 private:

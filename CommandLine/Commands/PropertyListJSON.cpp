@@ -1,7 +1,7 @@
 #include "CommandLine/Commands/PropertyListJSON.h"
 
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
 
 #include <charconv>
 #include <cmath>

@@ -133,6 +133,18 @@ Changes BackupStore::changes(const std::string& comparisonID,
     return result;
 }
 
+Changes BackupStore::largestChanges(const std::string& comparisonID, std::int64_t limit,
+                                    std::stop_token stop) {
+    const Operation operation(*this, std::move(stop));
+    // Not ABS, which fails for the least integer.
+    const Query query = m_connection->query(
+        "SELECT * FROM fileChange WHERE comparisonID = ? ORDER BY MAX(COALESCE(sizeDelta, size, 0), "
+        "-COALESCE(sizeDelta, size, 0)) DESC, path LIMIT ?");
+    query->bindText(1, comparisonID);
+    query->bindInteger(2, limit);
+    return fetchAll<ChangeRecord>(*query);
+}
+
 std::int64_t BackupStore::changeCount(const std::string& comparisonID) {
     const Operation operation(*this);
     const Query query = m_connection->query("SELECT COUNT(*) FROM fileChange WHERE comparisonID = ?");

@@ -92,6 +92,10 @@ public:
                                                     const std::optional<std::string>& search,
                                                     std::int64_t limit, std::int64_t offset,
                                                     std::stop_token stop = {});
+    /// The rows that moved the most bytes, in either direction, the most first; a row without a size delta
+    /// counts with its size. Equal ones are in the order of their paths.
+    [[nodiscard]] std::vector<ChangeRecord> largestChanges(const std::string& comparisonID,
+                                                           std::int64_t limit, std::stop_token stop = {});
     /// How many rows there are, counted.
     [[nodiscard]] std::int64_t changeCount(const std::string& comparisonID);
     /// The folders in which most bytes changed, the greatest amount first.

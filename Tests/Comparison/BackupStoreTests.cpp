@@ -214,6 +214,16 @@ TEST_F(BackupStoreTest, sumsUpFoldersByTheAmountOfTheirChange) {
     EXPECT_EQ(store.rollups(id, 1).size(), 1U);
 }
 
+TEST_F(BackupStoreTest, findsTheLargestChangesInEitherDirection) {
+    const auto id = begin("/b").id;
+    append(id, {change(id, "/b", Kind::added, 40), change(id, "/none"),
+                change(id, "/grown", Kind::modified, 500, 5), change(id, "/a", Kind::removed, 40, -40),
+                change(id, "/least", Kind::modified, 0, std::numeric_limits<std::int64_t>::min())});
+
+    EXPECT_THAT(paths(store.largestChanges(id, 4)), ElementsAre("/least", "/a", "/b", "/grown"));
+    EXPECT_THAT(store.largestChanges("another", 4), IsEmpty());
+}
+
 TEST_F(BackupStoreTest, tellsAPathsHistoryNewestFirst) {
     const auto undatedA = begin("/undated a").id;
     const auto old = begin("/old", dateSince1970(-5)).id;

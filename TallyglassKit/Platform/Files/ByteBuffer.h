@@ -1,5 +1,5 @@
-// Bytes in one block that grows at its end, for reading streams of unknown length: the reader reads straight
-// into the tail, big blocks grow without being copied, and memory that was never written costs nothing.
+// Bytes in one block that grows at its end, for reading streams of unknown length: data is read directly into
+// the uninitialised tail, and large blocks grow without being copied.
 //
 // A value; different threads may read one object at once. Running out of memory throws an Error.
 
@@ -40,13 +40,13 @@ public:
     void append(std::string_view bytes);
     /// Drops the bytes and keeps the memory.
     void clear() noexcept { m_size = 0; }
-    /// Gives back the memory behind the bytes.
+    /// Frees the unused memory.
     void shrinkToFit() noexcept;
 
-    /// The unused room behind the last byte, at least `minimum` bytes of it, uninitialised. Valid until the
+    /// The unused memory behind the last byte, at least `minimum` bytes of it, uninitialised. Valid until the
     /// next change.
     [[nodiscard]] std::span<char> tail(std::size_t minimum);
-    /// Makes the first `count` bytes of the tail part of the bytes. Requires: they have been written.
+    /// Appends the first `count` bytes of the tail. Requires: they have been written.
     void commit(std::size_t count) noexcept { m_size += count; }
 
     friend bool operator==(const ByteBuffer& a, const ByteBuffer& b) noexcept { return a.view() == b.view(); }

@@ -1,8 +1,5 @@
-// Uninitialised memory that can be resized, made for blocks that become very large: those are resized by
-// moving their pages instead of their bytes, and lie in huge pages where the system has them.
-//
-// Since the system clears each page that it gives out, which takes longer than filling it, the last large
-// block that was freed is kept for the next one. The system may take its pages at any time without asking.
+// Resizable uninitialised memory. Large blocks have pages of their own: they are resized by moving pages
+// instead of bytes, and use huge pages, since faulting in small ones can take longer than filling them.
 //
 // Moves and doesn't copy; one thread at a time.
 
@@ -29,8 +26,8 @@ public:
     [[nodiscard]] char* start() const noexcept { return m_start; }
     [[nodiscard]] std::size_t size() const noexcept { return m_size; }
 
-    /// Makes room for at least `size` bytes, or gives back what isn't needed for them, and keeps the bytes
-    /// that fit. False, with nothing changed, when there is no memory.
+    /// Grows or shrinks to at least `size` bytes and keeps the bytes that fit. False, with nothing changed,
+    /// if there is no memory.
     [[nodiscard]] bool resize(std::size_t size) noexcept;
 
 private:

@@ -6,22 +6,20 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <mutex>
-#include <utility>
 
 namespace tallyglass {
 
 namespace {
 
 constexpr std::size_t hugePage = std::size_t{2} << 20;
-/// From this size on a block has pages of its own, below it comes from the heap.
+/// Blocks of this size and more have pages of their own, smaller ones are from the heap.
 constexpr std::size_t ownPages = 2 * hugePage;
 
 constexpr std::size_t roundedUp(std::size_t size) {
     return (size + hugePage - 1) / hugePage * hugePage;
 }
 
-/// New pages that begin where a huge page can, null if there are none. A multiple of huge pages.
+/// New pages aligned for huge pages, null if there is no memory. `size` is a multiple of huge pages.
 char* map(std::size_t size) {
     const std::size_t extended = size + hugePage; // so that an aligned range lies somewhere in it
     void* const range = mmap(nullptr, extended, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -38,7 +36,7 @@ char* map(std::size_t size) {
     return start + before;
 }
 
-/// The pages of a block in another number, moved if need be; null if there is no memory.
+/// Resizes a block of pages, moving them if necessary; null if there is no memory.
 char* remap(char* block, std::size_t oldSize, std::size_t size) {
     if (mremap(block, oldSize, size, 0) != MAP_FAILED)
         return block;
@@ -49,53 +47,6 @@ char* remap(char* block, std::size_t oldSize, std::size_t size) {
         return target;
     munmap(target, size);
     return nullptr;
-}
-
-/// The last block with pages of its own that was freed.
-class Spare {
-public:
-    /// The kept block, whose size is stored, or null.
-    char* take(std::size_t& size) {
-        const std::scoped_lock lock(m_mutex);
-        size = std::exchange(m_size, 0);
-        return std::exchange(m_block, nullptr);
-    }
-
-    /// Keeps the block in place of the one before. The bytes in it are lost as soon as the system needs the
-    /// pages, which then aren't read back or written out.
-    void keep(char* block, std::size_t size) {
-        madvise(block, size, MADV_FREE);
-        {
-            const std::scoped_lock lock(m_mutex);
-            std::swap(block, m_block);
-            std::swap(size, m_size);
-        }
-        if (block)
-            munmap(block, size);
-    }
-
-private:
-    std::mutex m_mutex;
-    char* m_block = nullptr;
-    std::size_t m_size = 0;
-};
-
-constinit Spare spare;
-
-/// A block with pages of its own of at least the given size, which becomes its real size; null if there is no
-/// memory.
-char* blockOfPages(std::size_t& size) {
-    std::size_t spareSize = 0;
-    if (char* const block = spare.take(spareSize)) {
-        if (spareSize >= size) {
-            size = spareSize;
-            return block;
-        }
-        if (char* const larger = remap(block, spareSize, size))
-            return larger;
-        munmap(block, spareSize);
-    }
-    return map(size);
 }
 
 } // namespace
@@ -115,8 +66,7 @@ bool MemoryBlock::resize(std::size_t size) noexcept {
     else if (!hasOwnPages && !wantsOwnPages)
         block = static_cast<char*>(std::realloc(m_start, std::max<std::size_t>(size, 1)));
     else
-        block = wantsOwnPages ? blockOfPages(size)
-                              : static_cast<char*>(std::malloc(std::max<std::size_t>(size, 1)));
+        block = wantsOwnPages ? map(size) : static_cast<char*>(std::malloc(std::max<std::size_t>(size, 1)));
     if (!block)
         return false;
     if (m_start && hasOwnPages != wantsOwnPages) {
@@ -130,7 +80,7 @@ bool MemoryBlock::resize(std::size_t size) noexcept {
 
 void MemoryBlock::free() noexcept {
     if (m_size >= ownPages)
-        spare.keep(m_start, m_size);
+        munmap(m_start, m_size);
     else
         std::free(m_start);
     m_start = nullptr;

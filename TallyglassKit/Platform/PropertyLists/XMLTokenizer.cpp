@@ -3,7 +3,6 @@
 #include "TallyglassKit/Platform/PropertyLists/Internal/ByteScan.h"
 #include "TallyglassKit/Platform/PropertyLists/Internal/XMLEncoding.h"
 #include "TallyglassKit/Platform/PropertyLists/PropertyListError.h"
-#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
 #include "TallyglassKit/Platform/Text/UTF8.h"
 
 #include <fmt/core.h>

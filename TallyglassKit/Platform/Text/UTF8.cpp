@@ -1,5 +1,9 @@
 #include "TallyglassKit/Platform/Text/UTF8.h"
 
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -38,37 +42,48 @@ Sequence sequence(std::string_view bytes) {
     return {length, true};
 }
 
-/// The index of the first byte from `start` on that isn't ASCII, or the end.
-std::size_t skipASCII(std::string_view bytes, std::size_t start) {
-    for (; bytes.size() - start >= sizeof(std::uint64_t); start += sizeof(std::uint64_t)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes.data() + start, sizeof word);
-        if (word & 0x8080808080808080U)
-            break;
-    }
-    while (start < bytes.size() && static_cast<unsigned char>(bytes[start]) < 0x80)
-        ++start;
-    return start;
-}
-
-/// The index of the first ill-formed sequence, or the end.
-std::size_t wellFormedPrefix(std::string_view bytes) {
-    for (std::size_t index = skipASCII(bytes, 0); index < bytes.size(); index = skipASCII(bytes, index)) {
-        const Sequence next = sequence(bytes.substr(index));
-        if (!next.isWellFormed)
-            return index;
-        index += next.length;
-    }
-    return bytes.size();
-}
-
 } // namespace
+
+void appendUTF8(std::string& text, char32_t codePoint) {
+    char encoded[U8_MAX_LENGTH];
+    std::size_t size = 0;
+    const char32_t valid = codePoint > 0x10FFFF || U_IS_SURROGATE(codePoint) ? U'\uFFFD' : codePoint;
+    U8_APPEND_UNSAFE(encoded, size, valid);
+    text.append(encoded, size);
+}
+
+std::size_t findNonASCII(std::string_view text) {
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::uint64_t word = 0;
+    std::size_t i = 0;
+    while (i + sizeof word <= text.size() &&
+           (std::memcpy(&word, text.data() + i, sizeof word), !(word & highBits)))
+        i += sizeof word;
+    while (i < text.size() && !(text[i] & 0x80))
+        ++i;
+    return i;
+}
+
+std::size_t findInvalidUTF8(std::string_view text) {
+    std::size_t i = 0;
+    while ((i += findNonASCII(text.substr(i))) < text.size()) {
+        const Sequence next = sequence(text.substr(i));
+        if (!next.isWellFormed)
+            return i;
+        i += next.length;
+    }
+    return std::string_view::npos;
+}
+
+bool isUTF8(std::string_view bytes) {
+    return findInvalidUTF8(bytes) == std::string_view::npos;
+}
 
 std::string decodeUTF8(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
     while (true) {
-        const std::size_t good = wellFormedPrefix(bytes);
+        const std::size_t good = std::min(findInvalidUTF8(bytes), bytes.size());
         text.append(bytes.substr(0, good));
         bytes.remove_prefix(good);
         if (bytes.empty())
@@ -78,8 +93,30 @@ std::string decodeUTF8(std::string_view bytes) {
     }
 }
 
-bool isUTF8(std::string_view bytes) {
-    return wellFormedPrefix(bytes) == bytes.size();
+std::string utf8FromUTF16(std::string_view bytes, std::endian order) {
+    const std::size_t units = bytes.size() / 2;
+    const auto unit = [&](std::size_t i) {
+        const auto high = static_cast<unsigned char>(bytes[2 * i + (order == std::endian::big ? 0 : 1)]);
+        const auto low = static_cast<unsigned char>(bytes[2 * i + (order == std::endian::big ? 1 : 0)]);
+        return static_cast<char16_t>(high << 8 | low);
+    };
+    std::string text;
+    text.reserve(units + units / 2);
+    for (std::size_t i = 0; i < units; ++i) {
+        char32_t codePoint = unit(i);
+        if (U16_IS_LEAD(codePoint) && i + 1 < units && U16_IS_TRAIL(unit(i + 1)))
+            codePoint = static_cast<char32_t>(U16_GET_SUPPLEMENTARY(codePoint, unit(++i)));
+        appendUTF8(text, codePoint);
+    }
+    return text;
+}
+
+std::string_view utf8Prefix(std::string_view text, std::size_t size) {
+    if (size >= text.size())
+        return text;
+    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
+        --size;
+    return text.substr(0, size);
 }
 
 } // namespace tallyglass

@@ -1,7 +1,7 @@
 #include "TallyglassKit/Platform/PropertyLists/Internal/BinaryPropertyListReader.h"
 
 #include "TallyglassKit/Platform/PropertyLists/PropertyListError.h"
-#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
 
 #include <fmt/core.h>
 

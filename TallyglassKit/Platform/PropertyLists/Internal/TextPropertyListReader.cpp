@@ -1,10 +1,12 @@
 #include "TallyglassKit/Platform/PropertyLists/Internal/TextPropertyListReader.h"
 
 #include "TallyglassKit/Platform/PropertyLists/Internal/PropertyListBuilder.h"
-#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
 
 #include <fmt/core.h>
 
+#include <bit>
+#include <iterator>
 #include <optional>
 #include <string>
 
@@ -19,6 +21,22 @@ constexpr std::string_view paragraphSeparator = "\u2029";
 bool isUnquoted(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
            c == '$' || c == '/' || c == ':' || c == '.' || c == '-';
+}
+
+// NeXTSTEP's character set, in which octal escapes are, from 0x80 on; below it is ASCII.
+constexpr char16_t nextStepCharacters[] =
+    u"\u00A0\u00C0\u00C1\u00C2\u00C3\u00C4\u00C5\u00C7\u00C8\u00C9\u00CA\u00CB\u00CC\u00CD\u00CE\u00CF"
+    u"\u00D0\u00D1\u00D2\u00D3\u00D4\u00D5\u00D6\u00D9\u00DA\u00DB\u00DC\u00DD\u00DE\u00B5\u00D7\u00F7"
+    u"\u00A9\u00A1\u00A2\u00A3\u2044\u00A5\u0192\u00A7\u00A4\u2019\u201C\u00AB\u2039\u203A\uFB01\uFB02"
+    u"\u00AE\u2013\u2020\u2021\u00B7\u00A6\u00B6\u2022\u201A\u201E\u201D\u00BB\u2026\u2030\u00AC\u00BF"
+    u"\u00B9\u02CB\u00B4\u02C6\u02DC\u00AF\u02D8\u02D9\u00A8\u00B2\u02DA\u00B8\u00B3\u02DD\u02DB\u02C7"
+    u"\u2014\u00B1\u00BC\u00BD\u00BE\u00E0\u00E1\u00E2\u00E3\u00E4\u00E5\u00E7\u00E8\u00E9\u00EA\u00EB"
+    u"\u00EC\u00C6\u00ED\u00AA\u00EE\u00EF\u00F0\u00F1\u0141\u00D8\u0152\u00BA\u00F2\u00F3\u00F4\u00F5"
+    u"\u00F6\u00E6\u00F9\u00FA\u00FB\u0131\u00FC\u00FD\u0142\u00F8\u0153\u00DF\u00FE\u00FF\uFFFD\uFFFD";
+static_assert(std::size(nextStepCharacters) == 128 + 1);
+
+char32_t nextStepCharacter(unsigned char byte) {
+    return byte < 0x80 ? byte : nextStepCharacters[byte - 0x80];
 }
 
 std::optional<unsigned> hexDigit(char c) {
@@ -234,7 +252,7 @@ void TextReader::readEscape() {
     case '6':
     case '7':
         --m_at;
-        appendUTF8(m_decoded, characterOfNextStep(static_cast<unsigned char>(readDigits(8, 3))));
+        appendUTF8(m_decoded, nextStepCharacter(static_cast<unsigned char>(readDigits(8, 3))));
         break;
     default: // quotes and the backslash among them
         m_decoded += c;

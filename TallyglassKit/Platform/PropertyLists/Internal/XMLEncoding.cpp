@@ -1,7 +1,7 @@
 #include "TallyglassKit/Platform/PropertyLists/Internal/XMLEncoding.h"
 
 #include "TallyglassKit/Platform/PropertyLists/PropertyListError.h"
-#include "TallyglassKit/Platform/PropertyLists/PropertyListText.h"
+#include "TallyglassKit/Platform/Text/UTF8.h"
 
 #include <algorithm>
 #include <bit>
