@@ -8,6 +8,7 @@
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Screens/CompareState.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
 
 #include <fmt/format.h>
 
@@ -17,6 +18,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTemporaryDir>
 #include <stdexcept>
 
 namespace tallyglass::bench {
@@ -25,6 +27,25 @@ namespace {
 
 constexpr int rows = 20'000;
 constexpr double frame = 1.0 / 60;
+
+/// A tmutil that knows of two backups and of so many changes between them.
+TMUtilResult runTool(const TMUtilRunner::Arguments& arguments, std::chrono::milliseconds,
+                     const TMUtilRunner::OnBytes&, const std::stop_token&) {
+    std::string output;
+    if (arguments.front() == "listbackups") {
+        output = "/older\n/newer\n";
+    } else if (arguments.front() == "compare") {
+        output = "<plist version=\"1.0\"><dict><key>Changes</key><array>";
+        for (int number = 0; number < rows; ++number)
+            output +=
+                fmt::format("<dict><key>AddedItem</key><dict><key>Path</key><string>/newer/Data/Users/alex/"
+                            "Documents/{:03}/{:x}/item {}.dat</string><key>Size</key>"
+                            "<integer>{}</integer></dict></dict>",
+                            number / 60, number * 7919 % 65'521, number, number * 37);
+        output += "</array></dict></plist>";
+    }
+    return {.exitCode = 0, .stdout = output, .stderr = {}};
+}
 
 class NoWorkspace : public Workspace {
 public:
@@ -36,8 +57,6 @@ class Screen {
 public:
     Screen() : m_helperSetup(m_model.paths(), m_workspace, m_alerts) {
         m_engine.addImportPath(QStringLiteral("qrc:/"));
-        m_model.setFixtureSession(true); // nothing asks this machine
-        m_model.setFixtureName("compare-ready");
         m_model.setFdaStatus(FDAStatus::granted);
         QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/CompareView.qml")));
         m_root.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
@@ -82,16 +101,14 @@ public:
 
 private:
     void showRows() {
-        DiffModel::Shown shown{.comparison = Comparison("/old", "/new", {}, {}, 3, "key", m_model.now())};
-        for (int number = 0; number < rows; ++number) {
-            shown.changes.emplace_back(std::nullopt, "key",
-                                       fmt::format("/Users/alex/Documents/{:03}/{:x}/item {}.dat",
-                                                   number / 60, number * 7919 % 65'521, number),
-                                       number % 3 == 0 ? ChangeKind::modified : ChangeKind::added, false,
-                                       number * 37, number, std::vector<std::string>{"mtime"});
-            shown.comparison->count(shown.changes.back());
-        }
-        m_state->diff()->show(shown);
+        DiffModel& diff = *m_state->diff();
+        while (!diff.canRun())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        diff.run(true);
+        while (diff.progressText())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (std::ssize(diff.changes()) != rows)
+            throw std::runtime_error("rows are missing: " + diff.error().value_or(""));
         for (int turn = 0; turn < 4; ++turn) {
             QCoreApplication::processEvents();
             static_cast<void>(m_window.grabWindow());
@@ -105,7 +122,14 @@ private:
         }
     }
 
-    AppModel m_model;
+    static AppSurroundings surroundings(const std::filesystem::path& folder) {
+        AppSurroundings result(SystemPaths(folder), TMUtilRunner(runTool));
+        result.cache = std::make_shared<CacheSession>(result.runner, folder / "cache.sqlite");
+        return result;
+    }
+
+    QTemporaryDir m_folder;
+    AppModel m_model{surroundings(m_folder.path().toStdString())};
     NoWorkspace m_workspace;
     Alerts m_alerts;
     DesktopPasteboard m_pasteboard;

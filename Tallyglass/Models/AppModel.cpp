@@ -1,7 +1,6 @@
 #include "Tallyglass/Models/AppModel.h"
 
 #include "Tallyglass/Desktop/Workspace.h"
-#include "Tallyglass/Models/ContinuousTimer.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 
 #include <QCoreApplication>
@@ -10,14 +9,9 @@
 
 namespace tallyglass {
 
-AppSurroundings::AppSurroundings(SystemPaths systemPaths)
-    : paths(std::move(systemPaths)), runner(paths.path(TMUtilRunner::executablePath)),
-      manifestTool(paths.path(TMUtilRunner::executablePath)), clock(systemTime),
-      makeTimer([] { return std::make_unique<ContinuousTimer>(); }) {}
-
 AppModel::AppModel(AppSurroundings surroundings, QObject* parent)
     : QObject(parent), m_surroundings(std::move(surroundings)),
-      m_manifestReader(m_surroundings.manifestTool, m_surroundings.paths) {}
+      m_manifestReader(m_surroundings.runner, m_surroundings.paths) {}
 
 AppModel::~AppModel() = default;
 
@@ -61,7 +55,7 @@ void AppModel::refreshStatus() {
 
 TaskHandle AppModel::readStatus(Then then) {
     return startTask(
-        this, [runner = runner()](TaskContext& task) { return runner.status(task.stopToken()); },
+        this, [runner = m_surroundings.runner](TaskContext& task) { return runner.status(task.stopToken()); },
         [this, then](const BackupStatus& status) {
             take(status, std::nullopt);
             then();
@@ -76,7 +70,7 @@ void AppModel::take(const BackupStatus& status, const std::optional<std::string>
     m_rateWindow.take(status, now());
     setStatus(status);
     setLastError(error);
-    setBackupRate(m_rateWindow.rate());
+    m_backupRate.setValue(m_rateWindow.rate());
 }
 
 void AppModel::reloadManifest() {
@@ -153,7 +147,7 @@ void AppModel::probePermission(Then then) {
         then();
     };
     startTask(
-        this, [paths = paths()](TaskContext&) { return FullDiskAccessProbe::probe(paths); }, take,
+        this, [probe = m_surroundings.probeAccess](TaskContext&) { return probe(); }, take,
         [take](const std::exception_ptr&) { take(FDAStatus::indeterminate); })
         .detach();
 }
@@ -178,7 +172,7 @@ void AppModel::stopBackup() {
 
 void AppModel::command(void (TMUtilRunner::*verb)(std::stop_token) const) {
     startTask(
-        this, [runner = runner(), verb](TaskContext& task) { (runner.*verb)(task.stopToken()); },
+        this, [runner = m_surroundings.runner, verb](TaskContext& task) { (runner.*verb)(task.stopToken()); },
         [this] { refreshStatus(); },
         [this](const std::exception_ptr& failure) { setLastError(describe(failure)); })
         .detach();

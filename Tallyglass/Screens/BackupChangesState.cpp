@@ -1,6 +1,5 @@
 #include "Tallyglass/Screens/BackupChangesState.h"
 
-#include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/Words.h"
 
 namespace tallyglass {
@@ -43,8 +42,11 @@ void BackupChangesState::update() {
 
 void BackupChangesState::makeChanges() {
     m_changes = std::make_unique<BackupChangesModel>(model()->surroundings());
-    connect(m_changes.get(), &BackupChangesModel::changed, this, &BackupChangesState::scheduleUpdate);
-    connect(m_changes.get(), &BackupChangesModel::treeChanged, this, [this] {
+    for (const auto topic : {&BackupChangesModel::backupsChanged, &BackupChangesModel::progressChanged,
+                             &BackupChangesModel::elapsedChanged, &BackupChangesModel::resultChanged,
+                             &BackupChangesModel::errorChanged})
+        connect(m_changes.get(), topic, this, &BackupChangesState::scheduleUpdate);
+    connect(m_changes.get(), &BackupChangesModel::rowsChanged, this, [this] {
         m_rows.setRows(m_changes->visibleRows(), m_changes->tree());
         scheduleUpdate();
     });
@@ -53,10 +55,7 @@ void BackupChangesState::makeChanges() {
 void BackupChangesState::load() {
     m_hasLoaded = true;
     m_target = TimelinePoint{targetDate()};
-    if (model()->fixtureName().empty())
-        m_changes->load(m_target->date, depth);
-    else
-        FixtureSession::fill(*m_changes, model()->fixtureName(), model()->now());
+    m_changes->load(m_target->date, depth);
 }
 
 QString BackupChangesState::searchText() const {
@@ -84,6 +83,12 @@ void BackupChangesState::setShowContentChangesOnly(bool contentOnly) {
 const DisplayRow* BackupChangesState::rowAt(int row) const {
     return row >= 0 && row < m_rows.rowCount() ? &m_changes->visibleRows()[static_cast<std::size_t>(row)]
                                                : nullptr;
+}
+
+void BackupChangesState::expand(const std::string& path) {
+    const ChangeRecord* folder = m_changes ? m_changes->tree().find(path) : nullptr;
+    if (folder && !m_changes->tree().isExpanded(path))
+        m_changes->toggleExpand(*folder);
 }
 
 void BackupChangesState::toggle(int row) {

@@ -20,7 +20,10 @@ void ModelView::setModel(AppModel* model) {
         m_model->disconnect(this);
     m_model = model;
     if (m_model) {
-        connect(m_model, &AppModel::changed, this, &ModelView::scheduleUpdate);
+        for (const auto topic :
+             {&AppModel::statusChanged, &AppModel::errorChanged, &AppModel::settingsChanged,
+              &AppModel::manifestChanged, &AppModel::permissionChanged})
+            connect(m_model, topic, this, &ModelView::scheduleUpdate);
         awaitMinute();
     }
     emit modelChanged();

@@ -1,6 +1,5 @@
 #include "Tallyglass/Screens/TallyglassApp.h"
 
-#include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/AppDelegate.h"
 #include "Tallyglass/Screens/ScreenPictures.h"
 #include "Tallyglass/Screens/Startup.h"
@@ -41,8 +40,12 @@ void prepareText(const std::function<void()>& between) {
     static_cast<void>(Fmt::size(1)); // which makes the formats of all sizes
 }
 
-AppSurroundings surroundings(Workspace& workspace) {
-    AppSurroundings surroundings;
+std::optional<FixtureSession> fixture(const ApplicationOptions& options) {
+    return options.fixture ? FixtureSession::make(*options.fixture, systemTime()) : std::nullopt;
+}
+
+AppSurroundings surroundings(const std::optional<FixtureSession>& fixture, Workspace& workspace) {
+    AppSurroundings surroundings = fixture ? fixture->surroundings : AppSurroundings();
     surroundings.workspace = &workspace;
     return surroundings;
 }
@@ -55,7 +58,7 @@ std::vector<std::string> TallyglassApp::sessions() {
 }
 
 TallyglassApp::TallyglassApp(const ApplicationOptions& options)
-    : m_options(options), m_model(surroundings(m_workspace)),
+    : m_options(options), m_fixture(fixture(options)), m_model(surroundings(m_fixture, m_workspace)),
       m_helperSetup(m_model.paths(), m_workspace, m_alerts),
       m_updater(UpdaterOptions::ofThisBuild(), m_alerts, m_workspace) {
     startModel();
@@ -69,16 +72,29 @@ TallyglassApp::TallyglassApp(const ApplicationOptions& options)
 TallyglassApp::~TallyglassApp() = default;
 
 void TallyglassApp::startModel() {
-    if (m_options.fixture)
-        FixtureSession::fill(m_model, *m_options.fixture);
     if (m_model.isFixtureSession())
         return;
+    if (actions().stopsBackup)
+        m_backupStop = connect(&m_model, &AppModel::statusChanged, this, [this] {
+            if (hasRate() && disconnect(m_backupStop))
+                m_model.stopBackup();
+        });
     m_model.refresh([this] { m_model.startPolling(); });
 }
 
-/// The first refresh is done, or a made-up session filled the model.
+/// What somebody does in the made-up session, or else on a real machine.
+ScreenActions TallyglassApp::actions() const {
+    return m_fixture ? m_fixture->actions : ScreenActions();
+}
+
+/// The first refresh is done, and a made-up session shows what it is about.
 bool TallyglassApp::hasData() const {
-    return m_model.hasReadSettings() && !m_model.isRefreshing();
+    return m_model.hasReadSettings() && !m_model.isRefreshing() && hasRate() &&
+           (!actions().stopsBackup || m_model.lastError());
+}
+
+bool TallyglassApp::hasRate() const {
+    return !m_fixture || !m_fixture->measuresRate || m_model.backupRate();
 }
 
 void TallyglassApp::loadWindow() {
@@ -149,7 +165,7 @@ void TallyglassApp::finishStart() {
 
 /// Says "ready" once, at the first frame that shows the whole screen with its data.
 void TallyglassApp::reportStart() {
-    connect(&m_model, &AppModel::changed, m_window.get(), [this] { m_window->update(); });
+    connect(&m_model, &AppModel::refreshingChanged, m_window.get(), [this] { m_window->update(); });
     m_startReport = connect(m_window.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (!hasData() || !Startup::of(*m_engine)->isOver())
             return;
@@ -168,7 +184,7 @@ void TallyglassApp::savePictures(const std::filesystem::path& folder,
     const AppcastItem newer{.version = QStringLiteral("9.9"),
                             .name = QStringLiteral("9.9"),
                             .link = QUrl(QStringLiteral("https://example.org/tallyglass"))};
-    ScreenPictures(*m_window, theme(),
+    ScreenPictures(*m_window, theme(), actions(),
                    {{QStringLiteral("uninstall"), [this] { m_helperSetup.confirmAndUninstall(); }, dismiss},
                     {QStringLiteral("update"), [this, newer] { m_updater.offer(newer); }, dismiss}})
         .save(folder, QString::fromStdString(m_options.fixture.value_or("machine")), written);

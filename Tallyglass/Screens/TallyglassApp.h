@@ -11,6 +11,7 @@
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Screens/ApplicationOptions.h"
 
@@ -20,6 +21,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,6 +55,8 @@ private:
     void loadWindow();
     void followDesktop();
     [[nodiscard]] bool hasData() const;
+    [[nodiscard]] bool hasRate() const;
+    [[nodiscard]] ScreenActions actions() const;
     void finishStart();
     void reportStart();
     [[nodiscard]] Theme& theme() { return *m_theme; }
@@ -61,6 +65,7 @@ private:
     DesktopWorkspace m_workspace;
     DesktopPasteboard m_pasteboard;
     Alerts m_alerts;
+    const std::optional<FixtureSession> m_fixture;
     AppModel m_model;
     HelperSetup m_helperSetup;
     UpdaterController m_updater;
@@ -69,6 +74,7 @@ private:
     Theme* m_theme = nullptr;
     std::unique_ptr<QQuickWindow> m_window;
     QMetaObject::Connection m_startReport;
+    QMetaObject::Connection m_backupStop;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<TrayPresence> m_tray; ///< absent until the start is finished
 };

@@ -1,7 +1,7 @@
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tests/Desktop/FeedServer.h"
-#include "Tests/Desktop/RecordedWorkspace.h"
+#include "Tests/Support/FakeWorkspace.h"
 #include "Tests/Support/QtMain/Until.h"
 
 #include <gmock/gmock.h>
@@ -43,7 +43,7 @@ protected:
     }
 
     test::FeedServer m_server;
-    test::RecordedWorkspace m_workspace;
+    test::FakeWorkspace m_workspace;
     Alerts m_alerts;
 };
 

@@ -1,7 +1,7 @@
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "TallyglassKit/Platform/Files/FileReading.h"
-#include "Tests/Desktop/RecordedWorkspace.h"
+#include "Tests/Support/FakeWorkspace.h"
 #include "Tests/Support/QtMain/Until.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -41,7 +41,7 @@ protected:
     }
 
     test::TemporaryFolder m_folder;
-    test::RecordedWorkspace m_workspace;
+    test::FakeWorkspace m_workspace;
     Alerts m_alerts;
 };
 

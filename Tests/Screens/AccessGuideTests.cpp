@@ -4,8 +4,8 @@
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Screens/AccessGuideContent.h"
-#include "Tests/Models/TestTimer.h"
 #include "Tests/Screens/QmlScreen.h"
+#include "Tests/Support/Models/FakeTimer.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -50,7 +50,7 @@ class AccessGuideScreen : public testing::TestWithParam<bool> {
 protected:
     AccessGuideScreen() {
         surroundings.workspace = &workspace;
-        surroundings.makeTimer = test::TestTimer::factory(timer);
+        surroundings.makeTimer = test::FakeTimer::factory(timer);
     }
     void SetUp() override {
         model = std::make_unique<AppModel>(surroundings);
@@ -75,7 +75,7 @@ protected:
     void press(const char* button) { screen->tree().get(QAccessible::Button, button).press(); }
 
     test::TemporaryFolder folder;
-    std::shared_ptr<test::TestTimer::State> timer = std::make_shared<test::TestTimer::State>();
+    std::shared_ptr<test::FakeTimer::State> timer = std::make_shared<test::FakeTimer::State>();
     AppSurroundings surroundings{SystemPaths(folder.path())};
     CountingWorkspace workspace;
     Alerts alerts;

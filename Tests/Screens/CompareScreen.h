@@ -9,9 +9,9 @@
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Screens/CompareState.h"
-#include "Tests/Desktop/RecordedWorkspace.h"
-#include "Tests/Models/ScriptedMachine.h"
 #include "Tests/Screens/QmlScreen.h"
+#include "Tests/Support/FakeWorkspace.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
 
 namespace tallyglass::test {
 
@@ -26,7 +26,7 @@ struct CompareStage {
     CompareStage();
 
     ScriptedMachine machine;
-    RecordedWorkspace workspace;
+    FakeWorkspace workspace;
     RecordedPasteboard pasteboard;
     Alerts alerts;
     AppModel model;
@@ -45,13 +45,13 @@ public:
     /// Where a row's top edge is in the window.
     [[nodiscard]] double placeOf(int row) const;
 
-    /// Shows a made-up result with files of these names.
-    void showResult(const std::vector<std::string>& names, std::int64_t depth = 3);
-    void show(const DiffModel::Shown& shown);
+    /// Compares two backups of which the newer one has files of these names, in their order, in "/Users".
+    void showResult(const std::vector<std::string>& names);
     /// Waits until the screen has caught up with its model and is laid out.
     void settle();
 
 private:
+    ScriptedMachine& m_machine;
     CompareState* m_state;
 };
 

@@ -1,6 +1,7 @@
 #include "Tallyglass/Models/FixtureSession.h"
 #include "Tests/Screens/QmlScreen.h"
 #include "Tests/Screens/ShellStage.h"
+#include "Tests/Support/Models/ReadMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,8 @@ namespace {
 class DashboardTest : public testing::Test {
 protected:
     explicit DashboardTest(const char* session = "healthy") {
-        FixtureSession::fill(stage.model, session);
+        if (*session)
+            fill(FixtureSession::make(session, stage.model.now())->surroundings);
         QVariantMap properties;
         for (const char* name : {"model", "helperSetup", "workspace", "pasteboard"})
             properties[name] = stage.properties()[name];
@@ -26,6 +28,14 @@ protected:
     }
     [[nodiscard]] bool shows(const char* text) const {
         return screen->tree().hasText(QString::fromUtf8(text));
+    }
+    /// With what there is on another machine.
+    void fill(const AppSurroundings& surroundings) {
+        AppModel other(surroundings);
+        test::readMachine(other);
+        stage.model.setFdaStatus(other.fdaStatus());
+        stage.model.setSettings(other.settings());
+        stage.model.setStatus(other.status());
     }
     void setSettings(const std::function<void(TMSettings&)>& change) {
         TMSettings settings = stage.model.settings().value();
@@ -214,8 +224,8 @@ TEST_F(DashboardTest, isWalkedByTabInReadingOrderAndBringsWhatHasTheKeyboardInto
 class DashboardOf : public testing::TestWithParam<std::string_view> {};
 
 TEST_P(DashboardOf, fitsEverySizeOfWindowAndText) {
-    test::ShellStage stage;
-    ASSERT_TRUE(FixtureSession::fill(stage.model, GetParam()));
+    test::ShellStage stage(FixtureSession::make(GetParam(), systemTime())->surroundings);
+    test::readMachine(stage.model);
     QVariantMap properties;
     for (const char* name : {"model", "helperSetup", "workspace", "pasteboard"})
         properties[name] = stage.properties()[name];

@@ -1,5 +1,5 @@
 #include "Tallyglass/Screens/ItemInBackups.h"
-#include "Tests/Desktop/RecordedWorkspace.h"
+#include "Tests/Support/FakeWorkspace.h"
 #include "Tests/Support/QtMain/Until.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -18,7 +18,7 @@ protected:
     [[nodiscard]] std::string root(const std::string& backup) const { return (folder / backup).string(); }
 
     const test::TemporaryFolder folder;
-    test::RecordedWorkspace workspace;
+    test::FakeWorkspace workspace;
     ItemInBackups item;
 };
 

@@ -11,6 +11,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <QVariantMap>
+#include <utility>
 
 namespace tallyglass::test {
 
@@ -32,11 +33,14 @@ public:
 };
 
 struct ShellStage {
+    ShellStage() : model(AppSurroundings(SystemPaths(root.path()))) {}
+    explicit ShellStage(AppSurroundings surroundings) : model(std::move(surroundings)) {}
+
     TemporaryFolder root;
     QuietWorkspace workspace;
     QuietPasteboard pasteboard;
     Alerts alerts;
-    AppModel model{AppSurroundings(SystemPaths(root.path()))};
+    AppModel model;
     HelperSetup helperSetup{model.paths(), workspace, alerts};
     UpdaterController updater{UpdaterOptions{}, alerts, workspace};
 

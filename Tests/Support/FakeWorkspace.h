@@ -9,7 +9,7 @@
 
 namespace tallyglass::test {
 
-class RecordedWorkspace : public Workspace {
+class FakeWorkspace : public Workspace {
 public:
     bool openUrl(const QUrl& url) override {
         requests.push_back("open " + url.toString().toStdString());
