@@ -4,6 +4,8 @@
 #include "Benchmarks/Comparison/SampleChanges.h"
 #include "Benchmarks/Support/Row.h"
 #include "Tallyglass/Models/DiffModel.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
+#include "TallyglassKit/Comparison/ChangeTree.h"
 #include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <fmt/format.h>
@@ -26,8 +28,12 @@ struct Million {
     char* argv = name;
     QCoreApplication application{argc, &argv};
     std::shared_ptr<CachedMillion> cache = CachedMillion::shared();
-    std::shared_ptr<DiffSession> session =
-        std::make_shared<DiffSession>(TMUtilRunner("/nowhere"), cache->file);
+    AppEnvironment environment{SystemPaths("/nowhere")};
+
+    Million() {
+        environment.cache = std::make_shared<CacheSession>(environment.runner, cache->file);
+        environment.cache->open();
+    }
 };
 Million* million = nullptr; // while its rows are measured
 
@@ -38,7 +44,7 @@ std::shared_ptr<void> makeMillion() {
 }
 
 std::unique_ptr<DiffModel> openModel() {
-    auto model = std::make_unique<DiffModel>(AppEnvironment(), million->session);
+    auto model = std::make_unique<DiffModel>(million->environment);
     model->setFromPath(million->cache->comparison.fromPath);
     model->setToPath(million->cache->comparison.toPath);
     model->setUnlimitedDepth(true);
@@ -50,7 +56,7 @@ void runToItsEnd(DiffModel& model) {
     model.run(true);
     while (model.progressText())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    if (std::ssize(model.visibleRows()) != DiffModel::rowLimit)
+    if (std::ssize(model.visibleRows()) != LoadedComparison::rowLimit)
         throw std::runtime_error("rows are missing: " + model.error().value_or(""));
 }
 
@@ -62,7 +68,7 @@ double measureFirstRows() {
 double measureFirstRowsReference() {
     const std::string query =
         fmt::format("SELECT * FROM fileChange WHERE comparisonID = '{}' ORDER BY path LIMIT {};",
-                    million->cache->comparison.id, DiffModel::rowLimit);
+                    million->cache->comparison.id, LoadedComparison::rowLimit);
     return seconds([&] {
         const auto result = ChildProcess{
             .executable = "/bin/sh",

@@ -4,6 +4,7 @@
 #include "Benchmarks/Support/Row.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
 
 #include <fmt/format.h>
 
@@ -13,6 +14,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTemporaryDir>
 #include <stdexcept>
 
 namespace tallyglass::bench {
@@ -21,6 +23,25 @@ namespace {
 
 constexpr int rows = 20'000;
 constexpr double frame = 1.0 / 60;
+
+/// A tmutil that knows of two backups and of so many changes between them.
+TMUtilResult runTool(const TMUtilRunner::Arguments& arguments, std::chrono::milliseconds,
+                     const TMUtilRunner::OnBytes&, const std::stop_token&) {
+    std::string output;
+    if (arguments.front() == "listbackups") {
+        output = "/older\n/newer\n";
+    } else if (arguments.front() == "compare") {
+        output = "<plist version=\"1.0\"><dict><key>Changes</key><array>";
+        for (int number = 0; number < rows; ++number)
+            output +=
+                fmt::format("<dict><key>AddedItem</key><dict><key>Path</key><string>/newer/Data/Users/alex/"
+                            "Documents/{:03}/{:x}/item {}.dat</string><key>Size</key>"
+                            "<integer>{}</integer></dict></dict>",
+                            number / 60, number * 7919 % 65'521, number, number * 37);
+        output += "</array></dict></plist>";
+    }
+    return {.exitCode = 0, .stdout = output, .stderr = {}};
+}
 
 class NoWorkspace : public Workspace {
 public:
@@ -32,8 +53,6 @@ class Screen {
 public:
     Screen() {
         m_engine.addImportPath(QStringLiteral("qrc:/"));
-        m_model.setFixtureSession(true); // nothing asks this machine
-        m_model.setFixtureName("compare-ready");
         m_model.setFdaStatus(FDAStatus::granted);
         QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tallyglass/Compare/CompareView.qml")));
         m_root.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
@@ -75,16 +94,14 @@ public:
 
 private:
     void showRows() {
-        DiffModel::Shown shown{.comparison = Comparison("/old", "/new", {}, {}, 3, "key", m_model.now())};
-        for (int number = 0; number < rows; ++number) {
-            shown.changes.emplace_back(std::nullopt, "key",
-                                       fmt::format("/Users/alex/Documents/{:03}/{:x}/item {}.dat",
-                                                   number / 60, number * 7919 % 65'521, number),
-                                       number % 3 == 0 ? ChangeKind::modified : ChangeKind::added, false,
-                                       number * 37, number, std::vector<std::string>{"mtime"});
-            shown.comparison->count(shown.changes.back());
-        }
-        m_viewModel->diff()->show(shown);
+        DiffModel& diff = *m_viewModel->diff();
+        while (!diff.canRun())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        diff.run(true);
+        while (diff.progressText())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (std::ssize(diff.changes()) != rows)
+            throw std::runtime_error("rows are missing: " + diff.error().value_or(""));
         for (int turn = 0; turn < 4; ++turn) {
             QCoreApplication::processEvents();
             static_cast<void>(m_window.grabWindow());
@@ -98,7 +115,14 @@ private:
         }
     }
 
-    AppModel m_model;
+    static AppEnvironment environment(const std::filesystem::path& folder) {
+        AppEnvironment result(SystemPaths(folder), TMUtilRunner(runTool));
+        result.cache = std::make_shared<CacheSession>(result.runner, folder / "cache.sqlite");
+        return result;
+    }
+
+    QTemporaryDir m_folder;
+    AppModel m_model{environment(m_folder.path().toStdString())};
     NoWorkspace m_workspace;
     Alerts m_alerts;
     DesktopClipboard m_clipboard;

@@ -1,7 +1,5 @@
-#include "Tallyglass/Models/AppModel.h"
-
 #include "Tallyglass/Desktop/Workspace.h"
-#include "Tallyglass/Models/ContinuousTimer.h"
+#include "Tallyglass/Models/AppModel.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 
 #include <QCoreApplication>
@@ -10,14 +8,9 @@
 
 namespace tallyglass {
 
-AppEnvironment::AppEnvironment(SystemPaths systemPaths)
-    : paths(std::move(systemPaths)), runner(paths.path(TMUtilRunner::executablePath)),
-      manifestTool(paths.path(TMUtilRunner::executablePath)), clock(systemTime),
-      makeTimer([] { return std::make_unique<ContinuousTimer>(); }) {}
-
 AppModel::AppModel(AppEnvironment environment, QObject* parent)
     : QObject(parent), m_environment(std::move(environment)),
-      m_manifestReader(m_environment.manifestTool, m_environment.paths) {}
+      m_manifestReader(m_environment.runner, m_environment.paths) {}
 
 AppModel::~AppModel() = default;
 
@@ -61,7 +54,7 @@ void AppModel::refreshStatus() {
 
 TaskHandle AppModel::readStatus(Then then) {
     return startTask(
-        this, [runner = runner()](TaskContext& task) { return runner.status(task.stopToken()); },
+        this, [runner = m_environment.runner](TaskContext& task) { return runner.status(task.stopToken()); },
         [this, then](const BackupStatus& status) {
             take(status, std::nullopt);
             then();
@@ -76,7 +69,7 @@ void AppModel::take(const BackupStatus& status, const std::optional<std::string>
     m_rateWindow.take(status, now());
     setStatus(status);
     setLastError(error);
-    setBackupRate(m_rateWindow.rate());
+    m_backupRate.setValue(m_rateWindow.rate());
 }
 
 void AppModel::reloadManifest() {
@@ -153,7 +146,7 @@ void AppModel::probePermission(Then then) {
         then();
     };
     startTask(
-        this, [paths = paths()](TaskContext&) { return FullDiskAccessProbe::probe(paths); }, take,
+        this, [probe = m_environment.probeAccess](TaskContext&) { return probe(); }, take,
         [take](const std::exception_ptr&) { take(FDAStatus::indeterminate); })
         .detach();
 }
@@ -178,7 +171,7 @@ void AppModel::stopBackup() {
 
 void AppModel::command(void (TMUtilRunner::*verb)(std::stop_token) const) {
     startTask(
-        this, [runner = runner(), verb](TaskContext& task) { (runner.*verb)(task.stopToken()); },
+        this, [runner = m_environment.runner, verb](TaskContext& task) { (runner.*verb)(task.stopToken()); },
         [this] { refreshStatus(); },
         [this](const std::exception_ptr& failure) { setLastError(describe(failure)); })
         .detach();

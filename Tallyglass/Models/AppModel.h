@@ -1,13 +1,14 @@
 // The root of what the screens show: what the backup engine is doing, the settings, the chosen destination
 // and its health, the manifest and the permission. One for the life of the process.
 //
-// Main thread only, and the main thread never waits here for a child or a file: operations that need one
-// return at once and land in the observable fields. They may overlap; each writes its results when it has
+// Main thread only, and it never waits here for a child or a file: operations that need one return at once
+// and their results land in the observable fields. They may overlap; each writes its results when it has
 // them, and the last one wins. None reports failure to its caller: failures land in `lastError` or are
-// dropped as told.
+// dropped, as said for each.
 
 #pragma once
 
+#include "Tallyglass/Models/AppEnvironment.h"
 #include "Tallyglass/Models/Task.h"
 #include "Tallyglass/Models/Timer.h"
 #include "TallyglassKit/Access/BackupManifest.h"
@@ -32,21 +33,6 @@
 
 namespace tallyglass {
 
-class Workspace;
-
-/// What the model asks of the machine it runs on. A test sets each.
-struct AppEnvironment {
-    /// This computer.
-    explicit AppEnvironment(SystemPaths systemPaths = SystemPaths::standard());
-
-    SystemPaths paths;
-    TMUtilRunner runner;       ///< for everything but the manifest
-    TMUtilRunner manifestTool; ///< finds the machine directory
-    Clock clock;
-    TimerFactory makeTimer;         ///< counts through sleep
-    Workspace* workspace = nullptr; ///< outlives the model; without one nothing is opened
-};
-
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -58,17 +44,17 @@ public:
     explicit AppModel(AppEnvironment environment = AppEnvironment(), QObject* parent = nullptr);
     ~AppModel() override;
 
-    // Observable fields. Setting an equal value wakes nobody; any other emits changed().
+    // Observable fields, each with the signal of its topic. Setting an equal value emits nothing.
 
     [[nodiscard]] const BackupStatus& status() const { return m_status.value(); }
     [[nodiscard]] const std::optional<std::string>& lastError() const { return m_lastError.value(); }
-    /// The model is filled by other means than the live system: nobody starts a refresh, the polling or a
-    /// recheck on their own account. The model itself doesn't look at it.
+    /// The model is filled by other means than the live system, so the application starts no refresh, polling
+    /// or recheck on its own. The model itself doesn't look at it.
     [[nodiscard]] bool isFixtureSession() const { return m_isFixtureSession.value(); }
     [[nodiscard]] const std::optional<BackupRate>& backupRate() const { return m_backupRate.value(); }
     [[nodiscard]] FDAStatus fdaStatus() const { return m_fdaStatus.value(); }
     [[nodiscard]] const std::optional<TMSettings>& settings() const { return m_settings.value(); }
-    /// Whether the settings have been set: until then, that there are none says nothing.
+    /// Whether the settings have been read: before that their absence means nothing.
     [[nodiscard]] bool hasReadSettings() const { return m_hasReadSettings.value(); }
     [[nodiscard]] bool isRefreshing() const { return m_isRefreshing.value(); }
     [[nodiscard]] const std::optional<std::string>& selectedDestinationID() const {
@@ -79,7 +65,6 @@ public:
     void setStatus(const BackupStatus& status) { m_status.setValue(status); }
     void setLastError(const std::optional<std::string>& text) { m_lastError.setValue(text); }
     void setFixtureSession(bool isFixture) { m_isFixtureSession.setValue(isFixture); }
-    void setBackupRate(const std::optional<BackupRate>& rate) { m_backupRate.setValue(rate); }
     void setFdaStatus(FDAStatus status) { m_fdaStatus.setValue(status); }
     void setSettings(const std::optional<TMSettings>& settings) {
         m_settings.setValue(settings);
@@ -94,54 +79,55 @@ public:
 
     /// The selected destination, or else the first one; null without any. Valid until the settings change.
     [[nodiscard]] const TMDestination* selectedDestination() const;
-    /// Of the selected destination as of now, judged afresh at each call.
+    /// Of the selected destination, as of now; computed at each call.
     [[nodiscard]] std::optional<BackupHealth> health() const;
     /// The worst of all destinations; healthy when there are none.
     [[nodiscard]] BackupHealth::Level overallHealth() const;
 
-    // The environment, for what works beside the model.
+    // The environment, for other parts of the program.
 
     [[nodiscard]] const AppEnvironment& environment() const { return m_environment; }
     [[nodiscard]] Date now() const { return m_environment.clock(); }
     [[nodiscard]] const SystemPaths& paths() const { return m_environment.paths; }
-    [[nodiscard]] const TMUtilRunner& runner() const { return m_environment.runner; }
     [[nodiscard]] const ManifestReader& manifestReader() const { return m_manifestReader; }
     [[nodiscard]] std::unique_ptr<Timer> makeTimer() const { return m_environment.makeTimer(); }
 
-    /// Which session fills the model in the place of the live system; empty for none.
-    [[nodiscard]] const std::string& fixtureName() const { return m_fixtureName; }
-    void setFixtureName(const std::string& name) { m_fixtureName = name; }
-
     // Operations.
 
-    /// Reads the status. A failure counts as idle, with its words in `lastError`; a success clears them.
+    /// Reads the status. A failure counts as idle, with its text in `lastError`; a success clears that.
     void refreshStatus();
 
-    /// Reads the status again and again, first after an interval; replaces a loop started before. When a
-    /// backup has ended, settings and manifest are read too.
+    /// Reads the status repeatedly, first after an interval; replaces an earlier loop. When a backup has
+    /// ended, it reads settings and manifest too.
     void startPolling();
 
-    /// Reads everything anew: permission, settings, selection, status, manifest, in this order. Then calls
-    /// `then`, if there is one; each part is there as soon as it has been read.
+    /// Reloads everything: permission, settings, selection, status, manifest, in this order. Each is
+    /// published as soon as it has been read. Calls `then`, if there is one, at the end.
     Q_INVOKABLE void refresh();
     void refresh(std::function<void()> then);
 
-    /// Probes the permission; if it has come, reads everything anew, else the manifest alone.
+    /// Probes the permission; reloads everything if it has just been granted, else the manifest alone.
     void recheckPermission();
 
-    /// Reads the manifest; a failure empties it, without words.
+    /// Reads the manifest; a failure empties it and leaves `lastError` alone.
     Q_INVOKABLE void reloadManifest();
 
-    /// Starts or stops a backup and reads the status, or leaves the words of the failure in `lastError`.
+    /// Starts or stops a backup and then reads the status, or puts the text of the failure in `lastError`.
     Q_INVOKABLE void startBackup();
     Q_INVOKABLE void stopBackup();
 
     Q_INVOKABLE void openFullDiskAccessSettings();
-    /// Shows this program's own file in the file manager.
+    /// Shows this program in the file manager.
     Q_INVOKABLE void revealAppInFinder();
 
 signals:
-    void changed(); ///< any observable field
+    void statusChanged(); ///< status, backupRate
+    void errorChanged();
+    void settingsChanged(); ///< settings, hasReadSettings, selectedDestinationID
+    void manifestChanged();
+    void permissionChanged();
+    void refreshingChanged();
+    void fixtureSessionChanged();
 
 private:
     using Then = std::function<void()>;
@@ -161,20 +147,21 @@ private:
     RateWindow m_rateWindow;
     std::unique_ptr<Timer> m_pollTimer; ///< absent until the polling starts
     TaskHandle m_pollTask;
-    std::string m_fixtureName;
 
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, BackupStatus, m_status, &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_lastError, &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_isFixtureSession, false, &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<BackupRate>, m_backupRate, &AppModel::changed)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, BackupStatus, m_status, &AppModel::statusChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_lastError, &AppModel::errorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_isFixtureSession, false,
+                                         &AppModel::fixtureSessionChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<BackupRate>, m_backupRate, &AppModel::statusChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, FDAStatus, m_fdaStatus, FDAStatus::indeterminate,
-                                         &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<TMSettings>, m_settings, &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_hasReadSettings, false, &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_isRefreshing, false, &AppModel::changed)
+                                         &AppModel::permissionChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<TMSettings>, m_settings, &AppModel::settingsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_hasReadSettings, false, &AppModel::settingsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_isRefreshing, false, &AppModel::refreshingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_selectedDestinationID,
-                               &AppModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::vector<BackupManifestEntry>, m_manifest, &AppModel::changed)
+                               &AppModel::settingsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::vector<BackupManifestEntry>, m_manifest,
+                               &AppModel::manifestChanged)
 };
 
 } // namespace tallyglass

@@ -1,26 +1,23 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
-
-#include "Tallyglass/Models/ComparisonProgress.h"
 #include "TallyglassKit/Access/BackupListing.h"
 #include "TallyglassKit/Access/NearestMatch.h"
-#include "TallyglassKit/Comparison/TallyglassDatabase.h"
+#include "TallyglassKit/Comparison/BackupVolume.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
+#include "TallyglassKit/Comparison/CompareOptions.h"
+#include "TallyglassKit/Comparison/ComparisonProgress.h"
+#include "TallyglassKit/Platform/Error.h"
 
-#include <fmt/format.h>
-
-#include <filesystem>
+#include <utility>
 
 namespace tallyglass {
 
-struct BackupChangesModel::Result {
-    Comparison comparison;
-    std::vector<ChangeRecord> changes;
-};
-
-BackupChangesModel::BackupChangesModel(AppEnvironment environment, std::shared_ptr<DiffSession> session,
-                                       VolumeProvider volumeProvider, QObject* parent)
-    : QObject(parent), m_environment(std::move(environment)), m_session(std::move(session)),
-      m_volumeProvider(std::move(volumeProvider)), m_ticker(m_environment.makeTimer()) {
-    connect(m_ticker.get(), &Timer::timeout, this, &BackupChangesModel::tick);
+BackupChangesModel::BackupChangesModel(AppEnvironment environment, QObject* parent)
+    : QObject(parent), m_environment(std::move(environment)), m_job(m_environment) {
+    connect(&m_job, &ComparisonJob::progressChanged, this, &BackupChangesModel::progressChanged);
+    connect(&m_job, &ComparisonJob::elapsedChanged, this, &BackupChangesModel::elapsedChanged);
+    connect(&m_job, &ComparisonJob::resultChanged, this, &BackupChangesModel::resultChanged);
+    connect(&m_job, &ComparisonJob::errorChanged, this, &BackupChangesModel::errorChanged);
+    connect(&m_job, &ComparisonJob::succeeded, this, &BackupChangesModel::seedTree);
 }
 
 BackupChangesModel::~BackupChangesModel() = default;
@@ -28,13 +25,11 @@ BackupChangesModel::~BackupChangesModel() = default;
 // Loading.
 
 void BackupChangesModel::load(Date target, std::int64_t depth) {
-    m_elapsed.setValue(0);
-    m_bytesReceived.setValue(0);
-    m_error.setValue(std::nullopt);
+    m_job.reset();
+    m_loadError.setValue(std::nullopt);
     m_isOldest.setValue(false);
     resetTree();
-    m_ticker->start(1);
-    if (m_session)
+    if (m_environment.cache->isOpen())
         findBackups(target, depth);
     else
         openCache(target, depth);
@@ -42,23 +37,17 @@ void BackupChangesModel::load(Date target, std::int64_t depth) {
 
 void BackupChangesModel::openCache(Date target, std::int64_t depth) {
     m_task = startTask(
-        this,
-        [runner = m_environment.runner](TaskContext&) {
-            return std::make_shared<DiffSession>(runner, TallyglassDatabase::defaultURL());
-        },
-        [this, target, depth](std::shared_ptr<DiffSession> session) {
-            m_session = std::move(session);
-            findBackups(target, depth);
-        },
+        this, [cache = m_environment.cache](TaskContext& task) { cache->open(task.stopToken()); },
+        [this, target, depth] { findBackups(target, depth); },
         [this](const std::exception_ptr& failure) { fail(cacheFailure(failure)); });
 }
 
 void BackupChangesModel::findBackups(Date target, std::int64_t depth) {
-    m_progressText.setValue("Finding backup…");
+    m_job.begin("Finding backup…");
     m_task = startTask(
         this,
-        [session = m_session](TaskContext& task) {
-            return session->engine().availableBackupsThrowing(task.stopToken());
+        [cache = m_environment.cache](TaskContext& task) {
+            return cache->open().engine().availableBackupsThrowing(task.stopToken());
         },
         [this, target, depth](const std::vector<DiffEngine::Backup>& backups) {
             take(backups, target, depth);
@@ -75,123 +64,47 @@ void BackupChangesModel::take(const std::vector<DiffEngine::Backup>& backups, Da
     if (!index)
         return fail("Couldn't confidently match this point to a specific backup, so no diff is shown rather "
                     "than risk showing the wrong one.");
-    m_resolvedTo.setValue(backups[*index].date);
+    const DiffEngine::Backup& to = backups[*index];
+    m_resolvedTo.setValue(to.date);
     if (*index == 0) {
         m_isOldest.setValue(true);
-        return finish();
+        return m_job.end();
     }
-    m_resolvedFrom.setValue(backups[*index - 1].date);
-    compare(backups[*index - 1], backups[*index], depth);
-}
-
-void BackupChangesModel::compare(const DiffEngine::Backup& from, const DiffEngine::Backup& to,
-                                 std::int64_t depth) {
-    m_progressText.setValue("Comparing…");
-    m_isComparing = true;
-    m_task = startTask(
-        this,
-        [session = m_session, from = from.path, to = to.path,
-         options = CompareOptions::fast(depth)](TaskContext& task) {
-            // The result itself is what tells that it is finished, once its rows are there.
-            const auto unlessFinished = [post = task.post(&BackupChangesModel::apply)](const auto& progress) {
-                if (!std::holds_alternative<Comparison>(progress))
-                    post(progress);
-            };
-            Result result;
-            result.comparison =
-                session->engine().compare(from, to, options, true, unlessFinished, task.stopToken());
-            result.changes = session->store().changes(result.comparison.id, std::nullopt, std::nullopt,
-                                                      rowLimit, 0, task.stopToken());
-            return result;
-        },
-        [this, from = from.path, to = to.path](Result result) {
-            m_comparison.setValue(std::move(result.comparison));
-            m_changes = result.changes;
-            seedTree(std::move(result.changes), from, to);
-            finish();
-        },
-        [this](const std::exception_ptr& failure) { fail(comparisonFailure(failure)); });
-}
-
-void BackupChangesModel::show(const Shown& shown) {
-    m_comparison.setValue(shown.comparison);
-    m_changes = shown.changes;
-    m_progressText.setValue(shown.progressText);
-    m_error.setValue(shown.error);
-    m_resolvedFrom.setValue(shown.resolvedFrom);
-    m_resolvedTo.setValue(shown.resolvedTo);
-    m_isOldest.setValue(shown.isOldest);
-    m_elapsed.setValue(shown.elapsed);
-    m_bytesReceived.setValue(shown.bytesReceived);
-    resetTree();
-    seedTree(shown.changes, {}, {});
-}
-
-void BackupChangesModel::apply(const DiffEngine::Progress& progress) {
-    if (const auto* running = std::get_if<DiffEngine::Running>(&progress))
-        m_bytesReceived.setValue(running->bytesReceived);
-    m_progressText.setValue(tallyglass::progressText(progress));
+    const DiffEngine::Backup& from = backups[*index - 1];
+    m_resolvedFrom.setValue(from.date);
+    m_job.start(from.path, to.path, CompareOptions::fast(depth), true);
 }
 
 void BackupChangesModel::fail(const std::string& message) {
-    m_error.setValue(message);
-    finish();
-}
-
-void BackupChangesModel::finish() {
-    m_isComparing = false;
-    m_progressText.setValue(std::nullopt);
-    m_ticker->stop();
+    m_loadError.setValue(message);
+    m_job.end();
 }
 
 void BackupChangesModel::cancel() {
-    m_task = {};
-    if (m_isComparing)
-        m_error.setValue("Comparison cancelled.");
-    finish();
-}
-
-void BackupChangesModel::tick() {
-    if (progressText())
-        m_elapsed.setValue(elapsed() + 1);
-    m_ticker->start(1);
-}
-
-std::string BackupChangesModel::elapsedText() const {
-    return fmt::format("{}:{:02}", elapsed() / 60, elapsed() % 60);
-}
-
-std::optional<std::string> BackupChangesModel::volumeComponent(const std::string& root) {
-    namespace fs = std::filesystem;
-    std::optional<std::string> first;
-    std::error_code failure;
-    fs::directory_iterator entry(root, failure);
-    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
-        std::string name = entry->path().filename().string();
-        std::error_code unknown;
-        if (!name.starts_with('.') && entry->is_directory(unknown) && (!first || name < *first))
-            first = std::move(name);
-    }
-    return failure ? std::nullopt : first;
+    m_task.cancel();
+    m_job.abandon();
 }
 
 // The tree.
 
 void BackupChangesModel::setShowContentChangesOnly(bool contentOnly) {
-    if (std::exchange(m_showContentChangesOnly, contentOnly) != contentOnly)
-        updateRows();
+    if (std::exchange(m_showContentChangesOnly, contentOnly) == contentOnly)
+        return;
+    emit filterChanged();
+    updateRows();
 }
 
 void BackupChangesModel::setSearchText(const std::string& text) {
-    if (std::exchange(m_searchText, text) != text)
-        updateRows();
+    if (std::exchange(m_searchText, text) == text)
+        return;
+    emit filterChanged();
+    updateRows();
 }
 
-void BackupChangesModel::seedTree(std::vector<ChangeRecord> rows, const std::string& fromRoot,
-                                  const std::string& toRoot) {
-    m_fromRoot = fromRoot;
-    m_toRoot = toRoot;
-    m_tree.seed(std::move(rows));
+void BackupChangesModel::seedTree() {
+    m_fromRoot = comparison()->fromPath;
+    m_toRoot = comparison()->toPath;
+    m_tree.seed(m_job.rows());
     drainPrefetch();
     updateRows();
 }
@@ -218,25 +131,29 @@ void BackupChangesModel::fetchChildren(const std::string& path) {
 }
 
 void BackupChangesModel::fetch(const std::string& path, const std::function<void()>& then) {
-    if (!m_session || !m_fromRoot || !m_toRoot || !m_tree.beginFetch(path))
+    if (!m_fromRoot || !m_toRoot || !m_tree.beginFetch(path))
         return then();
     const auto finished = [this, path, then] {
         m_fetches.erase(path);
         then();
         updateRows();
     };
-    m_fetches[path] = startTask(
+    TaskHandle& task = m_fetches[path];
+    task = startTask(
         this,
-        [session = m_session, from = *m_fromRoot, to = *m_toRoot, knownVolume = m_volume,
-         findVolume = m_volumeProvider, path](TaskContext& task) {
-            const auto volume = knownVolume ? knownVolume : findVolume(from);
+        [cache = m_environment.cache, from = *m_fromRoot, to = *m_toRoot, knownVolume = m_volume,
+         path](TaskContext& context) {
+            const auto volume = knownVolume ? knownVolume : volumeComponent(from);
             if (!volume)
                 throw Error("Couldn't locate the backup volume.");
-            task.post (&BackupChangesModel::takeVolume)(*volume);
-            const Comparison comparison = session->engine().compareFolder(
-                from, to, *volume, path, CompareOptions::fast(prefetchDepth), true, {}, task.stopToken());
-            return session->store().changes(comparison.id, std::nullopt, std::nullopt, rowLimit, 0,
-                                            task.stopToken());
+            context.post (&BackupChangesModel::takeVolume)(*volume);
+            auto& open = cache->open();
+            return open
+                .load(open.engine().compareFolder(from, to, *volume, path,
+                                                  CompareOptions::fast(prefetchDepth), true, {},
+                                                  context.stopToken()),
+                      context.stopToken())
+                .rows;
         },
         [this, path, finished](std::vector<ChangeRecord> rows) {
             m_tree.fetchSucceeded(path, std::move(rows));
@@ -249,7 +166,7 @@ void BackupChangesModel::fetch(const std::string& path, const std::function<void
                 m_tree.fetchFailed(path, describe(failure));
             finished();
         });
-    m_fetches[path].letFinish();
+    task.letFinish();
 }
 
 void BackupChangesModel::drainPrefetch() {
@@ -263,7 +180,7 @@ void BackupChangesModel::drainPrefetch() {
 
 void BackupChangesModel::updateRows() {
     m_visibleRows = m_tree.visibleRows(m_showContentChangesOnly, m_searchText);
-    emit treeChanged();
+    emit rowsChanged();
 }
 
 } // namespace tallyglass

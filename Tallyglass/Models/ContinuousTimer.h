@@ -1,4 +1,4 @@
-// A timer on the monotonic clock that keeps counting while the computer sleeps: a moment that passed during
+// A timer on the monotonic clock that keeps counting while the computer sleeps: a timeout that expired during
 // the sleep fires on waking. Main thread only.
 
 #pragma once
@@ -15,7 +15,7 @@ class ContinuousTimer : public Timer {
     Q_OBJECT
 
 public:
-    /// Throws Error if the system has no timer left to give.
+    /// Throws Error if the system has no more timers.
     ContinuousTimer();
     ~ContinuousTimer() override;
 
@@ -25,7 +25,7 @@ public:
 private:
     void fire();
 
-    int m_descriptor;
+    int m_fd;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 

@@ -14,41 +14,40 @@
 
 namespace tallyglass {
 
-ContinuousTimer::ContinuousTimer()
-    : m_descriptor(timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK)) {
-    if (m_descriptor < 0)
+ContinuousTimer::ContinuousTimer() : m_fd(timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK)) {
+    if (m_fd < 0)
         throw Error("Could not make a timer: " + errorText(errno));
-    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_fd, QSocketNotifier::Read);
     m_notifier->setEnabled(false);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &ContinuousTimer::fire);
 }
 
 ContinuousTimer::~ContinuousTimer() {
     m_notifier.reset();
-    ::close(m_descriptor);
+    ::close(m_fd);
 }
 
 void ContinuousTimer::start(double seconds) {
-    // A setting of nought would disarm it.
+    // A value of zero would disarm it.
     const double whole = std::floor(std::max(seconds, 0.0));
     const double rest = std::max(seconds, 0.0) - whole;
     itimerspec setting{};
     setting.it_value.tv_sec = static_cast<std::time_t>(whole);
     setting.it_value.tv_nsec = std::clamp(std::lround(rest * 1e9), whole > 0 ? 0L : 1L, 999'999'999L);
-    timerfd_settime(m_descriptor, 0, &setting, nullptr);
+    timerfd_settime(m_fd, 0, &setting, nullptr);
     m_notifier->setEnabled(true);
 }
 
 void ContinuousTimer::stop() {
     const itimerspec none{};
-    timerfd_settime(m_descriptor, 0, &none, nullptr);
+    timerfd_settime(m_fd, 0, &none, nullptr);
     m_notifier->setEnabled(false);
 }
 
 void ContinuousTimer::fire() {
     std::uint64_t expirations = 0;
-    if (::read(m_descriptor, &expirations, sizeof expirations) != sizeof expirations)
-        return; // it was started anew since
+    if (::read(m_fd, &expirations, sizeof expirations) != sizeof expirations)
+        return; // it has been restarted since
     m_notifier->setEnabled(false);
     emit timeout();
 }

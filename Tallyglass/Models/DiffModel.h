@@ -1,22 +1,21 @@
 // The model behind the compare screen: it finds the backups, holds the choice of two and the options, runs a
 // comparison, and offers its rows to the screen.
 //
-// Main thread only. The cache is opened, backups are listed and comparisons run on the pool. `changed` tells
-// of the observable fields and of what `visibleRows` gives.
+// Main thread only; the cache is opened, backups are listed and comparisons run on the pool. Setting an equal
+// value emits nothing.
 
 #pragma once
 
-#include "Tallyglass/Models/AppModel.h"
-#include "Tallyglass/Models/DiffSession.h"
+#include "Tallyglass/Models/AppEnvironment.h"
+#include "Tallyglass/Models/ComparisonJob.h"
 #include "Tallyglass/Models/Task.h"
 #include "TallyglassKit/Comparison/ChangeKind.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
+#include "TallyglassKit/Comparison/DiffEngine.h"
 
 #include <QObject>
 #include <QProperty>
 #include <cstdint>
-#include <filesystem>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -24,55 +23,44 @@
 
 namespace tallyglass {
 
+struct ComparableBackups;
+
 class DiffModel : public QObject {
     Q_OBJECT
 
 public:
-    struct BackupChoice {
-        std::string path;
-        std::optional<Date> date;
-        friend bool operator==(const BackupChoice&, const BackupChoice&) = default;
-    };
+    using BackupChoice = DiffEngine::Backup;
 
-    /// What a screen shows of the model, but for the choices, which follow from the backups.
-    struct Shown {
-        std::vector<BackupChoice> backups = {};
-        std::optional<Comparison> comparison = {};
-        std::vector<ChangeRecord> changes = {};
-        std::optional<std::string> progressText = {};
-        std::optional<std::string> error = {};
-        std::optional<std::string> unavailableReason = {};
-    };
-
-    static constexpr std::int64_t rowLimit = 20'000; ///< the most rows that are loaded
-
-    /// Opens the user's cache when it is prepared.
     explicit DiffModel(AppEnvironment environment, QObject* parent = nullptr);
-    /// Over a cache that is open.
-    DiffModel(AppEnvironment environment, std::shared_ptr<DiffSession> session, QObject* parent = nullptr);
     ~DiffModel() override;
 
     [[nodiscard]] const std::vector<BackupChoice>& backups() const { return m_backups.value(); }
     [[nodiscard]] bool isLoadingBackups() const { return m_isLoadingBackups.value(); }
-    /// The result shown.
-    [[nodiscard]] const std::optional<Comparison>& comparison() const { return m_comparison.value(); }
-    /// The first rows of it, in the order of their paths.
-    [[nodiscard]] const std::vector<ChangeRecord>& changes() const { return m_changes.value(); }
-    /// Present exactly while a comparison runs.
-    [[nodiscard]] const std::optional<std::string>& progressText() const { return m_progressText.value(); }
-    [[nodiscard]] const std::optional<std::string>& error() const { return m_error.value(); }
     /// Why there is nothing to compare.
     [[nodiscard]] const std::optional<std::string>& unavailableReason() const {
         return m_unavailableReason.value();
     }
 
+    /// The result shown.
+    [[nodiscard]] const std::optional<Comparison>& comparison() const { return m_job.comparison(); }
+    /// The first rows of it, in the order of their paths.
+    [[nodiscard]] const std::vector<ChangeRecord>& changes() const { return m_job.rows(); }
+    /// Present exactly while a comparison runs.
+    [[nodiscard]] const std::optional<std::string>& progressText() const { return m_job.progressText(); }
+    /// For how long the comparison has run, such as "1:15".
+    [[nodiscard]] std::string elapsedText() const { return m_job.elapsedText(); }
+    [[nodiscard]] const std::optional<std::string>& error() const {
+        return m_cacheError.value() ? m_cacheError.value() : m_job.error();
+    }
+
     [[nodiscard]] const std::optional<std::string>& fromPath() const { return m_fromPath.value(); }
     [[nodiscard]] const std::optional<std::string>& toPath() const { return m_toPath.value(); }
+    void setFromPath(const std::optional<std::string>& path) { m_fromPath.setValue(path); }
+    void setToPath(const std::optional<std::string>& path) { m_toPath.setValue(path); }
+
     [[nodiscard]] std::int64_t depth() const { return m_depth.value(); }
     [[nodiscard]] bool unlimitedDepth() const { return m_unlimitedDepth.value(); }
     [[nodiscard]] bool compareExtendedAttributes() const { return m_compareExtendedAttributes.value(); }
-    void setFromPath(const std::optional<std::string>& path) { m_fromPath.setValue(path); }
-    void setToPath(const std::optional<std::string>& path) { m_toPath.setValue(path); }
     void setDepth(std::int64_t depth) { m_depth.setValue(depth); }
     void setUnlimitedDepth(bool isUnlimited) { m_unlimitedDepth.setValue(isUnlimited); }
     void setCompareExtendedAttributes(bool compares) { m_compareExtendedAttributes.setValue(compares); }
@@ -85,7 +73,7 @@ public:
     void setKindFilter(const std::set<ChangeKind>& kinds);
     void setSearchText(const std::string& text);
 
-    /// The indices in `changes` of the rows that the filters keep, in their order. Nothing asks the store.
+    /// The indices in `changes` of the rows that the filters keep, in their order.
     [[nodiscard]] const std::vector<std::uint32_t>& visibleRows() const { return m_visibleRows; }
     /// The rows themselves, copied.
     [[nodiscard]] std::vector<ChangeRecord> visibleChanges() const;
@@ -96,51 +84,50 @@ public:
     /// Opens the cache, if it isn't open, and then lists the backups.
     void prepare();
     void loadBackups();
-    /// Compares the two; stops what runs, and drops it. Does nothing before it was prepared or without a
+    /// Compares the two; stops what runs, and drops it. Does nothing before the cache is open or without a
     /// choice.
     void run(bool useCache);
-    /// Stops what runs; its end is then told in `error`.
-    void cancel();
-
-    /// Fills the model by other means than a machine.
-    void show(const Shown& shown);
+    /// Stops what runs; `error` then says so.
+    void cancel() { m_job.cancel(); }
 
 signals:
-    void changed();
+    void backupsChanged();   ///< backups, isLoadingBackups, unavailableReason
+    void selectionChanged(); ///< fromPath, toPath
+    void optionsChanged();   ///< depth, unlimitedDepth, compareExtendedAttributes
+    void progressChanged();
+    void elapsedChanged();
+    void resultChanged(); ///< comparison, changes
+    void errorChanged();
+    void filterChanged(); ///< showContentChangesOnly, kindFilter, searchText
+    void rowsChanged();   ///< visibleRows
 
 private:
-    struct Listing;
-    struct Result;
+    using Self = DiffModel;
 
-    void take(const Listing& listing);
-    void take(Result result);
-    void apply(const DiffEngine::Progress& progress);
+    void take(const ComparableBackups& found);
+    template <typename Value>
+    void setFilter(Value& filter, const Value& value);
     void filterRows();
 
     const AppEnvironment m_environment;
-    std::shared_ptr<DiffSession> m_session; ///< null until the cache is open
+    ComparisonJob m_job;
     TaskHandle m_prepareTask;
     TaskHandle m_listTask;
-    TaskHandle m_runTask;
     bool m_showContentChangesOnly = false;
     std::set<ChangeKind> m_kindFilter{allChangeKinds.begin(), allChangeKinds.end()};
     std::string m_searchText;
     std::vector<std::uint32_t> m_visibleRows;
 
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::vector<BackupChoice>, m_backups, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(DiffModel, bool, m_isLoadingBackups, false, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::optional<Comparison>, m_comparison, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::vector<ChangeRecord>, m_changes, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::optional<std::string>, m_progressText, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::optional<std::string>, m_error, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::optional<std::string>, m_unavailableReason,
-                               &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::optional<std::string>, m_fromPath, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY(DiffModel, std::optional<std::string>, m_toPath, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(DiffModel, std::int64_t, m_depth, 3, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(DiffModel, bool, m_unlimitedDepth, false, &DiffModel::changed)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(DiffModel, bool, m_compareExtendedAttributes, false,
-                                         &DiffModel::changed)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, std::vector<BackupChoice>, m_backups, &Self::backupsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, bool, m_isLoadingBackups, false, &Self::backupsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, std::optional<std::string>, m_unavailableReason, &Self::backupsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, std::optional<std::string>, m_cacheError, &Self::errorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, std::optional<std::string>, m_fromPath, &Self::selectionChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Self, std::optional<std::string>, m_toPath, &Self::selectionChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, std::int64_t, m_depth, 3, &Self::optionsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, bool, m_unlimitedDepth, false, &Self::optionsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, bool, m_compareExtendedAttributes, false,
+                                         &Self::optionsChanged)
 };
 
 } // namespace tallyglass

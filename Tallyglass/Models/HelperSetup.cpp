@@ -39,10 +39,10 @@ void HelperSetup::requestHelperRun() {
     const auto moment = formatIso8601(m_clock());
     if (!moment)
         return;
-    // In the background, because a replaced file goes all the way to the disk.
+    // In the background, because replacing a file waits for the disk.
     runOnPool([file = m_paths.path(HelperRemoval::triggerPath), moment = *moment] {
         QSaveFile trigger(QString::fromStdString(file));
-        trigger.setDirectWriteFallback(true); // the folder may be the helper's, and only the file ours
+        trigger.setDirectWriteFallback(true); // only the file may be writable, and its folder not
         if (trigger.open(QIODevice::WriteOnly) && trigger.write(moment.data(), std::ssize(moment)) >= 0)
             trigger.commit();
     });

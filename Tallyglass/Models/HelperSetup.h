@@ -28,21 +28,21 @@ public:
     HelperSetup(SystemPaths paths, Workspace& workspace, Alerts& alerts, Clock clock = systemTime,
                 QObject* parent = nullptr);
 
-    /// Whether the helper's file stood at the last look, which is taken at the start, whenever the program
-    /// becomes active, and by lookForHelper().
+    /// Whether the helper's file existed at the last look, which happens at the start, whenever the program
+    /// becomes active, and in lookForHelper().
     [[nodiscard]] bool helperExists() const { return m_helperExists; }
     Q_INVOKABLE void lookForHelper();
 
     [[nodiscard]] QString helperPath() const;
 
-    /// Asks the helper for a new export. A failure has no consequence.
+    /// Asks the helper for a new export. Failures are ignored.
     Q_INVOKABLE void requestHelperRun();
 
     /// Opens the settings at Full Disk Access, and shows the helper in the file manager if it exists.
     Q_INVOKABLE void openFullDiskAccessAndReveal();
 
-    /// Asks whether to remove the helper, removes it, and says how that went. Does nothing while it is asking
-    /// or removing already.
+    /// Asks the user whether to remove the helper, removes it, and tells the outcome. Does nothing while that
+    /// is under way already.
     Q_INVOKABLE void confirmAndUninstall();
 
 signals:

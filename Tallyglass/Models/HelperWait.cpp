@@ -14,7 +14,7 @@ HelperWait::~HelperWait() = default;
 
 void HelperWait::start() {
     if (!m_isWaiting)
-        goOn();
+        waitOn();
 }
 
 void HelperWait::stop() {
@@ -23,7 +23,7 @@ void HelperWait::stop() {
     m_reading.cancel();
 }
 
-void HelperWait::goOn() {
+void HelperWait::waitOn() {
     m_isWaiting = m_model.manifest().empty();
     if (m_isWaiting)
         m_timer->start(interval);
@@ -33,7 +33,7 @@ void HelperWait::ask() {
     m_helper.requestHelperRun();
     const auto store = [this](const std::vector<BackupManifestEntry>& entries) {
         m_model.setManifest(entries);
-        goOn();
+        waitOn();
     };
     m_reading = startTask(
         this,

@@ -1,5 +1,5 @@
 // Waits for the helper to be granted access: asks it for a new export every few seconds and reads the
-// manifest, until one has arrived. The arrival is the only proof of the grant that this program can see.
+// manifest, until there is one. A manifest is the only proof of the grant that this program can see.
 //
 // Main thread only. Model and helper outlive it.
 
@@ -25,13 +25,13 @@ public:
     HelperWait(AppModel& model, HelperSetup& helper, QObject* parent = nullptr);
     ~HelperWait() override;
 
-    /// Starts waiting, unless it is at it or the manifest is there.
+    /// Starts waiting, unless it waits already or there is a manifest.
     void start();
     void stop();
     [[nodiscard]] bool isWaiting() const { return m_isWaiting; }
 
 private:
-    void goOn();
+    void waitOn();
     void ask();
 
     AppModel& m_model;

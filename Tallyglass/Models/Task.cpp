@@ -10,8 +10,8 @@
 namespace tallyglass {
 namespace {
 
-/// Jobs mostly wait, for a child, a disk or each other, so that each has a thread at once; idle ones serve
-/// the next jobs and end after half a minute.
+/// Jobs mostly wait, for a child, a disk or each other, so each gets a thread at once. Idle threads serve the
+/// next jobs and end after half a minute.
 class Pool : public QThreadPool {
 public:
     Pool() { setMaxThreadCount(std::numeric_limits<int>::max()); }
@@ -22,17 +22,18 @@ public:
     }
 };
 
-/// Stopped at the end of the application; the next one, as in a test, has a new one.
+/// Stopped at the end of the application. Another application in the same process, as in a test, gets a new
+/// one.
 std::stop_source& applicationLife() {
     static std::stop_source source;
     return source;
 }
 
-/// Milliseconds that jobs have once they are told to stop: more than a child takes that has to be killed.
+/// Milliseconds that stopped jobs have to end: more than killing a child takes.
 constexpr int longestEnd = 10'000;
 
-/// The last jobs end with the application. Later they could meet what the end of the process has taken away;
-/// so if one hangs, as in a file of a disk that doesn't answer, the process ends where it is.
+/// The last jobs end with the application, because later they could use static objects that are destroyed
+/// already. If one hangs, for example on a disk that doesn't answer, the process exits at once.
 void endJobs() {
     applicationLife().request_stop();
     if (!Pool::shared().waitForDone(longestEnd))
@@ -47,57 +48,57 @@ Q_COREAPP_STARTUP_FUNCTION(endJobsWithTheApplication)
 
 } // namespace
 
-/// Lives on the main thread as the receiver's child, so that it goes with the receiver, and what was posted
-/// to it goes with it.
-class TaskMailbox::Door : public QObject {
+/// The context object of queued calls. It is the receiver's child, so that it is destroyed with the receiver,
+/// and Qt then drops what was posted to it.
+class TaskMailbox::Context : public QObject {
 public:
-    Door(QObject* receiver, TaskMailbox* mailbox) : QObject(receiver), m_mailbox(mailbox) {}
+    Context(QObject* receiver, TaskMailbox* mailbox) : QObject(receiver), m_mailbox(mailbox) {}
 
-    ~Door() override {
+    ~Context() override {
         if (m_mailbox)
-            m_mailbox->takeDoor();
+            m_mailbox->detachContext();
     }
 
-    TaskMailbox* m_mailbox; ///< null once it let go of the door
+    TaskMailbox* m_mailbox; ///< null once the mailbox is closed
 };
 
 TaskMailbox::TaskMailbox(QObject* receiver)
-    : m_receiver(receiver), m_door(new Door(receiver, this)),
+    : m_receiver(receiver), m_context(new Context(receiver, this)),
       m_applicationEnd(applicationLife().get_token(), [this] { stop(); }) {}
 
 void TaskMailbox::deliver(std::function<void()> action) {
     const std::lock_guard lock(m_mutex);
-    if (!m_door)
+    if (!m_context)
         return;
-    const auto unlessClosed = [door = m_door, action = std::move(action)] {
-        if (door->m_mailbox)
+    const auto unlessClosed = [context = m_context, action = std::move(action)] {
+        if (context->m_mailbox)
             action();
     };
-    QMetaObject::invokeMethod(m_door, unlessClosed, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(m_context, unlessClosed, Qt::QueuedConnection);
 }
 
 void TaskMailbox::close() {
-    Door* const door = takeDoor();
-    if (!door)
+    Context* const context = detachContext();
+    if (!context)
         return;
-    door->m_mailbox = nullptr;
-    door->deleteLater(); // it may be delivering just now
+    context->m_mailbox = nullptr;
+    context->deleteLater(); // one of its calls may be running
 }
 
-TaskMailbox::Door* TaskMailbox::takeDoor() {
-    Door* door = nullptr;
+TaskMailbox::Context* TaskMailbox::detachContext() {
+    Context* context = nullptr;
     {
         const std::lock_guard lock(m_mutex);
-        door = std::exchange(m_door, nullptr);
+        context = std::exchange(m_context, nullptr);
     }
     if (m_stopsWhenClosed)
         m_stop.request_stop();
-    return door;
+    return context;
 }
 
 bool TaskMailbox::isClosed() const {
     const std::lock_guard lock(m_mutex);
-    return !m_door;
+    return !m_context;
 }
 
 TaskHandle& TaskHandle::operator=(TaskHandle&& other) noexcept {

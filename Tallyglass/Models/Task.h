@@ -1,6 +1,5 @@
-// How a model has work done that waits: a job runs on a thread of its own pool, and what it posts and what
-// comes of it arrives on the main thread, in that order, unless the receiver or the handle's interest has
-// gone.
+// How a model runs work that blocks: a job runs on a thread of the pool, and what it posts and its outcome
+// arrive on the main thread, in that order, unless the receiver is gone or the handle was cancelled.
 //
 //     m_task = startTask(this,
 //         [runner](TaskContext& task) { return runner.status(task.stopToken()); },
@@ -9,9 +8,8 @@
 //
 // The job must capture values or thread-safe objects only, never the receiver.
 //
-// Handles and their continuations belong to the main thread. Nothing but the callers limits how many jobs
-// run at the same time: each has a thread. With the application all jobs are told to stop, and their end is
-// waited for.
+// Handles and their continuations belong to the main thread. Nothing but the callers limits how many jobs run
+// at the same time: each has a thread. At the end of the application all jobs are stopped and waited for.
 
 #pragma once
 
@@ -32,9 +30,9 @@ namespace tallyglass {
 /// The way from a job back to the main thread. Thread-safe; shared by the job, its handle and the receiver.
 ///
 /// Invariants:
-/// 1. What is delivered runs on the main thread, and nothing does once the mailbox was closed.
-/// 2. A mailbox outlives its open door: the job owns it until the outcome is posted, and the outcome then
-/// does.
+/// 1. Delivered actions run on the main thread, and none runs once the mailbox is closed.
+/// 2. A mailbox outlives its context object: the job owns it until the outcome is posted, and then the
+/// outcome owns it.
 class TaskMailbox {
 public:
     explicit TaskMailbox(QObject* receiver);
@@ -42,10 +40,10 @@ public:
     TaskMailbox& operator=(const TaskMailbox&) = delete;
 
     void deliver(std::function<void()> action);
-    /// Drops what hasn't arrived. Main thread only.
+    /// Drops actions that haven't run yet. Main thread only.
     void close();
     [[nodiscard]] bool isClosed() const;
-    /// From now on the job isn't told to stop when the mailbox is closed. Main thread only.
+    /// From now on closing the mailbox doesn't stop the job. Main thread only.
     void letFinish() { m_stopsWhenClosed = false; }
 
     void stop() { m_stop.request_stop(); }
@@ -54,19 +52,19 @@ public:
     [[nodiscard]] QObject* receiver() const { return m_receiver; }
 
 private:
-    class Door;
+    class Context;
 
-    Door* takeDoor();
+    Context* detachContext();
 
     QObject* const m_receiver;
     mutable std::mutex m_mutex;
-    Door* m_door; ///< null once closed
+    Context* m_context; ///< null once closed
     bool m_stopsWhenClosed = true;
     std::stop_source m_stop;
-    const std::stop_callback<std::function<void()>> m_applicationEnd; ///< after what it stops
+    const std::stop_callback<std::function<void()>> m_applicationEnd; ///< declared after what it stops
 };
 
-/// What a job may ask of its task. Used on the job's thread.
+/// The job's view of its task. Used on the job's thread.
 class TaskContext {
 public:
     explicit TaskContext(std::shared_ptr<TaskMailbox> mailbox) : m_mailbox(std::move(mailbox)) {}
@@ -88,7 +86,7 @@ private:
     std::shared_ptr<TaskMailbox> m_mailbox;
 };
 
-/// Owns the interest in one task. Letting go of it stops the job and drops what it would still deliver.
+/// Owns one task: destroying or replacing the handle stops the job and drops its outcome.
 class [[nodiscard]] TaskHandle {
 public:
     TaskHandle() = default;
@@ -101,18 +99,19 @@ public:
     void stop();
     /// Asks the job to stop and drops its outcome.
     void cancel();
-    /// Lets the job run to its end, even when nobody is interested in its outcome any more.
+    /// Lets the job run to its end even after the handle or the receiver is gone; the outcome is dropped
+    /// then.
     void letFinish() { m_mailbox->letFinish(); }
-    /// Lets the task go on for as long as the receiver lives.
+    /// Lets the task go on without the handle, as long as the receiver lives.
     void detach() { m_mailbox.reset(); }
-    /// From the start until the outcome has arrived or was dropped.
+    /// True from the start until the outcome has arrived or was dropped.
     [[nodiscard]] bool isActive() const { return m_mailbox && !m_mailbox->isClosed(); }
 
 private:
     std::shared_ptr<TaskMailbox> m_mailbox;
 };
 
-/// The words for a failure: an Error's description, or what() of any other exception.
+/// The text of a failure: an Error's description, or what() of any other exception.
 [[nodiscard]] std::string describe(const std::exception_ptr& failure);
 /// Whether it is a Cancelled.
 [[nodiscard]] bool isCancellation(const std::exception_ptr& failure);
@@ -143,7 +142,7 @@ TaskHandle startTask(QObject* receiver, Job&& job, OnResult&& onResult, OnFailur
     };
     runOnPool([mailbox, work, finish] {
         if (mailbox->isClosed() && mailbox->stopToken().stop_requested())
-            return; // for an unheard job may be one that is to run to its end
+            return; // unless it is to run to its end although its outcome is dropped
         TaskContext context(mailbox);
         try {
             if constexpr (std::is_void_v<Result>) {

@@ -1,4 +1,4 @@
-// A single-shot timer as models use it, so that a test can put one of its own in the place of the real one.
+// A single-shot timer as models use it, so that a test can replace it.
 // Main thread only.
 
 #pragma once
@@ -15,7 +15,7 @@ class Timer : public QObject {
 public:
     using QObject::QObject;
 
-    /// Fires once, this many seconds from now; replaces a start before it.
+    /// Fires once, this many seconds from now; replaces an earlier start.
     virtual void start(double seconds) = 0;
     virtual void stop() = 0;
 

@@ -1,10 +1,11 @@
 #include "Tallyglass/Models/AppModel.h"
-#include "Tallyglass/Models/FixtureSession.h"
-#include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gmock/gmock.h>
+
+#include <array>
 
 namespace tallyglass {
 namespace {
@@ -19,7 +20,8 @@ using Texts = std::vector<std::string>;
 class App : public testing::Test {
 protected:
     void SetUp() override {
-        QObject::connect(&model, &AppModel::changed, [this] { ++changes; });
+        for (const auto topic : topics)
+            QObject::connect(&model, topic, [this] { ++changes; });
     }
 
     /// Refreshes, and waits for its end.
@@ -54,6 +56,10 @@ protected:
         return model.manifest().empty() ? std::nullopt : model.manifest()[0].xid;
     }
 
+    static constexpr std::array topics{&AppModel::statusChanged,     &AppModel::errorChanged,
+                                       &AppModel::settingsChanged,   &AppModel::manifestChanged,
+                                       &AppModel::permissionChanged, &AppModel::refreshingChanged};
+
     const test::ScriptedMachine machine;
     AppModel model{machine.environment()};
     int changes = 0;
@@ -71,13 +77,15 @@ TEST_F(App, readsEverythingInOrderOnARefresh) {
         if (isThere && std::ranges::find(order, part) == order.end())
             order.emplace_back(part);
     };
-    QObject::connect(&model, &AppModel::changed, [&] {
+    const auto look = [&] {
         note("permission", model.fdaStatus() == FDAStatus::granted);
         note("settings", model.hasReadSettings());
         note("selection", model.selectedDestinationID() == "A");
         note("status", model.status().isRunning);
         note("manifest", manifestRow().has_value());
-    });
+    };
+    for (const auto topic : topics)
+        QObject::connect(&model, topic, look);
 
     bool ended = false;
     model.refresh([&ended] { ended = true; });
@@ -306,38 +314,6 @@ TEST(AppModel, goesAwayWithReadingsUnderway) {
     }
     EXPECT_EQ(machine.timer->timer, nullptr);
     waitUntil([] { return test::ProcessResources::now().children == 0; });
-}
-
-TEST(FixtureSession, showsWhatItsNameSays) {
-    const test::ScriptedMachine machine;
-    const auto filled = [&](std::string_view name) {
-        auto model = std::make_unique<AppModel>(machine.environment());
-        EXPECT_TRUE(FixtureSession::fill(*model, name)) << name;
-        EXPECT_TRUE(model->isFixtureSession());
-        return model;
-    };
-    const auto summary = [&](std::string_view name) { return filled(name)->health().value().summary(); };
-
-    EXPECT_EQ(filled("healthy")->overallHealth(), BackupHealth::Level::healthy);
-    EXPECT_EQ(filled("warning")->overallHealth(), BackupHealth::Level::warning);
-    EXPECT_FALSE(filled("warning")->health()->gaps.empty());
-    EXPECT_EQ(filled("critical")->overallHealth(), BackupHealth::Level::critical);
-    EXPECT_THAT(filled("critical")->health()->suspectedFailedAttempts, SizeIs(5));
-    EXPECT_TRUE(filled("running")->status().isRunning);
-    EXPECT_TRUE(filled("stopping")->status().isStopping);
-    EXPECT_EQ(filled("locked")->fdaStatus(), FDAStatus::denied);
-    EXPECT_THAT(filled("locked")->manifest(), IsEmpty());
-    EXPECT_EQ(filled("no-destination")->selectedDestination(), nullptr);
-    EXPECT_THAT(filled("long")->selectedDestination()->snapshotDates, SizeIs(3000));
-    EXPECT_THAT(filled("fresh")->selectedDestination()->snapshotDates, SizeIs(1));
-    EXPECT_GT(filled("words-long")->selectedDestination()->displayName().size(), 100u);
-    EXPECT_EQ(summary("healthy"), "Backups healthy");
-    EXPECT_EQ(FixtureSession::names().size(), 26u);
-
-    AppModel model(machine.environment());
-    EXPECT_FALSE(FixtureSession::fill(model, "unheard-of"));
-    EXPECT_FALSE(model.isFixtureSession());
-    EXPECT_TRUE(machine.calls().empty());
 }
 
 } // namespace

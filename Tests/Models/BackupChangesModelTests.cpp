@@ -1,9 +1,10 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
-#include "Tallyglass/Models/FixtureSession.h"
 #include "TallyglassKit/Access/BackupListing.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
+#include "TallyglassKit/Comparison/CompareOptions.h"
 #include "Tests/HostTools/HostMachine.h"
-#include "Tests/Models/ScriptedMachine.h"
-#include "Tests/Models/UserCache.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
+#include "Tests/Support/Models/UserCache.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
@@ -33,9 +34,6 @@ Texts shown(const BackupChangesModel& model) {
 
 class Changes : public testing::Test {
 protected:
-    Changes() { qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str()); }
-    ~Changes() override { qunsetenv("XDG_DATA_HOME"); }
-
     void load(Date target) {
         model.load(target, 2);
         waitUntil([this] { return !model.isBusy(); });
@@ -127,7 +125,7 @@ TEST_F(Changes, countTheSecondsWhileAComparisonRunsAndEndWithTheirChild) {
 TEST_F(Changes, canBeCancelledBeforeTheirComparisonAndLoadedAgain) {
     const auto roots = machine.setBackups(2);
     machine.setAdded(roots[1], {"a.txt"});
-    test::UserCache cache;
+    test::UserCache cache(machine.cacheFile());
     const auto cancelWhen = [this](const std::function<bool()>& condition) {
         model.load(machine.dateOfBackup(1, 2), 2);
         EXPECT_TRUE(model.isBusy());
@@ -158,7 +156,7 @@ TEST_F(Changes, canBeCancelledBeforeTheirComparisonAndLoadedAgain) {
 TEST_F(Changes, thatAreComparedStayInTheCacheWhenTheirLoadIsCancelled) {
     const auto roots = machine.setBackups(2);
     machine.setAdded(roots[1], {"a.txt"});
-    test::UserCache cache;
+    test::UserCache cache(machine.cacheFile());
     cache.holdRows();
     model.load(machine.dateOfBackup(1, 2), 2);
     waitUntil([&] { return cache.hasResult(); });
@@ -180,7 +178,7 @@ TEST_F(Changes, areNoneWhenTheStoreFailsAmongThem) {
     for (int number = 1'000; number < 2'000; ++number)
         names.push_back(std::to_string(number));
     machine.setAdded(roots[1], names);
-    const test::UserCache cache;
+    const test::UserCache cache(machine.cacheFile());
     cache.fillDiskAt("/1700"); // some are stored by then
     load(machine.dateOfBackup(1, 2));
     EXPECT_THAT(model.error().value(), testing::HasSubstr("the disk is full"));
@@ -211,9 +209,7 @@ class ChangesInFolders : public Changes {
 protected:
     ChangesInFolders() {
         machine.setAdded(roots[1], {"a/", "b/", "c/", "d/", "e/"});
-        DiffSession(machine.environment().runner, TallyglassDatabase::defaultURL())
-            .engine()
-            .compare(roots[0], roots[1], CompareOptions::fast(2), true);
+        machine.cache->open().engine().compare(roots[0], roots[1], CompareOptions::fast(2), true);
     }
 
     /// A model that has loaded it, and whose own comparisons are held.
@@ -286,7 +282,7 @@ TEST_F(ChangesInFolders, tellOfAFailureWithTheirFolder) {
     EXPECT_EQ(*model.tree().folderError("/a"), "Couldn't locate the backup volume.");
     EXPECT_EQ(compareRuns(), 1);
 
-    const test::UserCache cache;
+    const test::UserCache cache(machine.cacheFile());
     cache.fillDiskAt("/a/new.txt");
     std::filesystem::create_directory(data);
     machine.setAdded(roots[1], {"a/new.txt"});
@@ -324,7 +320,6 @@ TEST_F(ChangesInFoldersDeathTest, areEndedWithTheApplication) {
 class ChangesOfAMachine : public testing::Test {
 protected:
     ChangesOfAMachine() {
-        qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str());
         machine.folder().write("source/a/b/c/deep.txt", "one");
         machine.folder().write("source/a/same.txt", "same");
         machine.folder().write("source/other/file.txt", "same");
@@ -334,11 +329,10 @@ protected:
         machine.folder().write("source/a/b/c/new.txt", "new");
         machine.backUp();
     }
-    ~ChangesOfAMachine() override { qunsetenv("XDG_DATA_HOME"); }
 
     [[nodiscard]] AppEnvironment environment() const {
-        AppEnvironment result(SystemPaths(machine.root()));
-        result.runner = TMUtilRunner(machine.tool());
+        AppEnvironment result(SystemPaths(machine.root()), TMUtilRunner(machine.tool()));
+        result.cache = std::make_shared<CacheSession>(result.runner, machine.folder() / "cache.sqlite");
         return result;
     }
 
@@ -377,30 +371,6 @@ TEST_F(ChangesOfAMachine, areFoundByOpeningFolders) {
     EXPECT_THAT(names, testing::Not(testing::Contains("file.txt")));
     EXPECT_THAT(names, testing::Not(testing::Contains("Data"))); // the volume itself
     EXPECT_EQ(test::ProcessResources::now().children, 0u);
-}
-
-TEST_F(Changes, areImaginedForEachSession) {
-    for (const std::string_view name : FixtureSession::names()) {
-        FixtureSession::fill(model, name, *machine.now);
-        const int states = (model.progressText() ? 1 : 0) + (model.error() ? 1 : 0) +
-                           (model.isOldest() ? 1 : 0) + (model.comparison() ? 1 : 0);
-        EXPECT_EQ(states, 1) << name;
-    }
-    FixtureSession::fill(model, "changes-results", *machine.now);
-    EXPECT_THAT(shown(model), testing::IsSupersetOf({"Users", "  alex"}));
-    EXPECT_THAT(machine.calls(), IsEmpty());
-}
-
-TEST(VolumeComponent, isTheFirstFolderThatIsntHidden) {
-    const test::TemporaryFolder folder;
-    EXPECT_EQ(BackupChangesModel::volumeComponent(folder.path()), std::nullopt);
-    folder.write(".hidden/x", "");
-    folder.write("A file", "");
-    EXPECT_EQ(BackupChangesModel::volumeComponent(folder.path()), std::nullopt);
-    folder.write("Zeta/x", "");
-    folder.write("Macintosh HD - Data/x", "");
-    EXPECT_EQ(BackupChangesModel::volumeComponent(folder.path()), "Macintosh HD - Data");
-    EXPECT_EQ(BackupChangesModel::volumeComponent(folder / "nowhere"), std::nullopt);
 }
 
 } // namespace

@@ -3,8 +3,8 @@
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/Connection.h"
-#include "Tests/Models/ScriptedMachine.h"
-#include "Tests/Models/UserCache.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
+#include "Tests/Support/Models/UserCache.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
@@ -23,9 +23,6 @@ using testing::StartsWith;
 
 class Diff : public testing::Test {
 protected:
-    Diff() { qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str()); }
-    ~Diff() override { qunsetenv("XDG_DATA_HOME"); }
-
     void prepare() {
         model.prepare();
         waitUntil(
@@ -181,7 +178,7 @@ TEST_F(Diff, canBeCancelledRightAfterItsStart) {
 
 TEST_F(Diff, opensTheCacheThoughSomethingIsCancelledOrAnotherModelGoes) {
     machine.setBackups(2);
-    const test::UserCache cache;
+    const test::UserCache cache(machine.cacheFile());
     cache.lock();
     auto other = std::make_unique<DiffModel>(machine.environment());
     other->prepare();
@@ -201,7 +198,7 @@ TEST_F(Diff, opensTheCacheThoughSomethingIsCancelledOrAnotherModelGoes) {
 TEST_F(Diff, keepsAComparisonInTheCacheWhoseRowsAreCancelled) {
     const auto roots = machine.setBackups(2);
     machine.setAdded(roots[1], {"a.txt"});
-    test::UserCache cache;
+    test::UserCache cache(machine.cacheFile());
     cache.holdRows();
     prepare();
     model.run(true);
@@ -228,7 +225,7 @@ TEST_F(Diff, keepsTheOldResultWhenTheStoreFailsAmongTheRows) {
     for (int number = 1'000; number < 2'000; ++number)
         names.push_back(std::to_string(number));
     machine.setAdded(roots[1], names);
-    const test::UserCache cache;
+    const test::UserCache cache(machine.cacheFile());
     cache.fillDiskAt("/1700"); // some are stored by then
 
     run(false);
@@ -267,23 +264,37 @@ TEST_F(Diff, loadsTheFirstTwentyThousandRowsAndCountsAll) {
     machine.setAdded(roots[1], names);
     prepare();
     run();
-    EXPECT_THAT(model.changes(), SizeIs(DiffModel::rowLimit));
+    EXPECT_THAT(model.changes(), SizeIs(LoadedComparison::rowLimit));
     EXPECT_EQ(model.comparison()->addedCount, 20'500);
     EXPECT_EQ(model.changes().back().fileName(), "19999");
 }
 
-TEST_F(Diff, wakesNobodyForAnEqualValue) {
+TEST_F(Diff, tellsOfEachTopicAloneAndOfNoEqualValue) {
     machine.setBackups(2);
     prepare();
-    int changes = 0;
-    QObject::connect(&model, &DiffModel::changed, [&changes] { ++changes; });
+    std::vector<std::string> topics;
+    const auto note = [&](auto signal, const char* topic) {
+        QObject::connect(&model, signal, [&topics, topic] { topics.emplace_back(topic); });
+    };
+    note(&DiffModel::backupsChanged, "backups");
+    note(&DiffModel::selectionChanged, "selection");
+    note(&DiffModel::optionsChanged, "options");
+    note(&DiffModel::progressChanged, "progress");
+    note(&DiffModel::resultChanged, "result");
+    note(&DiffModel::errorChanged, "error");
+    note(&DiffModel::filterChanged, "filter");
+    note(&DiffModel::rowsChanged, "rows");
+
     model.setFromPath(model.fromPath());
     model.setDepth(3);
     model.setSearchText("");
-    EXPECT_EQ(changes, 0);
+    EXPECT_THAT(topics, IsEmpty());
     model.setDepth(4);
-    EXPECT_EQ(changes, 1);
+    EXPECT_THAT(topics, ElementsAre("options"));
     EXPECT_EQ(model.options(), CompareOptions::fromFlags(4, false, false));
+    model.setFromPath(model.toPath());
+    model.setSearchText("a");
+    EXPECT_THAT(topics, ElementsAre("options", "selection", "filter", "rows"));
 }
 
 TEST_F(Diff, saysThatTheCacheCantBeOpened) {
@@ -297,7 +308,7 @@ TEST_F(Diff, saysThatTheCacheCantBeOpened) {
 TEST_F(Diff, givesUpOnACacheThatSomebodyElseHoldsLocked) {
     machine.setBackups(2);
     prepare();
-    const auto other = TallyglassDatabase::makeQueue(TallyglassDatabase::defaultURL());
+    const auto other = TallyglassDatabase::makeQueue(machine.cacheFile());
     other->execute("BEGIN EXCLUSIVE");
     run(); // waits for five seconds, while the window goes on
     EXPECT_THAT(model.error().value(), testing::HasSubstr("locked"));

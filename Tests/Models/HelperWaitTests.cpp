@@ -1,8 +1,8 @@
 #include "Tallyglass/Desktop/Alerts.h"
-#include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Models/HelperWait.h"
-#include "Tests/Models/ScriptedMachine.h"
+#include "Tests/Support/FakeWorkspace.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gtest/gtest.h>
@@ -13,12 +13,6 @@ namespace tallyglass {
 namespace {
 
 using test::waitUntil;
-
-class NoWorkspace : public Workspace {
-public:
-    bool openUrl(const QUrl&) override { return true; }
-    void reveal(const std::filesystem::path&) override {}
-};
 
 class HelperWaitTest : public testing::Test {
 protected:
@@ -32,7 +26,7 @@ protected:
     }
 
     const test::ScriptedMachine machine;
-    NoWorkspace workspace;
+    test::FakeWorkspace workspace;
     Alerts alerts;
     AppModel model{machine.environment()};
     HelperSetup helper{machine.paths(), workspace, alerts, [this] { return *machine.now; }};

@@ -2,7 +2,7 @@
 
 #include "Tallyglass/Models/AppModel.h"
 #include "Tests/HostTools/HostMachine.h"
-#include "Tests/Models/TestTimer.h"
+#include "Tests/Support/Models/FakeTimer.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gtest/gtest.h>
@@ -42,15 +42,13 @@ protected:
     [[nodiscard]] std::size_t snapshots() const { return model.selectedDestination()->snapshotDates.size(); }
 
     [[nodiscard]] AppEnvironment environment() const {
-        AppEnvironment result(SystemPaths(machine.root()));
-        result.runner = TMUtilRunner(machine.tool());
-        result.manifestTool = result.runner;
-        result.makeTimer = test::TestTimer::factory(timer);
+        AppEnvironment result(SystemPaths(machine.root()), TMUtilRunner(machine.tool()));
+        result.makeTimer = test::FakeTimer::factory(timer);
         return result;
     }
 
     const test::HostMachine machine;
-    const std::shared_ptr<test::TestTimer::State> timer = std::make_shared<test::TestTimer::State>();
+    const std::shared_ptr<test::FakeTimer::State> timer = std::make_shared<test::FakeTimer::State>();
     AppModel model{environment()};
 };
 

@@ -1,6 +1,7 @@
 #include "Tallyglass/Screens/BackupChanges/BackupChangesContent.h"
 
 #include "Tallyglass/Controls/QtConversions.h"
+#include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/BackupChangesModel.h"
 #include "Tallyglass/Screens/BackupChanges/ChangeTreeListModel.h"
 #include "TallyglassKit/Access/NearestMatch.h"

@@ -1,7 +1,5 @@
-#include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
-
 #include "Tallyglass/Controls/QtConversions.h"
-#include "Tallyglass/Models/FixtureSession.h"
+#include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
 
 namespace tallyglass {
 
@@ -39,8 +37,11 @@ void BackupChangesViewModel::update() {
 
 void BackupChangesViewModel::makeChanges() {
     m_changes = std::make_unique<BackupChangesModel>(model()->environment());
-    connect(m_changes.get(), &BackupChangesModel::changed, this, &BackupChangesViewModel::scheduleUpdate);
-    connect(m_changes.get(), &BackupChangesModel::treeChanged, this, [this] {
+    for (const auto topic : {&BackupChangesModel::backupsChanged, &BackupChangesModel::progressChanged,
+                             &BackupChangesModel::elapsedChanged, &BackupChangesModel::resultChanged,
+                             &BackupChangesModel::errorChanged})
+        connect(m_changes.get(), topic, this, &BackupChangesViewModel::scheduleUpdate);
+    connect(m_changes.get(), &BackupChangesModel::rowsChanged, this, [this] {
         m_rows.setRows(m_changes->visibleRows(), m_changes->tree());
         scheduleUpdate();
     });
@@ -49,10 +50,7 @@ void BackupChangesViewModel::makeChanges() {
 void BackupChangesViewModel::load() {
     m_hasLoaded = true;
     m_target = TimelinePoint{targetDate()};
-    if (model()->fixtureName().empty())
-        m_changes->load(m_target->date, depth);
-    else
-        FixtureSession::fill(*m_changes, model()->fixtureName(), model()->now());
+    m_changes->load(m_target->date, depth);
 }
 
 QString BackupChangesViewModel::searchText() const {
@@ -80,6 +78,12 @@ void BackupChangesViewModel::setShowContentChangesOnly(bool contentOnly) {
 const DisplayRow* BackupChangesViewModel::rowAt(int row) const {
     return row >= 0 && row < m_rows.rowCount() ? &m_changes->visibleRows()[static_cast<std::size_t>(row)]
                                                : nullptr;
+}
+
+void BackupChangesViewModel::expand(const std::string& path) {
+    const ChangeRecord* folder = m_changes ? m_changes->tree().find(path) : nullptr;
+    if (folder && !m_changes->tree().isExpanded(path))
+        m_changes->toggleExpand(*folder);
 }
 
 void BackupChangesViewModel::toggle(int row) {

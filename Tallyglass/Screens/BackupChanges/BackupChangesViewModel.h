@@ -51,6 +51,8 @@ public:
     /// Whether a load or a fetch is under way.
     [[nodiscard]] bool isBusy() const { return m_changes && m_changes->isBusy(); }
 
+    /// Opens the folder of this path, if it is there.
+    void expand(const std::string& path);
     /// Opens or closes the folder at `row`.
     Q_INVOKABLE void toggle(int row);
     // The keys of a tree. Each gives the row that is current after it.

@@ -1,13 +1,9 @@
-#include "Tallyglass/Screens/Compare/CompareContent.h"
-
 #include "Tallyglass/Controls/Lists/ChangeRowContent.h"
 #include "Tallyglass/Controls/QtConversions.h"
 #include "Tallyglass/Models/DiffModel.h"
-
-#include <fmt/format.h>
+#include "Tallyglass/Screens/Compare/CompareContent.h"
 
 #include <QCoreApplication>
-#include <algorithm>
 
 namespace tallyglass {
 
@@ -84,11 +80,6 @@ CompareResultsContent compareResultsContent(const DiffModel& model, std::int64_t
         content.limitNote =
             Compare::tr("Showing the first 1,000 of %1. Narrow the filter to see more.").arg(count);
     return content;
-}
-
-QString elapsedText(double seconds) {
-    const auto whole = static_cast<std::int64_t>(std::max(0.0, seconds));
-    return toQString(fmt::format("{}:{:02}", whole / 60, whole % 60));
 }
 
 } // namespace tallyglass

@@ -125,7 +125,4 @@ public:
 /// `metadataOnly` is how many of the loaded rows are.
 [[nodiscard]] CompareResultsContent compareResultsContent(const DiffModel& model, std::int64_t metadataOnly);
 
-/// How long something runs, such as "1:15". Hours are minutes too.
-[[nodiscard]] QString elapsedText(double seconds);
-
 } // namespace tallyglass

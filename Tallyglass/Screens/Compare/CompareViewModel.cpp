@@ -1,7 +1,5 @@
-#include "Tallyglass/Screens/Compare/CompareViewModel.h"
-
 #include "Tallyglass/Controls/QtConversions.h"
-#include "Tallyglass/Models/FixtureSession.h"
+#include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "TallyglassKit/Comparison/ChangeFilter.h"
 
 #include <algorithm>
@@ -11,7 +9,6 @@ namespace tallyglass {
 namespace {
 
 constexpr int largestDepth = 12;
-constexpr double tickInterval = 1; // seconds
 
 /// The first of the rows that the filters keep, copied.
 std::vector<ChangeRecord> firstRows(const DiffModel& diff) {
@@ -28,17 +25,17 @@ std::vector<ChangeRecord> firstRows(const DiffModel& diff) {
 
 void CompareViewModel::makeModel() {
     m_diff = std::make_unique<DiffModel>(model()->environment());
-    connect(m_diff.get(), &DiffModel::changed, this, &CompareViewModel::scheduleUpdate);
-    m_tick = model()->makeTimer();
-    connect(m_tick.get(), &Timer::timeout, this, &CompareViewModel::updateElapsed);
-    if (model()->fixtureName().empty())
-        m_diff->prepare();
-    else
-        FixtureSession::fill(*m_diff, model()->fixtureName(), model()->now());
+    for (const auto topic :
+         {&DiffModel::backupsChanged, &DiffModel::selectionChanged, &DiffModel::optionsChanged,
+          &DiffModel::progressChanged, &DiffModel::resultChanged, &DiffModel::errorChanged,
+          &DiffModel::filterChanged, &DiffModel::rowsChanged})
+        connect(m_diff.get(), topic, this, &CompareViewModel::scheduleUpdate);
+    connect(m_diff.get(), &DiffModel::elapsedChanged, this, &CompareViewModel::updateElapsed);
+    m_diff->prepare();
 }
 
 void CompareViewModel::appear() {
-    if (m_diff && model()->fixtureName().empty())
+    if (m_diff)
         m_diff->prepare();
 }
 
@@ -59,18 +56,12 @@ void CompareViewModel::updatePicker() {
     ComparePickerContent content = comparePickerContent(*m_diff);
     content.fromIndex = m_backups.indexOf(m_diff->fromPath());
     content.toIndex = m_backups.indexOf(m_diff->toPath());
-    if (content.isRunning != m_runBegan.has_value()) {
-        m_runBegan = content.isRunning ? std::optional(model()->now()) : std::nullopt;
-        updateElapsed();
-    }
+    updateElapsed();
     m_picker = content;
 }
 
 void CompareViewModel::updateElapsed() {
-    if (!m_runBegan)
-        return m_tick->stop();
-    m_elapsed = elapsedText(secondsSince1970(model()->now()) - secondsSince1970(*m_runBegan));
-    m_tick->start(tickInterval);
+    m_elapsed = toQString(m_diff->elapsedText());
 }
 
 void CompareViewModel::updateResults() {

@@ -90,14 +90,12 @@ private:
 
     void makeModel();
     void updatePicker();
-    void updateResults();
     void updateElapsed();
+    void updateResults();
 
     std::unique_ptr<DiffModel> m_diff;
     BackupChoiceModel m_backups;
     ChangeListModel m_rows;
-    std::unique_ptr<Timer> m_tick;
-    std::optional<Date> m_runBegan;      ///< absent while nothing runs
     std::optional<Comparison> m_counted; ///< the result whose rows `m_metadataOnly` counts
     std::int64_t m_metadataOnly = 0;
 

@@ -20,7 +20,10 @@ void ViewModel::setContext(ScreenContext* context) {
         model()->disconnect(this);
     m_context = context;
     if (m_context) {
-        connect(model(), &AppModel::changed, this, &ViewModel::scheduleUpdate);
+        for (const auto topic :
+             {&AppModel::statusChanged, &AppModel::errorChanged, &AppModel::settingsChanged,
+              &AppModel::manifestChanged, &AppModel::permissionChanged})
+            connect(model(), topic, this, &ViewModel::scheduleUpdate);
         awaitMinute();
     }
     emit contextChanged();

@@ -1,10 +1,9 @@
-#include "Tallyglass/Screens/Shell/ScreenPictures.h"
-
 #include "Tallyglass/Controls/Theme/Theme.h"
 #include "Tallyglass/Models/DiffModel.h"
 #include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "Tallyglass/Screens/Shell/ScreenPictures.h"
 #include "TallyglassKit/Platform/Error.h"
 
 #include <fmt/format.h>
@@ -59,6 +58,10 @@ Type& part(const QObject& object, const char* name) {
     return *value;
 }
 
+void waitForEvents() {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 void writeWhole(const QString& path, const QImage& image) {
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit())
@@ -69,8 +72,9 @@ void writeWhole(const QString& path, const QImage& image) {
 
 } // namespace
 
-ScreenPictures::ScreenPictures(QQuickWindow& window, Theme& theme, std::vector<Appearance> others)
-    : m_window(window), m_theme(theme), m_others(std::move(others)),
+ScreenPictures::ScreenPictures(QQuickWindow& window, Theme& theme, ScreenActions actions,
+                               std::vector<Appearance> others)
+    : m_window(window), m_theme(theme), m_actions(std::move(actions)), m_others(std::move(others)),
       m_root(part<QQuickItem>(window, "root")) {}
 
 void ScreenPictures::save(const std::filesystem::path& folder, const QString& session,
@@ -112,15 +116,19 @@ void ScreenPictures::compareBackups(const QQuickItem& screen) {
     DiffModel* diff = compare && !compare->isLocked() ? compare->diff() : nullptr;
     if (!diff)
         return;
-    const auto wait = [] { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); };
-    while (diff->backups().empty() && !diff->error() && !diff->unavailableReason())
-        wait();
-    if (!diff->canRun() || diff->comparison())
-        return;
-    diff->setUnlimitedDepth(true);
-    diff->run(true);
-    while (diff->progressText())
-        wait();
+    using enum ScreenActions::Comparing;
+    while (diff->isLoadingBackups() ||
+           (diff->backups().empty() && !diff->error() && !diff->unavailableReason()))
+        waitForEvents();
+    if (m_actions.liftsDepthLimit)
+        diff->setUnlimitedDepth(true);
+    if (m_actions.comparing != none && diff->canRun() && !diff->comparison() && !diff->error()) {
+        diff->run(true);
+        const auto text = diff->progressText();
+        while (m_actions.comparing == finish ? diff->progressText().has_value()
+                                             : diff->progressText() == text)
+            waitForEvents();
+    }
     settle();
 }
 
@@ -153,10 +161,8 @@ void ScreenPictures::saveSheets() {
         if (!sheet)
             throw Error(fmt::format("The sheet \"{}\" can't be shown.", name));
         settle();
-        const auto* changes = sheet->findChild<BackupChangesViewModel*>();
-        while (changes && changes->isBusy())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        settle();
+        if (auto* changes = sheet->findChild<BackupChangesViewModel*>())
+            awaitChanges(*changes);
         saveFrame(QLatin1String(name));
         QMetaObject::invokeMethod(sheet, "close");
         settle();
@@ -168,6 +174,19 @@ void ScreenPictures::saveSheets() {
         other.dismiss();
         settle();
     }
+}
+
+void ScreenPictures::awaitChanges(BackupChangesViewModel& changes) {
+    const auto isReached = [&](const ScreenActions::Standstill& standstill) {
+        const BackupChangesContent content = changes.content();
+        return content.elapsed == QString::fromStdString(standstill.elapsed) &&
+               content.received.isEmpty() != standstill.hasReceived;
+    };
+    while (changes.isBusy() && !(m_actions.changes && isReached(*m_actions.changes)))
+        waitForEvents();
+    for (const std::string& folder : m_actions.expandedFolders)
+        changes.expand(folder);
+    settle();
 }
 
 void ScreenPictures::saveFrame(const QString& subject) {

@@ -7,6 +7,8 @@
 
 #pragma once
 
+#include "Tallyglass/Models/FixtureSession.h"
+
 #include <QSize>
 #include <QString>
 #include <filesystem>
@@ -18,6 +20,7 @@ class QQuickWindow;
 
 namespace tallyglass {
 
+class BackupChangesViewModel;
 class Theme;
 
 class ScreenPictures {
@@ -29,7 +32,8 @@ public:
         std::function<void()> dismiss;
     };
 
-    ScreenPictures(QQuickWindow& window, Theme& theme, std::vector<Appearance> others = {});
+    ScreenPictures(QQuickWindow& window, Theme& theme, ScreenActions actions,
+                   std::vector<Appearance> others = {});
 
     /// Writes the pictures to `folder`, which is made when it is missing, each whole or not at all. A
     /// picture is named after the session, the section, the sheet that stands over it or the page that it is
@@ -40,15 +44,18 @@ public:
 
 private:
     void saveSections();
-    /// On a machine with two backups, once: has them compared, if this is the screen for it.
+    /// On a machine with two backups, once: does what is to be done if this is the screen that compares them.
     void compareBackups(const QQuickItem& screen);
     void savePages(QQuickItem& screen);
     void saveSheets();
+    /// Waits until a sheet of changes shows what it is about.
+    void awaitChanges(BackupChangesViewModel& changes);
     void saveFrame(const QString& subject);
     void settle();
 
     QQuickWindow& m_window;
     Theme& m_theme;
+    const ScreenActions m_actions;
     const std::vector<Appearance> m_others;
     QQuickItem& m_root;
     QString m_folder;

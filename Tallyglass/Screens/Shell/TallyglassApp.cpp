@@ -1,9 +1,7 @@
-#include "Tallyglass/Screens/Shell/TallyglassApp.h"
-
 #include "Tallyglass/Controls/Theme/Theme.h"
-#include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Screens/Shell/AppDelegate.h"
 #include "Tallyglass/Screens/Shell/ScreenPictures.h"
+#include "Tallyglass/Screens/Shell/TallyglassApp.h"
 #include "Tallyglass/Screens/Shell/TrayPresence.h"
 
 #include <QGuiApplication>
@@ -14,8 +12,12 @@ namespace tallyglass {
 
 namespace {
 
-AppEnvironment environment(Workspace& workspace) {
-    AppEnvironment environment;
+std::optional<FixtureSession> fixture(const ApplicationOptions& options) {
+    return options.fixture ? FixtureSession::make(*options.fixture, systemTime()) : std::nullopt;
+}
+
+AppEnvironment environment(const std::optional<FixtureSession>& fixture, Workspace& workspace) {
+    AppEnvironment environment = fixture ? fixture->environment : AppEnvironment();
     environment.workspace = &workspace;
     return environment;
 }
@@ -28,7 +30,7 @@ std::vector<std::string> TallyglassApp::sessions() {
 }
 
 TallyglassApp::TallyglassApp(const ApplicationOptions& options)
-    : m_options(options), m_model(environment(m_workspace)),
+    : m_options(options), m_fixture(fixture(options)), m_model(environment(m_fixture, m_workspace)),
       m_helperSetup(m_model.paths(), m_workspace, m_alerts),
       m_updater(UpdaterOptions::ofThisBuild(), m_alerts, m_workspace),
       m_context(m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_updater) {
@@ -43,16 +45,29 @@ TallyglassApp::TallyglassApp(const ApplicationOptions& options)
 TallyglassApp::~TallyglassApp() = default;
 
 void TallyglassApp::startModel() {
-    if (m_options.fixture)
-        FixtureSession::fill(m_model, *m_options.fixture);
     if (m_model.isFixtureSession())
         return;
+    if (actions().stopsBackup)
+        m_backupStop = connect(&m_model, &AppModel::statusChanged, this, [this] {
+            if (hasRate() && disconnect(m_backupStop))
+                m_model.stopBackup();
+        });
     m_model.refresh([this] { m_model.startPolling(); });
 }
 
-/// The first refresh is done, or a made-up session filled the model.
+/// What somebody does in the made-up session, or else on a real machine.
+ScreenActions TallyglassApp::actions() const {
+    return m_fixture ? m_fixture->actions : ScreenActions();
+}
+
+/// The first refresh is done, and a made-up session shows what it is about.
 bool TallyglassApp::hasData() const {
-    return m_model.hasReadSettings() && !m_model.isRefreshing();
+    return m_model.hasReadSettings() && !m_model.isRefreshing() && hasRate() &&
+           (!actions().stopsBackup || m_model.lastError());
+}
+
+bool TallyglassApp::hasRate() const {
+    return !m_fixture || !m_fixture->measuresRate || m_model.backupRate();
 }
 
 void TallyglassApp::loadWindow() {
@@ -101,7 +116,7 @@ void TallyglassApp::finishStart() {
 
 /// Says "ready" once, at the first frame that shows the whole screen with its data.
 void TallyglassApp::reportStart() {
-    connect(&m_model, &AppModel::changed, m_window.get(), [this] { m_window->update(); });
+    connect(&m_model, &AppModel::refreshingChanged, m_window.get(), [this] { m_window->update(); });
     m_startReport = connect(m_window.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (!hasData())
             return;
@@ -120,7 +135,7 @@ void TallyglassApp::savePictures(const std::filesystem::path& folder,
     const AppcastItem newer{.version = QStringLiteral("9.9"),
                             .name = QStringLiteral("9.9"),
                             .link = QUrl(QStringLiteral("https://example.org/tallyglass"))};
-    ScreenPictures(*m_window, theme(),
+    ScreenPictures(*m_window, theme(), actions(),
                    {{QStringLiteral("uninstall"), [this] { m_helperSetup.confirmAndUninstall(); }, dismiss},
                     {QStringLiteral("update"), [this, newer] { m_updater.offer(newer); }, dismiss}})
         .save(folder, QString::fromStdString(m_options.fixture.value_or("machine")), written);

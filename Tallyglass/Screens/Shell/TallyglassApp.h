@@ -11,6 +11,7 @@
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/FixtureSession.h"
 #include "Tallyglass/Models/HelperSetup.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
 #include "Tallyglass/Screens/Shell/ApplicationOptions.h"
@@ -21,6 +22,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,6 +56,8 @@ private:
     void loadWindow();
     void followDesktop();
     [[nodiscard]] bool hasData() const;
+    [[nodiscard]] bool hasRate() const;
+    [[nodiscard]] ScreenActions actions() const;
     void finishStart();
     void reportStart();
     [[nodiscard]] Theme& theme() { return *m_theme; }
@@ -62,6 +66,7 @@ private:
     DesktopWorkspace m_workspace;
     DesktopClipboard m_clipboard;
     Alerts m_alerts;
+    const std::optional<FixtureSession> m_fixture;
     AppModel m_model;
     HelperSetup m_helperSetup;
     UpdaterController m_updater;
@@ -71,6 +76,7 @@ private:
     Theme* m_theme = nullptr;
     std::unique_ptr<QQuickWindow> m_window;
     QMetaObject::Connection m_startReport;
+    QMetaObject::Connection m_backupStop;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<TrayPresence> m_tray; ///< absent until the start is finished
 };

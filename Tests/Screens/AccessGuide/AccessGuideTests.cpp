@@ -1,7 +1,7 @@
 #include "Tallyglass/Screens/AccessGuide/AccessGuideContent.h"
-#include "Tests/Models/TestTimer.h"
 #include "Tests/Screens/QmlScreen.h"
 #include "Tests/Screens/ScreenStage.h"
+#include "Tests/Support/Models/FakeTimer.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -27,7 +27,7 @@ class AccessGuideScreen : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override {
         AppEnvironment environment{SystemPaths(folder.path())};
-        environment.makeTimer = test::TestTimer::factory(timer);
+        environment.makeTimer = test::FakeTimer::factory(timer);
         stage = std::make_unique<test::ScreenStage>(environment);
         QVariantMap properties = stage->properties();
         properties["forHelper"] = GetParam();
@@ -46,7 +46,7 @@ protected:
     void press(const char* button) { screen->tree().get(QAccessible::Button, button).press(); }
 
     test::TemporaryFolder folder;
-    std::shared_ptr<test::TestTimer::State> timer = std::make_shared<test::TestTimer::State>();
+    std::shared_ptr<test::FakeTimer::State> timer = std::make_shared<test::FakeTimer::State>();
     std::unique_ptr<test::ScreenStage> stage;
     std::unique_ptr<test::QmlScreen> screen;
 };

@@ -1,10 +1,12 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
 #include "Tallyglass/Models/FixtureSession.h"
 #include "TallyglassKit/Access/TMSettings.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
 #include "Tests/HostTools/HostMachine.h"
-#include "Tests/Models/ScriptedMachine.h"
-#include "Tests/Models/UserCache.h"
 #include "Tests/Screens/Timeline/TimelineScreen.h"
+#include "Tests/Support/Models/ReadMachine.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
+#include "Tests/Support/Models/UserCache.h"
 #include "Tests/Support/ProcessResources.h"
 
 #include <gmock/gmock.h>
@@ -36,11 +38,6 @@ public:
         screen->key(Qt::Key_Return);
         screen->until([this] { return isOpen(); });
     }
-    void openSession(const char* name) {
-        FixtureSession::fill(model, name);
-        show();
-        openNewest();
-    }
     void untilClosed() {
         screen->until([this] { return !isOpen(); });
     }
@@ -63,7 +60,6 @@ public:
 class ChangesSheet : public testing::Test {
 protected:
     ChangesSheet() {
-        qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str());
         TMDestination destination{.id = "A"};
         std::vector<Date> dates;
         for (int index = 0; index < 3; ++index)
@@ -73,7 +69,6 @@ protected:
         stage.model.setFdaStatus(FDAStatus::granted);
         roots = machine.setBackups(3);
     }
-    ~ChangesSheet() override { qunsetenv("XDG_DATA_HOME"); }
 
     [[nodiscard]] QmlScreen& screen() const { return *stage.screen; }
 
@@ -145,7 +140,7 @@ TEST_F(ChangesSheet, tellsOfTheWaitAndEndsItByCancel) {
 }
 
 TEST_F(ChangesSheet, mayBeClosedAtEachOfItsStages) {
-    UserCache cache;
+    UserCache cache(machine.cacheFile());
     stage.show();
     const auto closeWhen = [this](const std::function<bool()>& condition) {
         stage.openNewest();
@@ -243,11 +238,13 @@ TEST_F(ChangesSheet, opensNoFolderThatASearchHasFound) {
 }
 
 TEST_F(ChangesSheet, listsMetadataToo) {
-    stage.openSession("changes-metadata");
-    const auto before = stage.rows().size();
+    machine.setTouched(roots[1], roots[2], {"a.txt"});
+    stage.show();
+    stage.openNewest();
+    stage.untilText("No changes match the current filters.");
     const auto contentOnly = screen().tree().get(QAccessible::CheckBox, "Content changes only");
     contentOnly.press();
-    screen().until([&] { return stage.rows().size() > before; });
+    screen().until([&] { return stage.rows() == QStringList{"Modified, a.txt"}; });
     EXPECT_FALSE(contentOnly.isChecked());
 }
 
@@ -264,29 +261,39 @@ TEST_F(ChangesSheet, copiesThePathOfTheRow) {
     screen().until([&] { return screen().tree().find(QAccessible::MenuItem, "Copy Path").has_value(); });
 }
 
-TEST_F(ChangesSheet, walksTheTreeByKeyboard) {
-    stage.openSession("changes-results");
-    screen().until([&] { return screen().focusedName() == "Modified, Applications"; });
+/// The sheet of a made-up session.
+class ChangesSession {
+public:
+    explicit ChangesSession(const char* name) : stage(FixtureSession::make(name, systemTime())->environment) {
+        readMachine(stage.model);
+        stage.show();
+        stage.openNewest();
+    }
+
+    ChangesStage stage;
+};
+
+TEST(ChangesSessions, areWalkedByKeyboard) {
+    ChangesSession session("changes-results");
+    const auto& stage = session.stage;
+    stage.screen->until([&] { return stage.screen->focusedName() == "Modified, Applications"; });
     const auto focusedAfter = [&](Qt::Key key) {
-        screen().key(key);
-        return screen().focusedName();
+        stage.screen->key(key);
+        return stage.screen->focusedName();
     };
-    // The session has "Users" open.
     EXPECT_EQ(focusedAfter(Qt::Key_Up), "Modified, Applications");
     EXPECT_EQ(focusedAfter(Qt::Key_Down), "Modified, Users");
-    EXPECT_EQ(focusedAfter(Qt::Key_Right), "Modified, alex");
-    EXPECT_EQ(focusedAfter(Qt::Key_Left), screen().focusedName()); // closes it where it is open
-    for (int level = 0; level < 5 && screen().focusedName() != "Modified, Users"; ++level)
-        screen().key(Qt::Key_Left);
-    const auto before = stage.rows();
-    EXPECT_EQ(focusedAfter(Qt::Key_Left), "Modified, Users");
-    EXPECT_LT(stage.rows().size(), before.size());
+    const auto closed = stage.rows();
     EXPECT_EQ(focusedAfter(Qt::Key_Right), "Modified, Users");
-    EXPECT_EQ(stage.rows().size(), before.size());
+    EXPECT_GT(stage.rows().size(), closed.size());
+    EXPECT_EQ(focusedAfter(Qt::Key_Right), "Modified, alex");
+    EXPECT_EQ(focusedAfter(Qt::Key_Left), "Modified, Users");
+    EXPECT_EQ(focusedAfter(Qt::Key_Left), "Modified, Users");
+    EXPECT_EQ(stage.rows(), closed);
     EXPECT_EQ(focusedAfter(Qt::Key_Home), "Modified, Applications");
 }
 
-TEST_F(ChangesSheet, showsEverySessionWithoutAWarning) {
+TEST(ChangesSessions, areShownWithoutAWarning) {
     const std::pair<const char*, QString> sessions[] = {
         {"changes-waiting", QStringLiteral("Finding backup…")},
         {"changes-running", QStringLiteral("3.4 MB of results received")},
@@ -296,24 +303,22 @@ TEST_F(ChangesSheet, showsEverySessionWithoutAWarning) {
         {"changes-oldest",
          QStringLiteral("This is the oldest backup, so there is no earlier one to compare it against.")},
     };
-    for (const auto& [session, text] : sessions) {
-        stage.openSession(session);
-        EXPECT_TRUE(screen().tree().hasText(text)) << session;
-        stage.screen.reset();
+    for (const auto& [name, text] : sessions) {
+        ChangesSession session(name);
+        session.stage.untilText(text);
     }
 }
 
 /// Over backups that are real, with a change three folders deep.
 TEST(ChangesOfRealBackups, areBrowsedFolderByFolder) {
     const HostMachine machine;
-    qputenv("XDG_DATA_HOME", (machine.folder() / "data").string().c_str());
     machine.folder().write("source/a/b/deep.txt", "one");
     machine.setUp();
     machine.backUp();
     machine.folder().write("source/a/b/deep.txt", "another");
     machine.backUp();
-    AppEnvironment environment(SystemPaths(machine.root()));
-    environment.runner = TMUtilRunner(machine.tool());
+    AppEnvironment environment(SystemPaths(machine.root()), TMUtilRunner(machine.tool()));
+    environment.cache = std::make_shared<CacheSession>(environment.runner, machine.folder() / "cache.sqlite");
     ChangesStage stage(environment);
     stage.model.setSettings(TMSettings{.destinations = {machine.destination()}});
     stage.model.setFdaStatus(FDAStatus::granted);
@@ -330,7 +335,6 @@ TEST(ChangesOfRealBackups, areBrowsedFolderByFolder) {
     stage.screen->key(Qt::Key_Escape);
     stage.untilClosed();
     stage.screen->until([] { return ProcessResources::now().children == 0; });
-    qunsetenv("XDG_DATA_HOME");
 }
 
 } // namespace

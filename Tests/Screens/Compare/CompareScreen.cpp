@@ -1,7 +1,5 @@
 #include "Tests/Screens/Compare/CompareScreen.h"
 
-#include <fmt/format.h>
-
 #include <QCoreApplication>
 #include <stdexcept>
 
@@ -12,7 +10,7 @@ CompareStage::CompareStage() : ScreenStage(machine.environment()) {
 }
 
 CompareScreen::CompareScreen(CompareStage& stage, QSize size)
-    : QmlScreen("CompareView {}", stage.properties(), size),
+    : QmlScreen("CompareView {}", stage.properties(), size), m_machine(stage.machine),
       m_viewModel(root()->findChild<CompareViewModel*>()) {}
 
 QQuickItem& CompareScreen::page() const {
@@ -31,20 +29,17 @@ double CompareScreen::placeOf(int row) const {
     return list().parentItem()->mapToScene({0, row * Theme::of(*qmlEngine(root()))->rowHeight()}).y();
 }
 
-void CompareScreen::show(const DiffModel::Shown& shown) {
-    diff().show(shown);
+void CompareScreen::showResult(const std::vector<std::string>& names) {
+    const auto roots = m_machine.setBackups(2);
+    std::vector<std::string> files;
+    for (const auto& name : names)
+        files.push_back("Users/" + name);
+    m_machine.setAdded(roots[1], files);
+    diff().loadBackups();
+    until([this] { return !diff().isLoadingBackups() && diff().canRun(); });
+    diff().run(false);
+    until([this] { return !diff().progressText(); });
     settle();
-}
-
-void CompareScreen::showResult(const std::vector<std::string>& names, std::int64_t depth) {
-    DiffModel::Shown shown{.comparison = Comparison("/old", "/new", {}, {}, depth, "key", Date())};
-    shown.comparison->isPartial = false;
-    for (const auto& name : names) {
-        shown.changes.emplace_back(std::nullopt, "id", fmt::format("/Users/{}", name), ChangeKind::added,
-                                   false, 1000, 1000, std::nullopt);
-        shown.comparison->count(shown.changes.back());
-    }
-    show(shown);
 }
 
 void CompareScreen::settle() {

@@ -5,9 +5,10 @@
 #pragma once
 
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
-#include "Tests/Models/ScriptedMachine.h"
 #include "Tests/Screens/QmlScreen.h"
 #include "Tests/Screens/ScreenStage.h"
+#include "Tests/Support/FakeWorkspace.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
 
 namespace tallyglass::test {
 
@@ -33,13 +34,13 @@ public:
     /// Where a row's top edge is in the window.
     [[nodiscard]] double placeOf(int row) const;
 
-    /// Shows a made-up result with files of these names.
-    void showResult(const std::vector<std::string>& names, std::int64_t depth = 3);
-    void show(const DiffModel::Shown& shown);
+    /// Compares two backups of which the newer one has files of these names, in their order, in "/Users".
+    void showResult(const std::vector<std::string>& names);
     /// Waits until the screen has caught up with its model and is laid out.
     void settle();
 
 private:
+    ScriptedMachine& m_machine;
     CompareViewModel* m_viewModel;
 };
 

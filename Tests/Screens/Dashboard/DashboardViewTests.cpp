@@ -1,6 +1,7 @@
 #include "Tallyglass/Models/FixtureSession.h"
 #include "Tests/Screens/QmlScreen.h"
 #include "Tests/Screens/ScreenStage.h"
+#include "Tests/Support/Models/ReadMachine.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,8 @@ namespace {
 class DashboardTest : public testing::Test {
 protected:
     explicit DashboardTest(const char* session = "healthy") {
-        FixtureSession::fill(stage.model, session);
+        if (*session)
+            fill(FixtureSession::make(session, stage.model.now())->environment);
         screen = std::make_unique<test::QmlScreen>(
             "import QtQuick.Controls.Basic as Basic\n"
             "Basic.ApplicationWindow { id: window; width: 900; height: 720; visible: true\n"
@@ -22,6 +24,14 @@ protected:
     }
     [[nodiscard]] bool shows(const char* text) const {
         return screen->tree().hasText(QString::fromUtf8(text));
+    }
+    /// With what there is on another machine.
+    void fill(const AppEnvironment& environment) {
+        AppModel other(environment);
+        test::readMachine(other);
+        stage.model.setFdaStatus(other.fdaStatus());
+        stage.model.setSettings(other.settings());
+        stage.model.setStatus(other.status());
     }
     void setSettings(const std::function<void(TMSettings&)>& change) {
         TMSettings settings = stage.model.settings().value();
@@ -210,8 +220,8 @@ TEST_F(DashboardTest, isWalkedByTabInReadingOrderAndBringsWhatHasTheKeyboardInto
 class DashboardOf : public testing::TestWithParam<std::string_view> {};
 
 TEST_P(DashboardOf, fitsEverySizeOfWindowAndText) {
-    test::ScreenStage stage;
-    ASSERT_TRUE(FixtureSession::fill(stage.model, GetParam()));
+    test::ScreenStage stage(FixtureSession::make(GetParam(), systemTime())->environment);
+    test::readMachine(stage.model);
     test::QmlScreen screen("DashboardView { id: view; timeline: TimelineView { context: view.context } }",
                            stage.properties());
     auto* page = qobject_cast<QQuickItem*>(screen.root());

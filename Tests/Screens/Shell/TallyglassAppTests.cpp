@@ -1,8 +1,8 @@
 #include "Tallyglass/Screens/Shell/AppDelegate.h"
 #include "Tallyglass/Screens/Shell/TallyglassApp.h"
-#include "Tests/Models/ScriptedMachine.h"
 #include "Tests/Screens/AccessibleTree.h"
 #include "Tests/Screens/ScreenStage.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 #include "Tests/Support/Variable.h"
 

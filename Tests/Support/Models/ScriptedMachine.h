@@ -1,12 +1,15 @@
-// A machine in a temporary folder whose tmutil is a real program that says what the test wrote down for it,
-// with a clock and a timer that the test sets.
+// A machine in a temporary folder whose tmutil is a real program that prints what the test wrote down for it,
+// with a diff cache of its own and a clock and a timer that the test sets.
 
 #pragma once
 
 #include "Tallyglass/Models/AppModel.h"
-#include "Tests/Models/TestTimer.h"
+#include "TallyglassKit/Comparison/CacheSession.h"
+#include "Tests/Support/Models/FakeTimer.h"
 #include "Tests/Support/TemporaryFolder.h"
 
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -33,6 +36,9 @@ public:
     /// Has "tmutil compare" report these files, each of 10 bytes, as added below /Data of `root`; a name that
     /// ends in a slash stands for a folder.
     void setAdded(const std::string& root, const std::vector<std::string>& names) const;
+    /// Has it report these files as touched, without a change of their content, in the newer of two roots.
+    void setTouched(const std::string& older, const std::string& newer,
+                    const std::vector<std::string>& names) const;
     /// The helper's copy of the manifest, with one row of this transaction.
     void setManifest(int xid) const;
     void grantAccess() const;
@@ -43,15 +49,22 @@ public:
 
     const TemporaryFolder& folder() const { return m_folder; }
     [[nodiscard]] SystemPaths paths() const { return SystemPaths(m_folder.path()); }
+    [[nodiscard]] std::filesystem::path cacheFile() const {
+        return m_folder / "data/Tallyglass/cache.sqlite";
+    }
 
     /// Starts with an idle engine and no settings.
     ScriptedMachine();
 
-    const std::shared_ptr<TestTimer::State> timer = std::make_shared<TestTimer::State>();
+    const std::shared_ptr<FakeTimer::State> timer = std::make_shared<FakeTimer::State>();
     const std::shared_ptr<Date> now = std::make_shared<Date>(dateSince1970(1'764'000'000));
 
 private:
     TemporaryFolder m_folder;
+
+public:
+    /// Shared by all environment.
+    const std::shared_ptr<CacheSession> cache;
 };
 
 } // namespace tallyglass::test

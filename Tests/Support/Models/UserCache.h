@@ -7,6 +7,7 @@
 #include "TallyglassKit/Persistence/Connection.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -14,6 +15,9 @@ namespace tallyglass::test {
 
 class UserCache {
 public:
+    explicit UserCache(const std::filesystem::path& file)
+        : m_connection(TallyglassDatabase::makeQueue(file)), m_store(file) {}
+
     /// Keeps everybody else out, for the five seconds that they wait.
     void lock() const { m_connection->execute("BEGIN EXCLUSIVE"); }
     void unlock() const { m_connection->execute("ROLLBACK"); }
@@ -53,9 +57,8 @@ public:
     }
 
 private:
-    const std::unique_ptr<Connection> m_connection =
-        TallyglassDatabase::makeQueue(TallyglassDatabase::defaultURL());
-    BackupStore m_store{TallyglassDatabase::defaultURL()};
+    const std::unique_ptr<Connection> m_connection;
+    BackupStore m_store;
 };
 
 } // namespace tallyglass::test

@@ -1,6 +1,5 @@
-#include "Tests/Models/ScriptedMachine.h"
-
 #include "TallyglassKit/Access/BackupPath.h"
+#include "Tests/Support/Models/ScriptedMachine.h"
 
 #include <fmt/chrono.h>
 
@@ -11,7 +10,9 @@ namespace tallyglass::test {
 
 namespace fs = std::filesystem;
 
-ScriptedMachine::ScriptedMachine() {
+ScriptedMachine::ScriptedMachine()
+    : cache(std::make_shared<CacheSession>(TMUtilRunner(paths().path(TMUtilRunner::executablePath)),
+                                           cacheFile())) {
     const auto tool = m_folder.write("usr/bin/tmutil", fmt::format(R"(#!/bin/sh
 cd '{}' || exit 99
 echo "$1" >> calls
@@ -72,6 +73,20 @@ void ScriptedMachine::setAdded(const std::string& root, const std::vector<std::s
     answer("compare", text + "</array></dict></plist>");
 }
 
+void ScriptedMachine::setTouched(const std::string& older, const std::string& newer,
+                                 const std::vector<std::string>& names) const {
+    const auto item = [](const char* key, const std::string& root, const std::string& name) {
+        return fmt::format("<key>{}</key><dict><key>Path</key><string>{}/Data/{}</string>"
+                           "<key>Size</key><integer>10</integer></dict>",
+                           key, root, name);
+    };
+    std::string text = "<plist version=\"1.0\"><dict><key>Changes</key><array>";
+    for (const auto& name : names)
+        text += "<dict>" + item("OlderItem", older, name) + item("NewerItem", newer, name) +
+                "<key>Differences</key><array><string>mtime</string></array></dict>";
+    answer("compare", text + "</array></dict></plist>");
+}
+
 void ScriptedMachine::setStatus(const std::string& entries) const {
     answer("status", "Backup session status:\n{\n" + entries + "\n}\n");
 }
@@ -112,7 +127,8 @@ std::vector<std::string> ScriptedMachine::calls() const {
 AppEnvironment ScriptedMachine::environment() const {
     AppEnvironment environment(paths());
     environment.clock = [now = now] { return *now; };
-    environment.makeTimer = TestTimer::factory(timer);
+    environment.makeTimer = FakeTimer::factory(timer);
+    environment.cache = cache;
     return environment;
 }
 

@@ -9,10 +9,10 @@
 
 namespace tallyglass::test {
 
-class TestTimer : public Timer {
+class FakeTimer : public Timer {
 public:
     struct State {
-        TestTimer* timer = nullptr;      ///< the timer made last; null when it has gone
+        FakeTimer* timer = nullptr;      ///< the timer made last; null when it has gone
         std::optional<double> remaining; ///< seconds that it was started with; absent when it is still
         int starts = 0;
 
@@ -23,8 +23,8 @@ public:
         }
     };
 
-    explicit TestTimer(std::shared_ptr<State> state) : m_state(std::move(state)) { m_state->timer = this; }
-    ~TestTimer() override { m_state->timer = nullptr; }
+    explicit FakeTimer(std::shared_ptr<State> state) : m_state(std::move(state)) { m_state->timer = this; }
+    ~FakeTimer() override { m_state->timer = nullptr; }
 
     void start(double seconds) override {
         m_state->remaining = seconds;
@@ -33,7 +33,7 @@ public:
     void stop() override { m_state->remaining.reset(); }
 
     [[nodiscard]] static TimerFactory factory(const std::shared_ptr<State>& state) {
-        return [state] { return std::make_unique<TestTimer>(state); };
+        return [state] { return std::make_unique<FakeTimer>(state); };
     }
 
 private:

@@ -1,9 +1,10 @@
-// How a screen puts the progress of a comparison. Free functions; any thread.
+// The text for the progress of a comparison and for its failures. Free functions; any thread.
 
 #pragma once
 
 #include "TallyglassKit/Comparison/DiffEngine.h"
 
+#include <exception>
 #include <optional>
 #include <string>
 
@@ -12,7 +13,7 @@ namespace tallyglass {
 /// "Storing 500 of 12,000…" and the like; absent once the comparison is finished.
 [[nodiscard]] std::optional<std::string> progressText(const DiffEngine::Progress& progress);
 
-/// For how a comparison ended without result: "Comparison cancelled." or the failure's own words.
+/// For a comparison that ended without result: "Comparison cancelled." or the failure's description.
 [[nodiscard]] std::string comparisonFailure(const std::exception_ptr& failure);
 
 /// "Could not open the diff cache: {description}".

@@ -1,6 +1,6 @@
-#include "Tallyglass/Models/ComparisonProgress.h"
+#include "TallyglassKit/Comparison/ComparisonProgress.h"
 
-#include "Tallyglass/Models/Task.h"
+#include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <fmt/format.h>
@@ -8,7 +8,7 @@
 namespace tallyglass {
 namespace {
 
-struct Words {
+struct Text {
     std::optional<std::string> operator()(const DiffEngine::Running&) const {
         return "Running tmutil compare…";
     }
@@ -19,18 +19,32 @@ struct Words {
     std::optional<std::string> operator()(const Comparison&) const { return std::nullopt; }
 };
 
+std::string description(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const std::exception& exception) {
+        return exception.what();
+    }
+}
+
 } // namespace
 
 std::optional<std::string> progressText(const DiffEngine::Progress& progress) {
-    return std::visit(Words(), progress);
+    return std::visit(Text(), progress);
 }
 
 std::string comparisonFailure(const std::exception_ptr& failure) {
-    return isCancellation(failure) ? "Comparison cancelled." : describe(failure);
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Cancelled&) {
+        return "Comparison cancelled.";
+    } catch (const std::exception& exception) {
+        return exception.what();
+    }
 }
 
 std::string cacheFailure(const std::exception_ptr& failure) {
-    return "Could not open the diff cache: " + describe(failure);
+    return "Could not open the diff cache: " + description(failure);
 }
 
 } // namespace tallyglass

@@ -1,0 +1,35 @@
+// What the models ask of the machine they run on. A value whose parts are shared by its copies; a test sets
+// each.
+
+#pragma once
+
+#include "Tallyglass/Models/Timer.h"
+#include "TallyglassKit/Access/FullDiskAccessProbe.h"
+#include "TallyglassKit/Access/TMUtilRunner.h"
+#include "TallyglassKit/Platform/Clock.h"
+#include "TallyglassKit/Platform/SystemPaths.h"
+
+#include <functional>
+#include <memory>
+
+namespace tallyglass {
+
+class CacheSession;
+class Workspace;
+
+struct AppEnvironment {
+    /// This computer, with the user's diff cache.
+    explicit AppEnvironment(SystemPaths systemPaths = SystemPaths::standard());
+    /// The same with another tmutil.
+    AppEnvironment(SystemPaths systemPaths, TMUtilRunner tool);
+
+    SystemPaths paths;
+    TMUtilRunner runner;
+    Clock clock;
+    std::function<FDAStatus()> probeAccess; ///< blocks; called on the pool
+    TimerFactory makeTimer;                 ///< timers that count through sleep
+    std::shared_ptr<CacheSession> cache;    ///< runs `runner`; never null
+    Workspace* workspace = nullptr;         ///< outlives the models; without one nothing is opened
+};
+
+} // namespace tallyglass

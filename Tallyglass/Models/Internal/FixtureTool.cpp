@@ -1,0 +1,115 @@
+#include "Tallyglass/Models/Internal/FixtureTool.h"
+
+#include "Tallyglass/Models/AppModel.h"
+#include "TallyglassKit/Comparison/CompareOptions.h"
+#include "TallyglassKit/Platform/Error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace tallyglass {
+
+namespace {
+
+TMUtilResult success(const std::string& output) {
+    return {.exitCode = 0, .stdout = output, .stderr = {}};
+}
+
+TMUtilResult failure(const std::string& text) {
+    return {.exitCode = 1, .stdout = {}, .stderr = text};
+}
+
+[[noreturn]] void waitForStop(const std::stop_token& stop) {
+    std::mutex mutex;
+    std::condition_variable_any never;
+    std::unique_lock lock(mutex);
+    never.wait(lock, stop, [] { return false; });
+    throw Cancelled();
+}
+
+TMUtilResult answer(const FixtureAnswer& from, const TMUtilRunner::OnBytes& onBytes,
+                    const std::stop_token& stop) {
+    if (from.isWaiting) {
+        if (onBytes && from.bytesBeforeWait > 0)
+            onBytes(from.bytesBeforeWait);
+        waitForStop(stop);
+    }
+    return from.failure.empty() ? success(from.output) : failure(from.failure);
+}
+
+template <typename Value>
+std::string entry(std::string_view key, const std::optional<Value>& value) {
+    return value ? fmt::format("{} = \"{}\";\n", key, *value) : std::string();
+}
+
+/// As tmutil prints it, in the old form of property lists.
+std::string statusText(const BackupStatus& status) {
+    const std::string progress = entry("Percent", status.percent) + entry("bytes", status.bytesCopied) +
+                                 entry("totalBytes", status.totalBytes) + entry("files", status.filesCopied) +
+                                 entry("totalFiles", status.totalFiles) +
+                                 entry("TimeRemaining", status.timeRemaining);
+    return fmt::format("Backup session status:\n{{\n{}{}Progress = {{\n{}}};\nRunning = {:d};\n"
+                       "Stopping = {:d};\n}}\n",
+                       entry("BackupPhase", status.phase),
+                       entry("NumberOfChangedItems", status.numberOfChangedItems), progress, status.isRunning,
+                       status.isStopping);
+}
+
+} // namespace
+
+FixtureTool::FixtureTool(std::string_view name, Date now)
+    : m_machine(FixtureMachine::make(name, now).value()), m_comparisons(FixtureComparisons::make(name, now)),
+      m_files(m_machine), m_now(now) {}
+
+Date FixtureTool::now() const {
+    return m_machine.rate && m_readings < 2 ? m_now - std::chrono::duration<double>(AppModel::runningInterval)
+                                            : m_now;
+}
+
+TMUtilResult FixtureTool::status() {
+    const int reading = ++m_readings;
+    if (m_machine.statusFailure)
+        return failure(*m_machine.statusFailure);
+    BackupStatus status = m_machine.status;
+    if (m_machine.rate && reading == 1) {
+        const auto before = [](std::optional<std::int64_t>& count, double perSecond) {
+            *count -= static_cast<std::int64_t>(perSecond * AppModel::runningInterval);
+        };
+        before(status.bytesCopied, m_machine.rate->bytesPerSecond);
+        before(status.filesCopied, m_machine.rate->filesPerSecond);
+    }
+    return success(statusText(status));
+}
+
+/// The changes in one backup are compared less deep than anything on the compare screen.
+const FixtureAnswer& FixtureTool::comparison(const TMUtilRunner::Arguments& arguments) const {
+    const auto changes = CompareOptions::fast(2).arguments();
+    const bool isOfChanges = !std::ranges::search(arguments, changes).empty();
+    return isOfChanges ? m_comparisons.changes : m_comparisons.backups;
+}
+
+TMUtilResult FixtureTool::run(const TMUtilRunner::Arguments& arguments, const TMUtilRunner::OnBytes& onBytes,
+                              const std::stop_token& stop) {
+    const std::string& verb = arguments.front();
+    if (verb == "status")
+        return status();
+    if (verb == "stopbackup" && m_machine.stopFailure)
+        return failure(*m_machine.stopFailure);
+    if (verb == "machinedirectory")
+        return m_files.machineDirectory().empty() ? failure("There is no machine directory.")
+                                                  : success(m_files.machineDirectory() + "\n");
+    if (verb == "listbackups")
+        return answer(m_comparisons.listing, onBytes, stop);
+    if (verb == "compare")
+        return answer(comparison(arguments), onBytes, stop);
+    return success({});
+}
+
+} // namespace tallyglass
