@@ -116,7 +116,7 @@ private:
     }
 
     static AppEnvironment environment(const std::filesystem::path& folder) {
-        AppEnvironment result(SystemPaths(folder), TMUtilRunner(runTool));
+        AppEnvironment result{SystemPaths(folder), TMUtilRunner(runTool)};
         result.cache = std::make_shared<CacheSession>(result.runner, folder / "cache.sqlite");
         return result;
     }
