@@ -10,7 +10,8 @@ Card {
 
     Accessible.name: qsTr("Summary")
 
-    GridLayout {
+    Grid { // not a layout of Qt's, which crashes when tiles go
+        id: tiles
         width: parent.width
         columns: card.width < Theme.unit * 64 * Theme.textScale ? 2 : 4
         columnSpacing: Theme.unit * 2
@@ -19,9 +20,7 @@ Card {
             model: card.content.tiles
             StatTile {
                 required property statTileContent modelData
-                Layout.fillWidth: true
-                Layout.preferredWidth: 1 // all equally wide
-                Layout.alignment: Qt.AlignTop
+                width: (tiles.width + tiles.columnSpacing) / tiles.columns - tiles.columnSpacing
                 label: modelData.label
                 value: modelData.value
                 caption: modelData.caption

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
@@ -11,18 +10,17 @@ Card {
     title: qsTr("Configuration")
     systemImage: "switch.2"
 
-    GridLayout {
+    Grid { // not a layout of Qt's, which crashes when rows go
+        id: table
         width: parent.width
+        flow: Grid.TopToBottom
+        rows: card.content.rows.length
         columnSpacing: Theme.unit * 3
         rowSpacing: Theme.unit
         Repeater {
             model: card.content.rows
             Label {
                 required property labelledValue modelData
-                required property int index
-                Layout.row: index
-                Layout.column: 0
-                Layout.alignment: Qt.AlignTop
                 text: modelData.label
                 color: Theme.secondaryText
                 Accessible.ignored: true
@@ -32,10 +30,7 @@ Card {
             model: card.content.rows
             Label {
                 required property labelledValue modelData
-                required property int index
-                Layout.row: index
-                Layout.column: 1
-                Layout.fillWidth: true
+                width: table.width - x
                 text: modelData.value
                 Accessible.name: modelData.label
                 Accessible.description: modelData.value

@@ -172,6 +172,20 @@ TEST_F(DashboardTest, offersTheGuideWhileAccessIsLocked) {
     EXPECT_EQ(stage.sheets, std::vector{ScreenContext::AppAccessGuide});
 }
 
+TEST_F(UnreadDashboardTest, replacesTheRowsOfTheConfigurationBeforeTheyAreShown) {
+    TMSettings settings{.destinations = {TMDestination{.id = "A"}}};
+    for (int width = 720; width < 1000; width += 10) {
+        stage.model.setSettings(std::nullopt);
+        QCoreApplication::processEvents();
+        settings.autoBackupInterval = width;
+        stage.model.setSettings(settings);
+        QCoreApplication::processEvents();
+        screen->window()->resize(QSize(width, 560));
+        QCoreApplication::processEvents();
+    }
+    screen->until([this] { return screen->tree().value("Requires AC power") == "No"; });
+}
+
 TEST_F(DashboardTest, showsHowTimeMachineIsSetUp) {
     setSettings([](TMSettings& settings) {
         settings.autoBackupEnabled = true;
