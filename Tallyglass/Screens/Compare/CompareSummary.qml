@@ -20,7 +20,7 @@ Card {
             model: card.content.tiles
             StatTile {
                 required property statTileContent modelData
-                width: (tiles.width + tiles.columnSpacing) / tiles.columns - tiles.columnSpacing
+                width: Math.floor((tiles.width + tiles.columnSpacing) / tiles.columns) - tiles.columnSpacing
                 label: modelData.label
                 value: modelData.value
                 caption: modelData.caption

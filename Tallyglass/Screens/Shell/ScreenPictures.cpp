@@ -84,7 +84,6 @@ void ScreenPictures::save(const std::filesystem::path& folder, const QString& se
         throw Error(fmt::format("The folder \"{}\" can't be made.", folder.string()));
     m_session = session;
     m_written = written;
-    m_theme.setReduceMotion(true);
     for (const Look& look : looks) {
         m_look = nameOf(look);
         m_theme.setDark(look.dark);

@@ -128,6 +128,7 @@ void TallyglassApp::reportStart() {
 
 void TallyglassApp::savePictures(const std::filesystem::path& folder,
                                  const std::function<void(const QString&)>& written) {
+    theme().setReduceMotion(true);
     m_window->show();
     while (!hasData())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
