@@ -1,9 +1,9 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
 #include "Tallyglass/Models/FixtureSession.h"
 #include "TallyglassKit/Access/BackupListing.h"
-#include "Tests/HostTools/HostMachine.h"
 #include "Tests/Models/ScriptedMachine.h"
 #include "Tests/Models/UserCache.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/ProcessResources.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 

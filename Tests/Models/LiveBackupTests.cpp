@@ -1,8 +1,8 @@
 // The model over a machine whose backups are real.
 
 #include "Tallyglass/Models/AppModel.h"
-#include "Tests/HostTools/HostMachine.h"
 #include "Tests/Models/TestTimer.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gtest/gtest.h>

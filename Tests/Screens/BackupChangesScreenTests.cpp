@@ -1,10 +1,10 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
 #include "Tallyglass/Models/FixtureSession.h"
 #include "TallyglassKit/Access/TMSettings.h"
-#include "Tests/HostTools/HostMachine.h"
 #include "Tests/Models/ScriptedMachine.h"
 #include "Tests/Models/UserCache.h"
 #include "Tests/Screens/TimelineScreen.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/ProcessResources.h"
 
 #include <gmock/gmock.h>
