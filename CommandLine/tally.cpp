@@ -1,4 +1,4 @@
-// The kit from a terminal.
+// tally: the command line of the kit.
 
 #include "CommandLine/Commands/RunTally.h"
 

@@ -1,4 +1,4 @@
-// Whatever tmutil prints, a status comes of it that keeps the promises of its fields, or none.
+// Status output of any bytes: a status whose fields are in their documented ranges, or none.
 
 #include "TallyglassKit/Access/BackupStatus.h"
 
@@ -15,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     if (status->timeRemaining && !(*status->timeRemaining > 0))
         std::abort();
-    if (*status != BackupStatus(*status)) // what isn't equal to itself would wake observers for ever
+    if (*status !=
+        BackupStatus(*status)) // observers of a value that isn't equal to itself would never settle
         std::abort();
     return 0;
 }

@@ -1,4 +1,4 @@
-// What every reader of property lists promises for any bytes, as the fuzzers of the readers check it.
+// The guarantees of property-list readers for any bytes, checked by their fuzzers.
 
 #pragma once
 
@@ -17,7 +17,7 @@ inline void require(bool holds) {
         std::abort();
 }
 
-/// Looks at every value once, and at every byte of text and data.
+/// Visits every value once, and every byte of text and data.
 inline void walk(PropertyListValue root) {
     require(root.nesting() <= PropertyListStorage::maximumNesting);
     std::set<const void*> seen;
@@ -52,7 +52,7 @@ void readAndWalk(std::string_view bytes, Reader read) {
     try {
         walk(read(bytes, storage));
     } catch (const PropertyListError&) {
-        return; // most bytes are no list
+        return; // most bytes aren't a list
     }
     require(storage.size() <= PropertyList::memoryPerByte * bytes.size() + (64 << 10));
 }

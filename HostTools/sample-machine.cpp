@@ -1,4 +1,4 @@
-// Makes a machine with weeks of backups, for looking round in and for tests.
+// Creates a machine with weeks of backups, for demonstrations and tests.
 
 #include "HostTools/Machine/SampleMachine.h"
 #include "HostTools/Machine/ToolArguments.h"

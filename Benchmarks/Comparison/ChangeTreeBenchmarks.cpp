@@ -1,4 +1,4 @@
-// What growing a folder tree costs.
+// The cost of merging rows into a folder tree.
 
 #include "Benchmarks/Comparison/SampleChanges.h"
 #include "Benchmarks/Support/Row.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr std::int64_t treeRows = 200'000;
 constexpr std::int64_t mergedRows = 20'000;
 
-/// The rows of a tree, with their folders, and those that come to it: every eleventh folder.
+/// The rows of a tree with their folders, and the rows to merge into it: every eleventh folder.
 struct Rows {
     std::vector<ChangeRecord> tree;
     std::vector<ChangeRecord> merged;

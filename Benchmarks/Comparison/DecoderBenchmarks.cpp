@@ -1,5 +1,5 @@
-// How fast compare output becomes records, beside what general XML and property-list libraries take for
-// merely reading it.
+// Decoding compare output to records, relative to only parsing it with general XML and property-list
+// libraries.
 
 #include "Benchmarks/Support/Row.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
@@ -45,8 +45,8 @@ void appendDifferences(std::string& xml, int number) {
     xml += "\t\t\t</array>\n";
 }
 
-/// What tmutil prints for a day's changes: of six, four modified, one added and one removed; every seventh is
-/// a folder, and some names aren't ASCII or hold an ampersand.
+/// tmutil's output for a day's changes: of six, four modified, one added and one removed; every seventh is a
+/// folder, and some names aren't ASCII or contain an ampersand.
 std::string compareOutput() {
     std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                       "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
@@ -78,7 +78,7 @@ std::string compareOutput() {
     return xml;
 }
 
-// Made once for a row, which keeps it while it is measured.
+// Created once for a row, which keeps it while it is measured.
 std::shared_ptr<std::string> sharedOutput() {
     static std::weak_ptr<std::string> kept;
     auto output = kept.lock();
@@ -131,7 +131,7 @@ Row row(std::string name, std::string reference, double must, double aim,
         .prepare = [] { return sharedOutput(); },
         .measure =
             [] {
-                malloc_trim(0); // or one side sorts out, in its time, what the other has left on the heap
+                malloc_trim(0); // else one side would clean up the other's heap in its measured time
                 return decode(*sharedOutput());
             },
         .measureReference =

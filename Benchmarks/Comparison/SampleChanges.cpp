@@ -76,7 +76,7 @@ CachedMillion::CachedMillion() {
     }
     PlainDatabase database(file);
     database.run("PRAGMA synchronous = OFF");
-    database.run("DROP TRIGGER __fileChangeSearch_ai"); // a million words, which no row here looks for
+    database.run("DROP TRIGGER __fileChangeSearch_ai"); // no row here searches for words
     insertPlainly(database, sampleChanges(rows, comparison.id), rows);
 }
 

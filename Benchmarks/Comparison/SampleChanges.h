@@ -1,4 +1,4 @@
-// The changes that the comparison's benchmarks work on, and a cache that is full of them.
+// Changes for the comparison benchmarks, and a cache filled with them.
 
 #pragma once
 
@@ -43,10 +43,10 @@ private:
 /// Two backups a day apart, compared without a limit.
 [[nodiscard]] Comparison sampleComparison();
 
-/// Rows as a home folder gives them, in the order of their paths.
+/// Rows like those of a home folder, in the order of their paths.
 [[nodiscard]] std::vector<ChangeRecord> sampleChanges(std::int64_t count, const SharedText& comparisonID);
 
-/// SQLite by hand, as the reference uses it.
+/// Plain SQLite, for the reference.
 class PlainDatabase {
 public:
     explicit PlainDatabase(const std::filesystem::path& file) {
@@ -82,10 +82,10 @@ private:
 
 void bindText(sqlite3_stmt* statement, int parameter, std::string_view text);
 
-/// Stores rows by hand, in transactions of `rowsAtOnce`, without counters.
+/// Stores rows with plain SQLite, in transactions of `rowsAtOnce`, without counters.
 void insertPlainly(PlainDatabase& database, const std::vector<ChangeRecord>& changes, std::size_t rowsAtOnce);
 
-/// A cache that holds one finished comparison of a million rows.
+/// A cache with one finished comparison of a million rows.
 struct CachedMillion {
     static constexpr std::int64_t rows = 1'000'000;
 
@@ -95,7 +95,7 @@ struct CachedMillion {
 
     CachedMillion();
 
-    /// Made on first use, kept while anybody has it.
+    /// Created on first use, shared while it is referenced.
     [[nodiscard]] static std::shared_ptr<CachedMillion> shared();
 };
 

@@ -1,4 +1,4 @@
-// The diff cache against plain C over SQLite with the same schema: what typed records and the counters cost.
+// The diff cache relative to plain SQLite with the same schema: the cost of typed records and counters.
 
 #include "Benchmarks/Comparison/SampleChanges.h"
 #include "Benchmarks/Support/Row.h"
@@ -28,7 +28,7 @@ struct Storing {
     Comparison comparison = bench::sampleComparison();
     std::vector<ChangeRecord> changes = bench::sampleChanges(storedRows, comparison.id);
 
-    /// An empty cache with the comparison begun.
+    /// A cache in which the comparison has begun.
     std::filesystem::path freshFile() {
         const auto file = folder.path() / "cache.sqlite";
         TallyglassDatabase::reset(file);
@@ -62,7 +62,7 @@ const bool addsStoring = bench::add({
     .ratio = bench::Ratio::speed,
     .must = 0.95,
     .aim = 1.0,
-    .runs = 3, // of several seconds each
+    .runs = 3, // each takes several seconds
     .prepare = [] { return storing = std::make_shared<Storing>(); },
     .measure = measureStoring,
     .measureReference = measureStoringReference,

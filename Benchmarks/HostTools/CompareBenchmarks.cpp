@@ -1,4 +1,5 @@
-// host-compare: the host's `tmutil compare` against rsync's dry run, on two backups that share most files.
+// host-compare: the host's `tmutil compare` relative to rsync's dry run, on two backups that share most
+// files.
 
 #include "Benchmarks/Support/Row.h"
 #include "HostTools/Machine/MachineSetup.h"
@@ -54,7 +55,7 @@ struct Trees {
             else
                 fs::create_hard_link(root / "older" / name, root / "newer" / name);
         }
-        // As a backup does, the newer folder keeps the date of its source.
+        // As in a backup, the newer folder keeps the date of its source.
         fs::last_write_time(root / "newer" / folder, fs::last_write_time(root / "older" / folder));
     }
 

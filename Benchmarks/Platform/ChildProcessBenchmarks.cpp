@@ -1,8 +1,8 @@
-// What a child costs that is run for its output, against the least that the system can do for one.
+// The cost of running a child for its output, relative to the minimum that the system needs.
 
 #include "Benchmarks/Support/Row.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"
-#include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/ErrorText.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t drained = std::size_t{1} << 30;
 constexpr int spawned = 1000;
 
-/// Starts the program as the C library does it, and waits for it.
+/// Runs the program with the C library's functions.
 void spawnAndWait(std::vector<std::string> command) {
     std::vector<char*> argv;
     for (std::string& argument : command)

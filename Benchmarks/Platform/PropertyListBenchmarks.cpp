@@ -1,5 +1,5 @@
-// Reading property lists, beside libplist. Each side gets the bytes in memory, makes its tree and frees it,
-// all of which is measured.
+// Parsing property lists, relative to libplist. Each side parses bytes in memory and frees the result, which
+// is measured, too.
 
 #include "Benchmarks/Support/Row.h"
 #include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
@@ -89,7 +89,7 @@ std::string write(const List& list, bool binary) {
     return result;
 }
 
-/// A list of as many destinations as take the size that is measured.
+/// A list with as many destinations as fill the measured size.
 std::string preferences(bool binary) {
     std::mt19937 random(1);
     const auto listOf = [&](std::size_t count) {
@@ -121,7 +121,7 @@ Row row(std::string name, std::string form, bool binary) {
         },
         .measure =
             [=] {
-                malloc_trim(0); // or one side sorts out, in its time, what the other has left on the heap
+                malloc_trim(0); // else one side would clean up the other's heap in its measured time
                 return seconds([&] {
                     const auto list = PropertyList::parse(*bytes);
                     if (!list.root().find("Destinations"))

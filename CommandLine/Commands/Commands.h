@@ -1,5 +1,5 @@
-// The commands of tally: what each takes, and what it does. They don't know how arguments are read, which
-// takes a parser that is slow to compile and that only RunTally.cpp sees.
+// The commands of tally: what each takes, and what it does. They don't depend on the argument parser, which
+// is slow to compile and used in RunTally.cpp only.
 
 #pragma once
 
@@ -15,17 +15,17 @@ namespace tallyglass::commandline {
 
 /// One argument of a command: an option if its name begins with "--", else an operand, which is required.
 struct Argument {
-    /// Where its value goes. A number isn't negative, a bool tells whether a flag was given, and an option
-    /// that is a list may be repeated.
+    /// The destination of its value. Numbers aren't negative, a bool is a flag, and an option that is a list
+    /// may be repeated.
     using Value = std::variant<std::string*, std::int64_t*, bool*, std::vector<std::string>*>;
 
     std::string name;
     std::string description;
     Value value;
-    std::string type = {};                 ///< what the help calls the value
-    std::vector<std::string> choices = {}; ///< nothing else is taken, unless there are none
-    bool isCommaSeparated = false;         ///< of a list: one value names several, and so may the next
-    std::string excludes = {};             ///< the name of an earlier option that can't be given with it
+    std::string type = {};                 ///< the placeholder of the value in the help
+    std::vector<std::string> choices = {}; ///< the allowed values, if not empty
+    bool isCommaSeparated = false;         ///< for a list: each value may have several elements
+    std::string excludes = {};             ///< the name of a previous option that it can't be combined with
 };
 
 /// What a command does. It owns the values that its arguments point to.

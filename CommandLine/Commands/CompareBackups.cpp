@@ -30,7 +30,7 @@ struct ProgressText {
 ComparisonResult compareBackups(const Context& context, BackupStore& store, const std::string& from,
                                 const std::string& to, const CompareOptions& options, bool useCache) {
     ComparisonResult result;
-    result.cached = true; // until it is seen to run
+    result.cached = true; // until progress shows that it runs
     ProgressLine line;
     const DiffEngine engine(context.runner(), store);
     result.comparison = engine.compare(
@@ -38,7 +38,7 @@ ComparisonResult compareBackups(const Context& context, BackupStore& store, cons
         [&](const DiffEngine::Progress& event) {
             if (std::holds_alternative<Comparison>(event))
                 return;
-            result.cached = false; // a cache hit sends nothing but its comparison
+            result.cached = false; // a cache hit only sends the comparison
             line.show(std::visit(ProgressText{}, event));
         },
         context.stop);

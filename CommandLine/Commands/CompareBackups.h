@@ -1,4 +1,4 @@
-// One comparison on the command line: the user's cache, and a progress line while it runs.
+// Runs a comparison with the user's cache and a progress line.
 
 #pragma once
 
@@ -12,7 +12,7 @@ namespace tallyglass::commandline {
 
 struct ComparisonResult {
     Comparison comparison;
-    bool cached = false; ///< it came from the cache and tmutil wasn't run
+    bool cached = false; ///< from the cache, without running tmutil
 };
 
 [[nodiscard]] ComparisonResult compareBackups(const Context& context, BackupStore& store,

@@ -1,5 +1,5 @@
-// What every command works with: where the machine is, how to print, and when to stop.
-// Main thread only, but for the stop token.
+// The environment of a command: the machine, the output and the stop token. Main thread only, except for the
+// stop token.
 
 #pragma once
 

@@ -21,7 +21,7 @@ std::string partOf(const std::string& done, const std::optional<std::string>& al
     return all ? done + " of " + *all : done;
 }
 
-/// What the change adds to the newer backup, or takes from it.
+/// The signed size that a change adds to the newer backup.
 std::string signedSize(const ChangeRecord& change) {
     const auto delta = change.sizeDelta ? change.sizeDelta : change.size;
     if (!delta || *delta == 0)
@@ -29,7 +29,7 @@ std::string signedSize(const ChangeRecord& change) {
     return (*delta > 0 ? "+" : "−") + Fmt::size(std::abs(*delta));
 }
 
-/// Padded by characters, not bytes: the minus sign and no-break blanks take several.
+/// Padded by characters, not bytes: the minus sign and no-break spaces take several.
 std::string alignedRight(const std::string& text, std::size_t width) {
     std::size_t characters = 0;
     for (const char byte : text)

@@ -1,4 +1,4 @@
-// The lines that tally prints for people.
+// The text output of tally.
 
 #pragma once
 
@@ -32,13 +32,13 @@ namespace tallyglass::commandline {
 /// Such as "mini: Backups healthy".
 [[nodiscard]] std::string describe(const TMDestination& destination, const BackupHealth& health);
 
-/// When the backup was made, if its path tells, and its path.
+/// The date of the backup, if its path contains one, and its path.
 [[nodiscard]] std::string describe(const DiffEngine::Backup& backup);
 
 /// Such as "12 added, 3 removed, 40 modified, +1.2 MB in all".
 [[nodiscard]] std::string describe(const Comparison& comparison);
 
-/// One line a change: its kind, by how much it made the backup bigger, its path.
+/// One line per change: its kind, signed size and path.
 void printChanges(std::ostream& out, std::span<const ChangeRecord> changes);
 
 } // namespace tallyglass::commandline

@@ -11,7 +11,7 @@ namespace tallyglass::commandline {
 
 namespace {
 
-/// What the program has to end in order after the second signal.
+/// The time for an orderly end after the second signal.
 constexpr std::chrono::milliseconds orderlyEnd(3000);
 
 void watch(const TerminationSignals& signals, std::stop_source source) {

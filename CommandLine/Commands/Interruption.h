@@ -1,9 +1,8 @@
-// Turns the signals that end a program into a stop request, so that children are stopped and results are kept
-// in order before the program ends. A second signal kills the children, and ends the program three seconds
-// later if it hasn't ended by then; a third ends it at once.
+// Turns the signals that end a program into a stop request, so that children are stopped and results are
+// stored consistently before the program ends. A second signal kills the children, and ends the program three
+// seconds later if it hasn't ended by then; a third ends it at once.
 //
-// Make one in main before any other thread starts, for the reason that TerminationSignals gives. It ends its
-// own thread.
+// Make one in main before any other thread starts, as TerminationSignals requires. Joins its own thread.
 
 #pragma once
 

@@ -19,7 +19,7 @@ namespace {
 
 using JSON = nlohmann::ordered_json;
 
-// Declared for the templates, which look them up where they stand.
+// Declared for the templates, which look them up at their definition.
 JSON toJSON(Date date);
 JSON toJSON(const TMDestination& destination);
 JSON toJSON(const TMSettings& settings);

@@ -1,5 +1,5 @@
-// The documents that tally prints with --json. Field names are the models' own, absent is null, dates are ISO
-// 8601 in UTC with milliseconds. Lists of any kind are arrays.
+// The documents that tally prints with --json. Field names are those of the data models, absent values are
+// null, dates are ISO 8601 in UTC with milliseconds. Lists of any kind are arrays.
 
 #pragma once
 

@@ -33,7 +33,7 @@ void overview(const Context& context) {
         context.out << "Latest backups:\n";
         for (const auto& backup : latest)
             context.out << "  " << describe(backup) << "\n";
-        context.out << std::flush; // what is known so far, before the long part
+        context.out << std::flush; // shows this before the long comparison
     }
     std::optional<ComparisonResult> result;
     std::vector<ChangeRecord> largest;

@@ -40,7 +40,7 @@ private:
     std::condition_variable_any m_ended;
     SteadyClock::time_point m_drawn;
     std::string m_text;     ///< empty while nothing is shown
-    std::jthread m_counter; // last, so that it ends before what it uses
+    std::jthread m_counter; // declared last, so that it ends before what it uses is destroyed
 };
 
 } // namespace tallyglass::commandline

@@ -21,7 +21,7 @@ namespace {
 
 using Kind = PropertyListValue::Kind;
 
-/// What is left of a container on a walk through it.
+/// The remaining part of a container during traversal.
 struct Walk {
     explicit Walk(PropertyListValue value) : container(value) {
         if (isDictionary())
@@ -48,7 +48,7 @@ struct Walk {
     std::span<const PropertyListValue> elements;
     std::span<const PropertyListPair> pairs;
     std::uint64_t size = 1; // counted so far
-    bool hasBegun = false;  // a value of it is printed
+    bool hasBegun = false;  // a value of it has been printed
 };
 
 bool isContainer(PropertyListValue value) {
@@ -64,7 +64,7 @@ std::uint64_t scalarSize(PropertyListValue value) {
     return 1 + value.text().value_or("").size() + value.data().value_or("").size();
 }
 
-/// The size of the tree that the graph stands for. Counts each container once.
+/// The size of the graph expanded to a tree. Visits each container once.
 std::uint64_t expandedSize(PropertyListValue root) {
     if (!isContainer(root))
         return scalarSize(root);

@@ -1,4 +1,4 @@
-// Property lists as JSON, in which every kind of value can be told from the others.
+// Property lists as JSON, with a distinct form for every kind of value.
 
 #pragma once
 
@@ -9,17 +9,17 @@
 
 namespace tallyglass {
 
-/// What printPropertyListJSON() writes at most: a binary list that shares its values can stand for more than
-/// any disk holds.
+/// The limit of printPropertyListJSON(): a binary list with shared values can expand to more than any disk
+/// holds.
 inline constexpr std::uint64_t mostPropertyListJSON = std::uint64_t{4} << 30;
 
-/// Writes `root` as one JSON document without a line break at its end. Text, arrays, dictionaries, integers,
-/// booleans and null are what they are in JSON; the others are objects of one member: {"real": 0.5},
-/// {"date": seconds since 2001}, {"data": "hexadecimal"}, {"uid": 1} and {"set": [...]}. A number that JSON
-/// can't hold is the text "nan", "inf" or "-inf".
+/// Writes `root` as one JSON document without a trailing line break. Text, arrays, dictionaries, integers,
+/// booleans and null have their JSON forms; the others are objects with one member: {"real": 0.5}, {"date":
+/// seconds since 2001}, {"data": "hexadecimal"}, {"uid": 1} and {"set": [...]}. A number that JSON can't
+/// represent is the text "nan", "inf" or "-inf".
 ///
-/// Throws Error, with nothing written, if the document would take more than `most` bytes by a count that
-/// takes 1 for each value and its bytes for text and data. Neither step recurses.
+/// Throws Error, with nothing written, if the document would take more than `most` bytes, counting 1 for each
+/// value and the bytes of text and data. Not recursive.
 void printPropertyListJSON(PropertyListValue root, std::ostream& output,
                            std::uint64_t most = mostPropertyListJSON);
 

@@ -39,7 +39,7 @@ int fail(ExitCode code, const std::string& description) {
         line.pop_back();
     for (char& character : line)
         if (character == '\n')
-            character = ' '; // one line, whatever the failed command wrote
+            character = ' '; // always one line
     std::cerr << "tally: " << line << "\n";
     return code;
 }
@@ -118,7 +118,7 @@ int runTally(int argc, char** argv) {
     CLI::App app("Shows what a computer's Time Machine backups hold and what changed between them.", "tally");
     app.footer(epilogue);
     app.require_subcommand(1);
-    app.fallthrough(); // --root and --json may stand behind the command too
+    app.fallthrough(); // --root and --json are allowed after the command, too
     std::string root;
     bool json = false;
     app.add_option("--root", root, "The folder that stands for \"/\" of the machine to look at")

@@ -1,4 +1,4 @@
-// All of tally.
+// The entry point of tally.
 
 #pragma once
 

@@ -32,13 +32,13 @@ void detach(int keptDescriptor) {
 } // namespace
 
 BackgroundBackup::Outcome BackgroundBackup::start(const MachinePaths& machine, const Options& options,
-                                                  FILE* complaints) {
+                                                  FILE* errors) {
     auto run = BackupRun::begin(machine, {}, options.destinationID);
     if (!run)
         return Outcome::alreadyRunning;
     if (options.waits) {
         if (const std::int64_t result = run->perform(); result != 0) {
-            fmt::print(complaints, "tmutil: the backup ended with result {}: {}\n", result, run->failure());
+            fmt::print(errors, "tmutil: the backup ended with result {}: {}\n", result, run->failure());
             return Outcome::failed;
         }
         return Outcome::started;
@@ -51,7 +51,7 @@ BackgroundBackup::Outcome BackgroundBackup::start(const MachinePaths& machine, c
         waitpid(child, nullptr, 0);
         return Outcome::started;
     }
-    // A session of its own, and then a process that leads none and that nobody has to wait for.
+    // The classic double fork: a new session, then a process that isn't its leader and is reaped by init.
     setsid();
     if (fork() != 0)
         _exit(0);

@@ -1,4 +1,4 @@
-// Starts a backup in a process of its own, which the caller doesn't wait for.
+// Starts a backup in a background process.
 
 #pragma once
 
@@ -16,10 +16,10 @@ struct BackgroundBackup {
     };
     enum class Outcome { started, alreadyRunning, failed };
 
-    /// When this returns, the backup holds its lock and its attempt is on record. The process that runs it is
-    /// a daemon: it has none of this one's descriptors, so that who reads our output sees its end. Throws
-    /// Error when nothing can be started; `failed` says that a backup which was waited for failed.
-    static Outcome start(const MachinePaths& machine, const Options& options, FILE* complaints);
+    /// When this returns, the backup holds its lock and its attempt is recorded. It runs in a daemon without
+    /// this process's descriptors, so that readers of our output see its end. Throws Error if it can't be
+    /// started; `failed` means that a backup which was waited for failed.
+    static Outcome start(const MachinePaths& machine, const Options& options, FILE* errors);
 };
 
 } // namespace tallyglass

@@ -48,7 +48,7 @@ struct BackupRun::Survey final : ComparisonSink {
             ++files;
         }
     }
-    void unreadable(const std::string&, int) override {} // the copy leaves it out, too
+    void unreadable(const std::string&, int) override {} // the copy omits it, too
     void excluded(std::string_view path) override { excludedPaths.emplace_back(path); }
     void entered(std::string_view, const struct stat*, const struct stat*) override { run.stopIfAsked(); }
 
@@ -75,7 +75,7 @@ struct BackupRun::Cost final : ComparisonSink {
     }
     void unreadable(const std::string&, int) override {}
     void entered(std::string_view, const struct stat* older, const struct stat* newer) override {
-        // Folders can't be shared: each backup has its own.
+        // Folders can't be hard-linked: each backup has its own.
         uniqueToPrevious += older ? physicalSize(*older) : 0;
         writtenSize += newer ? physicalSize(*newer) : 0;
     }
@@ -85,22 +85,22 @@ struct BackupRun::Cost final : ComparisonSink {
     std::int64_t logicalSize = 0;
     std::int64_t writtenSize = 0;
     std::int64_t uniqueToPrevious = 0;
-    std::unordered_set<ino_t> linked; ///< written once, found under several names
+    std::unordered_set<ino_t> linked; ///< copied already under another name
 };
 
-BackupRun::BackupRun(const MachinePaths& machine, Surroundings surroundings, FileLock lock)
-    : m_machine(machine), m_surroundings(std::move(surroundings)), m_lock(std::move(lock)),
-      m_start(m_surroundings.clock()) {
-    if (!m_surroundings.copier)
-        m_surroundings.copier = std::make_unique<RsyncCopier>(m_lock.descriptor());
+BackupRun::BackupRun(const MachinePaths& machine, Environment environment, FileLock lock)
+    : m_machine(machine), m_environment(std::move(environment)), m_lock(std::move(lock)),
+      m_start(m_environment.clock()) {
+    if (!m_environment.copier)
+        m_environment.copier = std::make_unique<RsyncCopier>(m_lock.fd());
 }
 
-std::optional<BackupRun> BackupRun::begin(const MachinePaths& machine, Surroundings surroundings,
+std::optional<BackupRun> BackupRun::begin(const MachinePaths& machine, Environment environment,
                                           const std::string& destinationID) {
     auto lock = RunFiles::take(machine);
     if (!lock)
         return std::nullopt;
-    BackupRun run(machine, std::move(surroundings), std::move(*lock));
+    BackupRun run(machine, std::move(environment), std::move(*lock));
     run.m_preferences = run.edit([&](HostPreferences& preferences) {
         const HostDestination* chosen =
             destinationID.empty() ? preferences.current() : preferences.destination(destinationID);
@@ -191,32 +191,32 @@ void BackupRun::copy(const Survey& found) {
     m_work = m_folder / (BackupPath::stamp(m_start) + workSuffix);
     const fs::path volume = m_work / "backup" / m_preferences.volumeName;
     fs::create_directories(volume);
-    const Date copyStart = m_surroundings.clock();
+    const Date copyStart = m_environment.clock();
     show(BackupPhase::copying);
     if (m_preferences.nextResult && *m_preferences.nextResult != BackupResult::success)
         throw BackupFailure(*m_preferences.nextResult, "The backup was made to fail.");
 
-    m_surroundings.copier->copy({.liveRoot = liveRoot(),
-                                 .sources = logicalSources(),
-                                 .excluded = found.excludedPaths,
-                                 .volume = volume,
-                                 .previous = previousVolume(),
-                                 .limit = m_preferences.copyLimit,
-                                 .runFolder = m_machine.runFolder()},
-                                [&](const CopyProgress& progress) {
-                                    stopIfAsked();
-                                    const std::int64_t bytes = std::min(progress.bytes, m_state.totalBytes);
-                                    if (bytes == m_state.bytes && progress.files == m_state.files)
-                                        return;
-                                    m_state.bytes = bytes;
-                                    m_state.files = std::min(progress.files, m_state.totalFiles);
-                                    const double elapsed = (m_surroundings.clock() - copyStart).count();
-                                    if (bytes > 0 && elapsed > 0)
-                                        m_state.timeRemaining =
-                                            elapsed * static_cast<double>(m_state.totalBytes - bytes) /
-                                            static_cast<double>(bytes);
-                                    write();
-                                });
+    m_environment.copier->copy({.liveRoot = liveRoot(),
+                                .sources = logicalSources(),
+                                .excluded = found.excludedPaths,
+                                .volume = volume,
+                                .previous = previousVolume(),
+                                .limit = m_preferences.copyLimit,
+                                .runFolder = m_machine.runFolder()},
+                               [&](const CopyProgress& progress) {
+                                   stopIfAsked();
+                                   const std::int64_t bytes = std::min(progress.bytes, m_state.totalBytes);
+                                   if (bytes == m_state.bytes && progress.files == m_state.files)
+                                       return;
+                                   m_state.bytes = bytes;
+                                   m_state.files = std::min(progress.files, m_state.totalFiles);
+                                   const double elapsed = (m_environment.clock() - copyStart).count();
+                                   if (bytes > 0 && elapsed > 0)
+                                       m_state.timeRemaining =
+                                           elapsed * static_cast<double>(m_state.totalBytes - bytes) /
+                                           static_cast<double>(bytes);
+                                   write();
+                               });
 }
 
 void BackupRun::finish() {
@@ -227,20 +227,20 @@ void BackupRun::finish() {
         throw BackupFailure(
             BackupResult::outOfSpace,
             fmt::format("{} bytes written, {} available.", cost.writtenSize, m_destination.bytesAvailable));
-    if (m_surroundings.durability == Durability::disk) {
+    if (m_environment.durability == Durability::disk) {
         const FileDescriptor folder(open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        syncfs(folder.number());
+        syncfs(folder.fd());
     }
     stopIfAsked();
-    // The stamp counts whole seconds; a second backup within one takes the next.
-    Date completion = m_surroundings.clock();
+    // Stamps have whole seconds; another backup in the same second uses the next.
+    Date completion = m_environment.clock();
     while (fs::exists(Snapshots::place(m_folder, BackupPath::stamp(completion)).parent_path()))
         completion += std::chrono::seconds(1);
     commit(completion);
     record(cost, completion);
 }
 
-/// The copy makes the volume's folder itself; it takes after the folder that it stands for.
+/// The copy creates the volume's folder, which gets the properties of its source.
 void BackupRun::completeVolumeFolder() const {
     const fs::path volume = m_work / "backup" / m_preferences.volumeName;
     struct stat status {};
@@ -260,7 +260,7 @@ BackupRun::Cost BackupRun::measure() {
     return cost;
 }
 
-/// The last renaming makes it a backup. Until then its name says that it is none.
+/// The last rename makes it a backup. Until then its name marks it as incomplete.
 void BackupRun::commit(Date completion) {
     const fs::path place = Snapshots::place(m_folder, BackupPath::stamp(completion));
     const fs::path inner = m_work / place.filename();
@@ -283,11 +283,11 @@ void BackupRun::record(const Cost& cost, Date completion) {
                        .propagatedCount = cost.sameFiles,
                        .uniqueSize = cost.writtenSize},
                       m_previous ? std::optional(cost.uniqueToPrevious) : std::nullopt,
-                      m_surroundings.durability);
+                      m_environment.durability);
 }
 
-/// Records the result and what the destination's folder shows now, which also settles what an earlier backup
-/// could not record before it was killed.
+/// Records the result and the current state of the destination's folder, which also repairs the records of a
+/// killed backup.
 void BackupRun::end(std::int64_t result) {
     edit([&](HostPreferences& preferences) {
         HostDestination* destination = preferences.destination(m_destination.id);
@@ -302,19 +302,19 @@ void BackupRun::end(std::int64_t result) {
 }
 
 HostPreferences BackupRun::edit(const std::function<void(HostPreferences&)>& change) const {
-    return HostPreferences::edit(m_machine, change, m_surroundings.durability);
+    return HostPreferences::edit(m_machine, change, m_environment.durability);
 }
 
 void BackupRun::show(BackupPhase phase) {
     m_state.phase = phase;
-    m_state.stateChange = m_surroundings.clock();
+    m_state.stateChange = m_environment.clock();
     write();
 }
 
 void BackupRun::write() {
     RunFiles::write(m_machine, m_state);
-    if (m_surroundings.watch)
-        m_surroundings.watch(m_state);
+    if (m_environment.watch)
+        m_environment.watch(m_state);
 }
 
 void BackupRun::stopIfAsked() const {

@@ -1,9 +1,9 @@
-// One backup from its attempt to its record: finds what has changed, copies it into a folder that isn't a
-// backup yet, gives that its name when it is whole, and writes down what it cost. Whenever this process dies,
-// the backups before are as they were, and the attempt is on record.
+// Makes a backup: records the attempt, finds changes, copies to an incomplete folder, renames that when it is
+// complete, and records the result. If this process dies at any time, the previous backups are intact, and
+// the attempt is recorded.
 //
-// One thread. Only one backup runs on a machine at a time; the object holds the lock that sees to it, also
-// across a fork.
+// One thread. Only one backup runs on a machine at a time; the object holds the lock for that, also across a
+// fork.
 
 #pragma once
 
@@ -24,33 +24,33 @@ namespace tallyglass {
 
 class BackupRun {
 public:
-    struct Surroundings {
+    struct Environment {
         Clock clock = systemTime;
         Durability durability = Durability::disk;
-        std::unique_ptr<SnapshotCopier> copier; ///< rsync's without one
-        /// Told of each state as it is written.
+        std::unique_ptr<SnapshotCopier> copier; ///< RsyncCopier if null
+        /// Called for each state that is written.
         std::function<void(const RunState&)> watch;
     };
 
-    /// Takes the lock, clears what a dead backup left, and records the attempt. Absent when a backup runs
-    /// already. Throws Error without a destination or sources.
-    [[nodiscard]] static std::optional<BackupRun>
-    begin(const MachinePaths& machine, Surroundings surroundings, const std::string& destinationID = "");
+    /// Takes the lock, cleans up after a killed backup, and records the attempt. Absent if a backup is
+    /// already running. Throws Error without a destination or sources.
+    [[nodiscard]] static std::optional<BackupRun> begin(const MachinePaths& machine, Environment environment,
+                                                        const std::string& destinationID = "");
 
-    /// Makes the backup and records how it ended. Returns its result code, 0 for a whole backup.
+    /// Makes the backup and records its result. Returns the result code, 0 for a success.
     std::int64_t perform();
 
-    /// The open file that holds the lock.
-    [[nodiscard]] int lockDescriptor() const { return m_lock.descriptor(); }
+    /// The descriptor of the lock file.
+    [[nodiscard]] int lockDescriptor() const { return m_lock.fd(); }
 
     /// Why the last perform() failed; empty after a success.
     [[nodiscard]] const std::string& failure() const { return m_failure; }
 
 private:
     struct Survey; // what has changed since the last backup
-    struct Cost;   // what the finished copy holds
+    struct Cost;   // the contents of the finished copy
 
-    BackupRun(const MachinePaths& machine, Surroundings surroundings, FileLock lock);
+    BackupRun(const MachinePaths& machine, Environment environment, FileLock lock);
 
     void makeBackup();
     void checkStart();
@@ -74,20 +74,20 @@ private:
     [[nodiscard]] std::filesystem::path previousVolume() const;
 
     MachinePaths m_machine;
-    Surroundings m_surroundings;
+    Environment m_environment;
     FileLock m_lock;
     HostPreferences m_preferences;
     HostDestination m_destination;
-    std::filesystem::path m_folder; ///< the destination's
-    std::filesystem::path m_work;   ///< the backup in the making
+    std::filesystem::path m_folder; ///< of the destination
+    std::filesystem::path m_work;   ///< of the backup in progress
     std::optional<Snapshot> m_previous;
     Date m_start;
     RunState m_state;
     std::string m_failure;
 };
 
-/// The folder in whose terms the logical paths of a machine's backups are: its root when its sources lie in
-/// there, else "/".
+/// The folder that logical paths in a machine's backups are relative to: its root if its sources are inside,
+/// else "/".
 [[nodiscard]] std::filesystem::path liveRootOf(const MachinePaths& machine,
                                                const HostPreferences& preferences);
 

@@ -22,15 +22,15 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-/// What a verb works with.
+/// The environment of a verb.
 struct Call {
     const MachinePaths& machine;
-    const Arguments& arguments; ///< behind the verb
+    const Arguments& arguments; ///< after the verb
     FILE* output;
-    FILE* complaints;
+    FILE* errors;
 
     int complain(const std::string& text) const {
-        fmt::print(complaints, "{}\n", text);
+        fmt::print(errors, "{}\n", text);
         return ExitStatus::failure;
     }
 };
@@ -54,7 +54,7 @@ int startBackup(const Call& call) {
         else if (argument != "-a" && argument != "--auto" && argument != "-r" && argument != "--rotation")
             throw UsageError(fmt::format("startbackup: {} is unknown here", argument));
     }
-    switch (BackgroundBackup::start(call.machine, options, call.complaints)) {
+    switch (BackgroundBackup::start(call.machine, options, call.errors)) {
     case BackgroundBackup::Outcome::failed:
         return ExitStatus::failure;
     case BackgroundBackup::Outcome::alreadyRunning:
@@ -78,7 +78,7 @@ std::vector<Snapshot> currentSnapshots(const MachinePaths& machine) {
     return destination ? Snapshots::list(machine.backups(destination->uuid)) : std::vector<Snapshot>();
 }
 
-/// None is no failure: the words are for people, the empty output for programs.
+/// An empty list isn't a failure: the message goes to standard error.
 int noBackups(const Call& call) {
     call.complain("No backups found for host.");
     return ExitStatus::success;
@@ -146,7 +146,7 @@ int destinationInfo(const Call& call) {
 }
 
 int compare(const Call& call) {
-    compareCommand(call.machine, CompareArguments::parse(call.arguments), call.output, call.complaints);
+    compareCommand(call.machine, CompareArguments::parse(call.arguments), call.output, call.errors);
     return ExitStatus::success;
 }
 
@@ -155,11 +155,11 @@ int isExcluded(const Call& call) {
 }
 
 int addExclusion(const Call& call) {
-    return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::add, call.complaints);
+    return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::add, call.errors);
 }
 
 int removeExclusion(const Call& call) {
-    return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::remove, call.complaints);
+    return changeExclusionCommand(call.machine, call.arguments, ExclusionChange::remove, call.errors);
 }
 
 int setUp(const Call& call) {
@@ -189,7 +189,7 @@ int arrange(const Call& call) {
 struct Verb {
     std::string_view name;
     int (*run)(const Call&);
-    bool readsBackups; ///< and so needs the permission to
+    bool readsBackups; ///< and so needs the permission for it
     std::string_view synopsis;
 };
 
@@ -219,17 +219,17 @@ std::string usage() {
 
 } // namespace
 
-int runCommand(const MachinePaths& machine, const Arguments& arguments, FILE* output, FILE* complaints) {
+int runCommand(const MachinePaths& machine, const Arguments& arguments, FILE* output, FILE* errors) {
     const bool wantsHelp = !arguments.empty() && (arguments[0] == "help" || arguments[0] == "--help");
     const auto verb = arguments.empty() ? verbs.end() : std::ranges::find(verbs, arguments[0], &Verb::name);
     if (verb == verbs.end()) {
         if (!arguments.empty() && !wantsHelp)
-            fmt::print(complaints, "tmutil: there is no verb {}\n", arguments[0]);
-        fmt::print(wantsHelp ? output : complaints, "{}", usage());
+            fmt::print(errors, "tmutil: there is no verb {}\n", arguments[0]);
+        fmt::print(wantsHelp ? output : errors, "{}", usage());
         return wantsHelp ? ExitStatus::success : ExitStatus::usage;
     }
     if (verb->readsBackups && !Permission::isGranted(machine)) {
-        fmt::print(complaints,
+        fmt::print(errors,
                    "tmutil: {} requires Full Disk Access privileges.\n"
                    "To allow this operation, select Full Disk Access in the Privacy\n"
                    "tab of the Security & Privacy preference pane, and add Terminal\n"
@@ -238,12 +238,12 @@ int runCommand(const MachinePaths& machine, const Arguments& arguments, FILE* ou
         return ExitStatus::noPermission;
     }
     try {
-        return verb->run({machine, Arguments(arguments.begin() + 1, arguments.end()), output, complaints});
+        return verb->run({machine, Arguments(arguments.begin() + 1, arguments.end()), output, errors});
     } catch (const UsageError& failure) {
-        fmt::print(complaints, "tmutil: {}\n", failure.what());
+        fmt::print(errors, "tmutil: {}\n", failure.what());
         return ExitStatus::usage;
     } catch (const std::exception& failure) {
-        fmt::print(complaints, "tmutil: {}\n", failure.what());
+        fmt::print(errors, "tmutil: {}\n", failure.what());
         return ExitStatus::failure;
     }
 }

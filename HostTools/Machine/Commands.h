@@ -10,7 +10,7 @@
 
 namespace tallyglass {
 
-/// The statuses that the program exits with.
+/// The exit statuses of the program.
 struct ExitStatus {
     static constexpr int success = 0;
     static constexpr int failure = 1;
@@ -18,9 +18,9 @@ struct ExitStatus {
     static constexpr int noPermission = 80;
 };
 
-/// Carries out one command line, without the program's name. Answers go to `output`, complaints to
-/// `complaints`. Returns the exit status.
+/// Runs one command line, without the program's name. Results go to `output`, error messages to `complaints`.
+/// Returns the exit status.
 [[nodiscard]] int runCommand(const MachinePaths& machine, const std::vector<std::string>& arguments,
-                             FILE* output, FILE* complaints);
+                             FILE* output, FILE* errors);
 
 } // namespace tallyglass

@@ -24,10 +24,10 @@ bool exists(const std::string& path) {
     return fs::exists(fs::symlink_status(path, failure));
 }
 
-/// An operand as the user gave it, and where it really is.
+/// An operand as given, and its real path.
 struct Operand {
     std::string given;
-    std::string path; ///< empty for an item that its backup doesn't hold
+    std::string path; ///< empty for an item that its backup doesn't contain
     std::optional<BackupLocation> location;
 };
 
@@ -54,8 +54,7 @@ std::unique_ptr<ComparisonReport> makeReport(const CompareArguments& arguments, 
     return std::make_unique<TextReport>(older, newer, output, warnings);
 }
 
-/// Tells what differs in the volumes of two backups. A volume's own folder, which both of them hold, is part
-/// of the backup's frame and no item of the machine.
+/// Reports the differences between the volumes of two backups, without the volumes' own folders.
 class WithinVolumes final : public ComparisonSink {
 public:
     explicit WithinVolumes(ComparisonSink& sink) : m_sink(sink) {}
@@ -108,7 +107,7 @@ std::string latestBackup(const MachinePaths& machine, const HostPreferences& pre
     return snapshots.back().path;
 }
 
-/// The sources below `logical`, as they are named from there; none when it lies in a source itself.
+/// The sources below `logical`, relative to it; empty if it is in a source itself.
 std::vector<std::string> sourcesBelow(const std::string& logical, const std::vector<std::string>& sources,
                                       const std::string& liveRoot) {
     std::vector<std::string> result;
@@ -219,7 +218,7 @@ std::optional<BackupLocation> BackupLocation::of(const MachinePaths& machine, co
         base = machine.under("/Volumes");
     if (!isWithin(path, base) || path == base)
         return std::nullopt;
-    std::vector<std::size_t> ends; // of the first four components behind the base
+    std::vector<std::size_t> ends; // of the first four components after the base
     for (std::size_t end = base.size(); ends.size() < 4 && end != std::string::npos;) {
         end = path.find('/', end + 1);
         ends.push_back(std::min(end, path.size()));

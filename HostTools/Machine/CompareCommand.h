@@ -1,4 +1,4 @@
-// `tmutil compare`: its options and operands, and which trees they stand for.
+// `tmutil compare`: its options and operands, and the trees that they refer to.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace tallyglass {
 
-/// Arguments that make no sense; the text says why.
+/// Invalid arguments, with the reason.
 class UsageError : public Error {
 public:
     using Error::Error;
@@ -26,22 +26,22 @@ struct CompareArguments {
     bool wantsPropertyList = false;
     std::vector<std::string> operands; ///< none, a backup, or the older and the newer
 
-    /// Reads what follows the verb. Throws UsageError.
+    /// Parses the arguments after the verb. Throws UsageError.
     [[nodiscard]] static CompareArguments parse(const std::vector<std::string>& arguments);
 };
 
-/// A path taken apart by the backup that it lies in.
+/// A path split by the backup that contains it.
 struct BackupLocation {
     std::string root;
     std::string volume;  ///< empty for the root itself
     std::string logical; ///< "/a/b", or empty
 
-    /// Absent for a path outside every backup of the machine, under whichever of its names.
+    /// Absent for a path outside of the machine's backups. Both names of a backup are recognised.
     [[nodiscard]] static std::optional<BackupLocation> of(const MachinePaths& machine,
                                                           const std::string& path);
 };
 
-/// Compares and writes the report to `output`. Throws Error when an operand can't be used.
+/// Compares and writes the report to `output`. Throws Error if an operand is invalid.
 void compareCommand(const MachinePaths& machine, const CompareArguments& arguments, FILE* output,
                     FILE* warnings);
 

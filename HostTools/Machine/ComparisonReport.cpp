@@ -18,7 +18,7 @@ std::string operandPrefix(std::string operand) {
     return operand;
 }
 
-/// The length of the valid UTF-8 character at the start of `text`, or 0 when there is none.
+/// The length of the valid UTF-8 character at the start of `text` that XML allows, or 0.
 std::size_t characterLength(std::string_view text) {
     const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
     const unsigned char first = byte(0);
@@ -151,7 +151,7 @@ void PropertyListReport::putText(std::string_view text) {
         else if (character == '>')
             putInstead(index, 1, "&gt;");
         else if (character == '\r')
-            putInstead(index, 1, "&#13;"); // bare, it would be read as a line feed
+            putInstead(index, 1, "&#13;"); // unescaped, it would be parsed as a line feed
         else if (length == 0 ||
                  (static_cast<unsigned char>(character) < 0x20 && character != '\t' && character != '\n'))
             putInstead(index, 1, "\xEF\xBF\xBD");

@@ -1,6 +1,6 @@
-// Writes what a comparison finds, as it is found: a property list for programs or lines for people.
+// Writes the result of a comparison incrementally, as a property list or as text.
 //
-// One thread. The stream is borrowed. end() must be called for the report to be whole.
+// One thread. The stream is borrowed. end() completes the report.
 
 #pragma once
 
@@ -38,7 +38,7 @@ protected:
     virtual void changed(const Item& older, const Item& newer,
                          std::span<const std::string_view> properties) = 0;
 
-    /// Appends to the output, which is written in large pieces. Throws Error when it can't be written.
+    /// Appends to the buffered output. Throws Error if it can't be written.
     void put(std::string_view text);
     void flush();
     [[nodiscard]] const Totals& totals() const { return m_totals; }
@@ -52,7 +52,7 @@ private:
     Totals m_totals;
 };
 
-/// A dictionary with "Changes" and "Totals". Bytes of a name that XML can't hold become U+FFFD.
+/// A dictionary with "Changes" and "Totals". Bytes of a name that aren't valid in XML become U+FFFD.
 class PropertyListReport final : public ComparisonReport {
 public:
     using ComparisonReport::ComparisonReport;
@@ -82,7 +82,7 @@ private:
     void putLine(char sign, const Item& item, std::string_view remark);
 };
 
-/// A byte count as people read it in a column: "0B", "512B", "4.0K", "1.2M"; steps of 1024.
+/// A byte count for a column, in units of 1024: "0B", "512B", "4.0K", "1.2M".
 [[nodiscard]] std::string columnSize(std::int64_t bytes);
 
 } // namespace tallyglass

@@ -30,7 +30,7 @@ bool exists(const std::string& path) {
     return fs::exists(fs::symlink_status(path, failure));
 }
 
-/// The platform's own number for what the system reports.
+/// macOS's error code for an errno.
 int platformError(int errorNumber) {
     switch (errorNumber) {
     case ENOENT:
@@ -40,9 +40,9 @@ int platformError(int errorNumber) {
     case EPERM:
         return -5000; // no access
     case ENOTSUP:
-        return -50; // the item can't carry a marker
+        return -50; // the item can't have a marker
     default:
-        return -36; // input or output
+        return -36; // I/O error
     }
 }
 
@@ -64,7 +64,7 @@ int isExcludedCommand(const MachinePaths& machine, const std::vector<std::string
 }
 
 int changeExclusionCommand(const MachinePaths& machine, const std::vector<std::string>& arguments,
-                           ExclusionChange change, FILE* complaints) {
+                           ExclusionChange change, FILE* errors) {
     const bool isFixed = !arguments.empty() && arguments.front() == "-p";
     const std::vector<std::string> paths(arguments.begin() + isFixed, arguments.end());
     if (paths.empty())
@@ -84,7 +84,7 @@ int changeExclusionCommand(const MachinePaths& machine, const std::vector<std::s
         try {
             change == ExclusionChange::add ? ExclusionMarker::put(settled) : ExclusionMarker::remove(settled);
         } catch (const FileError& failure) {
-            fmt::print(complaints, "{}: Error ({}) while attempting to change exclusion setting.\n", path,
+            fmt::print(errors, "{}: Error ({}) while attempting to change exclusion setting.\n", path,
                        platformError(failure.code()));
             status = ExitStatus::failure;
         }

@@ -19,10 +19,10 @@ ExclusionRules::ExclusionRules(const MachinePaths& machine, const HostPreference
         if (const auto folder = fs::canonical(machine.backups(destination.uuid), missing); !missing)
             m_paths.push_back(folder);
     }
-    // A machine whose sources lie in its root backs itself up as a computer does; to any other its root is
-    // no part of what the user has.
+    // If a machine's sources are in its root, that is the backed-up computer; otherwise the root isn't part
+    // of the user's files.
     m_paths.push_back(machine.root());
-    // Where a source lies in such a place, its user means it.
+    // A source in such a folder is intended by the user.
     std::erase_if(m_paths, [&](const std::string& path) {
         return std::ranges::any_of(preferences.sources,
                                    [&](const std::string& source) { return isWithin(source, path); });

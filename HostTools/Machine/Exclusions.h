@@ -1,5 +1,5 @@
-// What a machine's backups leave out: the paths in its preferences, the items that carry the exclusion
-// marker, places that hold nothing of the user's, and the machine's own backups.
+// The exclusions from a machine's backups: the paths in its preferences, the items with the exclusion marker,
+// system folders, and the backups themselves.
 //
 // ExclusionRules is immutable; any thread.
 
@@ -16,21 +16,20 @@ struct HostPreferences;
 
 class ExclusionRules {
 public:
-    /// The rules of a machine as its preferences stand now.
+    /// The rules of a machine from its current preferences.
     ExclusionRules(const MachinePaths& machine, const HostPreferences& preferences);
 
-    /// Whether a rule names `path` itself. What lies in an excluded folder is for the caller, who comes by
-    /// the folder first.
+    /// Whether a rule names `path` itself. The caller checks its ancestors.
     [[nodiscard]] bool excludesItself(const std::string& path) const;
 
-    /// Whether `path` or a folder that it lies in is excluded.
+    /// Whether `path` or an ancestor is excluded.
     [[nodiscard]] bool excludes(const std::string& path) const;
 
 private:
     std::vector<std::string> m_paths; ///< sorted
 };
 
-/// The marker that an item carries to be left out of backups, wherever it is moved.
+/// The attribute of an item that excludes it from backups, wherever it is moved.
 struct ExclusionMarker {
     static constexpr auto attribute = "com.apple.metadata:com_apple_backup_excludeItem";
 

@@ -49,9 +49,9 @@ void replaceFile(const fs::path& file, std::string_view contents, Durability dur
     if (!descriptor.isOpen())
         throw FileError(errno, temporary);
     try {
-        writeAll(descriptor.number(), contents, temporary);
-        fchmod(descriptor.number(), 0644);
-        if (durability == Durability::disk && fsync(descriptor.number()) != 0)
+        writeAll(descriptor.fd(), contents, temporary);
+        fchmod(descriptor.fd(), 0644);
+        if (durability == Durability::disk && fsync(descriptor.fd()) != 0)
             throw FileError(errno, temporary);
         if (rename(temporary.c_str(), file.c_str()) != 0)
             throw FileError(errno, file.string());
@@ -72,14 +72,14 @@ std::optional<std::string> readWholeFile(const fs::path& file) {
 }
 
 void removeTree(const fs::path& path) {
-    // A backup keeps the permissions of its source, so a folder in it may refuse to be emptied.
+    // A backup keeps the permissions of its source, so a folder in it may not be writable.
     remove(WalkItem::at(path), Removal::forced, {});
 }
 
 FileLock FileLock::wait(const fs::path& file) {
     FileDescriptor descriptor = openLockFile(file);
     auto region = wholeFile(F_WRLCK);
-    while (fcntl(descriptor.number(), F_OFD_SETLKW, &region) != 0)
+    while (fcntl(descriptor.fd(), F_OFD_SETLKW, &region) != 0)
         if (errno != EINTR)
             throw FileError(errno, file.string());
     return FileLock(std::move(descriptor));
@@ -88,7 +88,7 @@ FileLock FileLock::wait(const fs::path& file) {
 std::optional<FileLock> FileLock::attempt(const fs::path& file) {
     FileDescriptor descriptor = openLockFile(file);
     auto region = wholeFile(F_WRLCK);
-    if (fcntl(descriptor.number(), F_OFD_SETLK, &region) == 0)
+    if (fcntl(descriptor.fd(), F_OFD_SETLK, &region) == 0)
         return FileLock(std::move(descriptor));
     if (errno == EAGAIN || errno == EACCES)
         return std::nullopt;
@@ -100,7 +100,7 @@ bool FileLock::isHeld(const fs::path& file) {
     if (!descriptor.isOpen())
         return false;
     auto region = wholeFile(F_WRLCK);
-    return fcntl(descriptor.number(), F_OFD_GETLK, &region) == 0 && region.l_type != F_UNLCK;
+    return fcntl(descriptor.fd(), F_OFD_GETLK, &region) == 0 && region.l_type != F_UNLCK;
 }
 
 } // namespace tallyglass

@@ -1,5 +1,5 @@
-// The few file operations that the machine needs beyond the standard library's: replacing a file at once,
-// locks that die with their holder, removing a tree whatever its permissions.
+// The few file operations that the machine needs beyond the standard library's: replacing a file atomically,
+// locks released with their process, removing a tree despite its permissions.
 //
 // Any thread. All fail with FileError.
 
@@ -14,29 +14,29 @@
 
 namespace tallyglass {
 
-/// What happens to a replaced file when the power fails a moment later.
+/// Whether a replaced file survives a power failure.
 enum class Durability { memory, disk };
 
-/// Puts `contents` at `file`, so that a reader sees either all of the old or all of the new.
+/// Replaces `file` atomically.
 void replaceFile(const std::filesystem::path& file, std::string_view contents,
                  Durability durability = Durability::disk);
 
-/// The whole of a file, or nothing when it can't be read.
+/// The contents of a file; absent if it can't be read.
 [[nodiscard]] std::optional<std::string> readWholeFile(const std::filesystem::path& file);
 
-/// Removes what is at `path` with everything in it, folders without write permission included.
+/// Removes the item recursively, including folders without write permission.
 void removeTree(const std::filesystem::path& path);
 
-/// An exclusive lock on a file that is made when it is missing. It belongs to the open file: children of a
-/// fork hold it too, and it ends when the last of them has gone, however that happens.
+/// An exclusive lock on a file, which is created if missing. It belongs to the open file description: forked
+/// children share it, and it is released when the last of them ends.
 class FileLock {
 public:
     [[nodiscard]] static FileLock wait(const std::filesystem::path& file);
     [[nodiscard]] static std::optional<FileLock> attempt(const std::filesystem::path& file);
-    /// Tests without taking the lock, so that looking never stands in a taker's way.
+    /// Tests without taking the lock.
     [[nodiscard]] static bool isHeld(const std::filesystem::path& file);
 
-    [[nodiscard]] int descriptor() const { return m_file.number(); }
+    [[nodiscard]] int fd() const { return m_file.fd(); }
 
 private:
     explicit FileLock(FileDescriptor file) : m_file(std::move(file)) {}

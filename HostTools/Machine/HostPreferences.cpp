@@ -63,7 +63,7 @@ void setOptional(const PlistNode& node, const std::string& key, const std::optio
 
 void setDates(const PlistNode& node, const std::string& key, const std::vector<Date>& dates) {
     if (dates.empty())
-        node.remove(key); // missing, not empty, before the first
+        node.remove(key); // missing rather than empty without backups
     else
         node.set(key, dates);
 }

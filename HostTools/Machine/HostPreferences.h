@@ -1,6 +1,6 @@
 // The machine's preference file: its settings, and for each destination the attempts, backups, result and
 // space used. The file is a binary property list with Time Machine's own keys, and a few of this program's
-// own, which every reader passes over:
+// own, which other readers ignore:
 //
 //   SourceVolumeName   the volume's name inside backups
 //   NextResult         the next backup ends with this result code
@@ -35,8 +35,8 @@ struct HostDestination {
     std::vector<Date> snapshotDates;
     std::vector<Date> attemptDates;
 
-    /// Takes the backups and the space used from the folder as it is now. With a quota the destination is as
-    /// large as that says and holds what its backups have written; otherwise its file system counts.
+    /// Updates the backups and the used space from the folder. With a quota, that is the size and the used
+    /// space is what its backups have written; otherwise both are the file system's.
     void refresh(const std::filesystem::path& folder);
 
     bool operator==(const HostDestination&) const = default;
@@ -44,7 +44,7 @@ struct HostDestination {
 
 struct HostPreferences {
     std::vector<std::string> sources; ///< folders that are backed up, as absolute paths of the host
-    std::string volumeName;           ///< what holds them inside a backup
+    std::string volumeName;           ///< their volume's name inside a backup
     std::vector<std::string> skipPaths;
     std::vector<std::string> excludedPaths;
     std::string currentDestinationID;
@@ -52,15 +52,15 @@ struct HostPreferences {
     std::optional<std::int64_t> nextResult;
     std::optional<std::int64_t> copyLimit; ///< KiB a second
 
-    /// The destination that backups go to and listings speak of: the current one, else the first.
+    /// The destination for backups and listings: the current one, else the first.
     [[nodiscard]] const HostDestination* current() const;
     [[nodiscard]] HostDestination* destination(const std::string& id);
 
-    /// What the file holds now; empty when there is none. Fails with Error when it can't be understood.
+    /// The contents of the file; empty if it is missing. Throws Error if it is invalid.
     [[nodiscard]] static HostPreferences load(const MachinePaths& machine);
 
-    /// Reads, changes and replaces the file under a lock, so that no two changes undo each other. What
-    /// `change` throws leaves the file as it was. Keys that this program doesn't know stay.
+    /// Reads, changes and replaces the file under a lock, so that no change is lost. If `change` throws, the
+    /// file is unchanged. Unknown keys are preserved.
     static HostPreferences edit(const MachinePaths& machine,
                                 const std::function<void(HostPreferences&)>& change,
                                 Durability durability = Durability::disk);

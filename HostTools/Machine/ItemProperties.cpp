@@ -12,7 +12,7 @@ namespace tallyglass {
 
 namespace {
 
-/// A path to the item for calls that take no folder: short however deep the folder lies.
+/// A path to the item for calls without a folder descriptor: short even for deep folders.
 std::string callPath(const ItemReference& item) {
     if (item.folder == AT_FDCWD)
         return item.name;
@@ -31,12 +31,12 @@ std::string attribute(const std::string& path, const char* name) {
             value.resize(static_cast<std::size_t>(read));
             return value;
         }
-        if (errno != ERANGE) // it grew in between
+        if (errno != ERANGE) // it has grown meanwhile
             return {};
     }
 }
 
-/// The user's attributes. Labels that the system gives an item for where it lies aren't its own.
+/// The user attributes. System labels depend on the item's location.
 std::map<std::string, std::string> userAttributes(const std::string& path) {
     std::map<std::string, std::string> result;
     const ssize_t size = llistxattr(path.c_str(), nullptr, 0);
@@ -98,8 +98,8 @@ bool sameContents(const ItemReference& older, const ItemReference& newer, int& f
     std::string olderBlock(block, '\0');
     std::string newerBlock(block, '\0');
     for (;;) {
-        const ssize_t olderSize = fill(olderFile.number(), olderBlock.data(), block);
-        const ssize_t newerSize = fill(newerFile.number(), newerBlock.data(), block);
+        const ssize_t olderSize = fill(olderFile.fd(), olderBlock.data(), block);
+        const ssize_t newerSize = fill(newerFile.fd(), newerBlock.data(), block);
         if (olderSize < 0 || newerSize < 0) {
             failure = errno;
             return true;
@@ -124,7 +124,7 @@ std::vector<std::string_view> differingProperties(const ComparedProperties& prop
     if (before.st_dev == after.st_dev && before.st_ino == after.st_ino)
         return result;
 
-    // Links carry neither attributes of the user nor access lists.
+    // Links have neither user attributes nor access control lists.
     if (!S_ISLNK(before.st_mode) && (properties.has('@') || properties.has('e'))) {
         const std::string olderPath = callPath(older);
         const std::string newerPath = callPath(newer);

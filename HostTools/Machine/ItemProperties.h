@@ -10,16 +10,15 @@
 
 namespace tallyglass {
 
-/// An item by its name in an open folder, or by its path with AT_FDCWD for the folder, and its status.
-/// Borrows all three.
+/// An item and its status: its name in an open folder, or its path with AT_FDCWD. Borrows all three.
 struct ItemReference {
     int folder;
     const char* name;
     const struct stat* status;
 };
 
-/// The names of the properties in which the items differ, of those asked for, in the order of their letters.
-/// An item that can't be read differs in nothing that needs reading; `failure` then has the error number.
+/// The names of the requested properties in which the items differ, in the order of their letters. Properties
+/// that can't be read don't differ; `failure` is then the error number.
 [[nodiscard]] std::vector<std::string_view> differingProperties(const ComparedProperties& properties,
                                                                 const ItemReference& older,
                                                                 const ItemReference& newer, int& failure);

@@ -24,7 +24,7 @@ public:
         : m_order(order), m_checkpoint(checkpoint), m_excluded(order.excluded.begin(), order.excluded.end()) {
     }
 
-    /// Copies what counts of an open folder at the logical `path`; `previous` may be no folder.
+    /// Copies the included items of an open folder at the logical `path`; `previous` may be -1.
     void copy(const std::string& path, int live, int previous, int target);
 
 private:
@@ -92,7 +92,7 @@ void FolderCopy::copyItem(const std::string& path, const char* name, int live, i
     if (S_ISDIR(status.st_mode)) {
         check(mkdirat(target, name, 0700), path);
         const FileDescriptor source = openFolder(live, name);
-        copy(path, source.number(), openFolder(previous, name).number(), openFolder(target, name).number());
+        copy(path, source.fd(), openFolder(previous, name).fd(), openFolder(target, name).fd());
         return copyStatus(item, target);
     }
     if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode))
@@ -120,7 +120,7 @@ void FolderCopy::copyFile(const ItemReference& item, int target) {
     check(from.isOpen() && to.isOpen() ? 0 : -1, item.name);
     ssize_t copied = 0;
     do
-        copied = copy_file_range(from.number(), nullptr, to.number(), nullptr, 1 << 30, 0);
+        copied = copy_file_range(from.fd(), nullptr, to.fd(), nullptr, 1 << 30, 0);
     while (copied > 0);
     check(copied < 0 ? -1 : 0, item.name);
 }
@@ -133,7 +133,7 @@ void FolderCopy::copyStatus(const ItemReference& item, int target) {
         };
         copyAttributes(callPath(item.folder), callPath(target));
     }
-    // Whoever may not give a file away keeps it, as rsync does.
+    // Without the permission to change owners, files stay with this user, as with rsync.
     if (fchownat(target, item.name, item.status->st_uid, item.status->st_gid, AT_SYMLINK_NOFOLLOW) != 0 &&
         errno != EPERM)
         check(-1, item.name);
@@ -151,8 +151,7 @@ FileDescriptor openPath(const std::filesystem::path& path) {
 
 void LinkCopier::copy(const CopyOrder& order, const CopyCheckpoint& checkpoint) {
     FolderCopy(order, checkpoint)
-        .copy("", openPath(order.liveRoot).number(), openPath(order.previous).number(),
-              openPath(order.volume).number());
+        .copy("", openPath(order.liveRoot).fd(), openPath(order.previous).fd(), openPath(order.volume).fd());
 }
 
 } // namespace tallyglass

@@ -1,5 +1,5 @@
 // Copies a backup's sources within this process, by the same rules as rsync does for RsyncCopier: for the
-// sample machine, whose many small backups would spend their time in starting programs.
+// sample machine, whose many small backups would mostly spend time starting processes.
 
 #pragma once
 

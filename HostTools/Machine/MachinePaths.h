@@ -1,4 +1,4 @@
-// Where a host machine keeps what belongs to Time Machine, under its root.
+// The locations of Time Machine's files of a host machine, under its root.
 //
 // A value; any thread. All paths are real paths of the host.
 
@@ -17,8 +17,8 @@ class MachinePaths {
 public:
     explicit MachinePaths(SystemPaths paths) : m_paths(std::move(paths)) {}
 
-    /// The machine that a program started as `invocation` serves: what stands before "/usr/bin/tmutil" in it
-    /// is the root, so that each machine's own link enters it; else the root of this process's environment.
+    /// The machine for a program started as `invocation`: the path before "/usr/bin/tmutil" is the root, so
+    /// that each machine's own link selects it; else the root of this process's environment.
     [[nodiscard]] static MachinePaths ofInvocation(std::string_view invocation);
 
     [[nodiscard]] std::filesystem::path root() const { return m_paths.root(); }
@@ -29,12 +29,12 @@ public:
     [[nodiscard]] std::filesystem::path preferences() const {
         return under("/Library/Preferences/com.apple.TimeMachine.plist");
     }
-    /// The file whose opening shows that this program may read backups.
+    /// The canary file that can be opened only with the permission to read backups.
     [[nodiscard]] std::filesystem::path permissionCanary() const {
         return under(FullDiskAccessProbe::canaryPath);
     }
     [[nodiscard]] std::filesystem::path tool() const { return under("/usr/bin/tmutil"); }
-    /// Holds what the running backup needs beside its destination: its lock, its state, its lists.
+    /// The folder for the running backup's lock, state and lists.
     [[nodiscard]] std::filesystem::path runFolder() const { return under("/var/run/backupd"); }
 
     [[nodiscard]] std::filesystem::path backups() const { return under("/Volumes/.timemachine"); }
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] std::filesystem::path backups(const std::string& destinationUUID) const {
         return backups() / destinationUUID;
     }
-    /// Where a destination of that name is mounted.
+    /// The mount point of a destination of that name.
     [[nodiscard]] std::filesystem::path mountPoint(const std::string& volumeName) const {
         return under("/Volumes") / volumeName;
     }
@@ -51,7 +51,7 @@ private:
     SystemPaths m_paths;
 };
 
-/// Whether `path` is `folder` or lies in it. Both are taken as text.
+/// Whether `path` is `folder` or inside it, by their text.
 [[nodiscard]] bool isWithin(std::string_view path, std::string_view folder);
 
 } // namespace tallyglass

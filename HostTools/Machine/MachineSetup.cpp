@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The folder by its one true path, or, where it lies in the machine, by the machine's way of naming it.
+/// The folder's canonical path, or for one in the machine its path under the machine's root.
 fs::path settledFolder(const MachinePaths& machine, const fs::path& folder) {
     const fs::path real = fs::canonical(folder);
     const fs::path root = fs::canonical(machine.root());
@@ -34,7 +34,7 @@ std::string textOf(const fs::path& folder) {
     return text;
 }
 
-/// A link that survives moving the machine where it can.
+/// A link that is relative where possible, so that it survives moving the machine.
 void link(const MachinePaths& machine, const fs::path& target, const fs::path& place) {
     if (fs::is_symlink(place) || place == target)
         return;

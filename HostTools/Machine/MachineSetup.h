@@ -1,4 +1,4 @@
-// Makes a machine at a root, or adds a destination to the one that is there.
+// Creates a machine at a root, or adds a destination to an existing one.
 
 #pragma once
 
@@ -16,20 +16,19 @@ namespace tallyglass {
 
 struct MachineSetup {
     std::vector<std::filesystem::path> sources; ///< existing folders; all in the machine's root, or none
-    std::filesystem::path destination;          ///< is made when it is missing
-    std::string destinationName;                ///< of its volume; the folder's name when empty
-    std::string volumeName;                     ///< of the sources' volume inside backups; empty keeps it
+    std::filesystem::path destination;          ///< created if missing
+    std::string destinationName;                ///< of its volume; if empty, the folder's name
+    std::string volumeName; ///< of the sources' volume inside backups; if empty, unchanged
     std::optional<std::int64_t> quota;
-    std::function<std::string()> makeUUID; ///< random ones without it
+    std::function<std::string()> makeUUID; ///< random if empty
     Durability durability = Durability::disk;
 };
 
-/// Sources replace those before. A destination that the machine has already stays what it is; a new one
-/// becomes the current one, and backups that its folder holds come with it. Throws Error when something can't
-/// be used.
+/// Sources replace the previous ones. An existing destination is unchanged; a new one becomes the current
+/// one, including backups in its folder. Throws Error for invalid settings.
 void setUpMachine(const MachinePaths& machine, const MachineSetup& setup);
 
-/// A random UUID in capitals.
+/// A random UUID in upper case.
 [[nodiscard]] std::string randomUUID();
 
 struct Permission {

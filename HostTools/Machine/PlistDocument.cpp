@@ -11,8 +11,8 @@ namespace tallyglass {
 
 namespace {
 
-/// Dates are kept to the millisecond: libplist cuts to microseconds what it reads, which would make a date
-/// drift each time that it is read and written.
+/// Dates have milliseconds: libplist truncates to microseconds on reading, which would make a date drift each
+/// time it is read and written.
 plist_t dateNode(Date date) {
     const std::int64_t milliseconds = std::llround(secondsSince2001(date) * 1000);
     const std::int64_t fraction = (milliseconds % 1000 + 1000) % 1000;
@@ -151,10 +151,6 @@ void PlistNode::set(const std::string& key, const std::vector<Date>& values) con
     for (const Date value : values)
         plist_array_append_item(array, dateNode(value));
     put(m_node, key, array);
-}
-
-void PlistNode::setData(const std::string& key, std::string_view bytes) const {
-    put(m_node, key, plist_new_data(bytes.data(), bytes.size()));
 }
 
 PlistNode PlistNode::setDictionary(const std::string& key) const {

@@ -1,5 +1,4 @@
-// A property list that the machine keeps, in libplist's hands: made and changed node by node, written in the
-// binary or XML form. Reading back and forth keeps what this program doesn't know.
+// A mutable property list on top of libplist, in the binary or XML form. Unknown contents are preserved.
 //
 // PlistDocument owns its tree; a PlistNode borrows from it. Not thread-safe.
 
@@ -17,8 +16,8 @@
 
 namespace tallyglass {
 
-/// A node of a document: a dictionary, array or scalar. A value that stands elsewhere as long as the document
-/// lives and the node isn't replaced.
+/// A node of a document: a dictionary, array or scalar. A handle that is valid until the node is replaced or
+/// the document destroyed.
 class PlistNode {
 public:
     explicit PlistNode(void* node = nullptr) : m_node(node) {}
@@ -26,7 +25,7 @@ public:
     [[nodiscard]] bool exists() const { return m_node != nullptr; }
     [[nodiscard]] void* handle() const { return m_node; }
 
-    // What a dictionary holds at a key; absent when missing or of another type.
+    // The value at a key of a dictionary; absent if missing or of another type.
     [[nodiscard]] PlistNode at(const std::string& key) const;
     [[nodiscard]] std::optional<std::string> text(const std::string& key) const;
     [[nodiscard]] std::optional<std::int64_t> integer(const std::string& key) const;
@@ -35,10 +34,10 @@ public:
     [[nodiscard]] std::optional<Date> date(const std::string& key) const;
     [[nodiscard]] std::vector<std::string> texts(const std::string& key) const;
     [[nodiscard]] std::vector<Date> dates(const std::string& key) const;
-    /// The elements of the array at a key that are dictionaries.
+    /// The dictionaries among the elements of the array at a key.
     [[nodiscard]] std::vector<PlistNode> dictionaries(const std::string& key) const;
 
-    // Put a value at a key of a dictionary.
+    // Set the value at a key of a dictionary.
     void set(const std::string& key, std::string_view value) const;
     void set(const std::string& key, const char* value) const { set(key, std::string_view(value)); }
     void set(const std::string& key, std::int64_t value) const;
@@ -47,7 +46,6 @@ public:
     void set(const std::string& key, Date value) const;
     void set(const std::string& key, const std::vector<std::string>& values) const;
     void set(const std::string& key, const std::vector<Date>& values) const;
-    void setData(const std::string& key, std::string_view bytes) const;
     [[nodiscard]] PlistNode setDictionary(const std::string& key) const;
     [[nodiscard]] PlistNode setArray(const std::string& key) const;
     void remove(const std::string& key) const;
@@ -68,9 +66,9 @@ public:
     [[nodiscard]] static PlistDocument dictionary();
     [[nodiscard]] static PlistDocument array();
     [[nodiscard]] static PlistDocument string(const std::string& text);
-    /// The document in `bytes` in the binary or XML form; absent when there is none.
+    /// Parses the binary or XML form; absent if `bytes` is invalid.
     [[nodiscard]] static std::optional<PlistDocument> parse(std::string_view bytes);
-    /// Likewise of a file; also absent when it can't be read.
+    /// The same for a file; also absent if it can't be read.
     [[nodiscard]] static std::optional<PlistDocument> read(const std::filesystem::path& file);
 
     [[nodiscard]] PlistNode root() const { return PlistNode(m_root.get()); }

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What rsync exits with, by its manual.
+// The exit statuses of rsync, from its manual.
 constexpr int partialTransfer = 23;
 constexpr int vanishedFiles = 24;
 
@@ -39,7 +39,7 @@ std::vector<std::string> arguments(const CopyOrder& order, const fs::path& exclu
         "--numeric-ids",
         "--one-file-system",
         "--relative",
-        "--modify-window=-1", // a change within one second counts
+        "--modify-window=-1", // detects changes within one second
         "--no-inc-recursive", // the whole list first, as hard links between far folders need it anyway
         "--info=progress2",
         "--no-human-readable",
@@ -62,7 +62,7 @@ std::vector<std::string> arguments(const CopyOrder& order, const fs::path& exclu
     return result;
 }
 
-/// This process's environment, but for the language: what rsync prints is read.
+/// This process's environment with the C locale, as rsync's output is parsed.
 std::vector<std::string> environmentInC() {
     std::vector<std::string> result{"LC_ALL=C"};
     for (char** setting = environ; *setting; ++setting)
@@ -71,7 +71,7 @@ std::vector<std::string> environmentInC() {
     return result;
 }
 
-/// As exec takes them: with a null behind the last.
+/// For exec: with a null after the last.
 std::vector<char*> pointers(const std::vector<std::string>& texts) {
     std::vector<char*> result;
     for (const std::string& text : texts)
@@ -80,7 +80,7 @@ std::vector<char*> pointers(const std::vector<std::string>& texts) {
     return result;
 }
 
-/// A running child whose standard output is read here; ends with this object.
+/// A running child with its standard output; terminated by the destructor.
 class Child {
 public:
     Child(const std::vector<std::string>& command, const fs::path& log, int lock) {
@@ -90,7 +90,7 @@ public:
         m_output = FileDescriptor(ends[0]);
         const FileDescriptor writeEnd(ends[1]);
         const FileDescriptor logFile(open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
-        // All memory is had before the fork: the child may only make system calls.
+        // All memory is allocated before the fork: the child may only make system calls.
         const std::vector<std::string> environment = environmentInC();
         const std::vector<char*> texts = pointers(command);
         const std::vector<char*> settings = pointers(environment);
@@ -102,10 +102,10 @@ public:
             return;
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (getppid() != parent)
-            _exit(1); // the parent died before it could be told
+            _exit(1); // the parent has died already
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-        dup2(writeEnd.number(), STDOUT_FILENO);
-        dup2(logFile.number(), STDERR_FILENO);
+        dup2(writeEnd.fd(), STDOUT_FILENO);
+        dup2(logFile.fd(), STDERR_FILENO);
         if (lock >= 0)
             fcntl(lock, F_SETFD, 0);
         execvpe(texts[0], texts.data(), settings.data());
@@ -115,27 +115,27 @@ public:
         if (m_process <= 0)
             return;
         kill(m_process, SIGTERM);
-        m_output.close(); // it may be waiting to write
+        m_output.close(); // it may be blocked in a write
         waitpid(m_process, nullptr, 0);
     }
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    /// Output as it comes, empty after a tenth of a second without any; absent at its end.
+    /// The next piece of output, empty after a tenth of a second without any; absent at its end.
     [[nodiscard]] std::optional<std::string> read() {
-        pollfd waiting{.fd = m_output.number(), .events = POLLIN, .revents = 0};
+        pollfd waiting{.fd = m_output.fd(), .events = POLLIN, .revents = 0};
         const int ready = poll(&waiting, 1, 100);
         if (ready == 0 || (ready < 0 && errno == EINTR))
             return "";
         std::string piece(4096, '\0');
-        const ssize_t length = ::read(m_output.number(), piece.data(), piece.size());
+        const ssize_t length = ::read(m_output.fd(), piece.data(), piece.size());
         if (length <= 0)
             return std::nullopt;
         piece.resize(static_cast<std::size_t>(length));
         return piece;
     }
 
-    /// Waits for its end and gives its exit status, or -1 when a signal ended it.
+    /// Waits for its end and returns its exit status, or -1 if it was killed by a signal.
     [[nodiscard]] int wait() {
         int status = 0;
         while (waitpid(m_process, &status, 0) < 0 && errno == EINTR)
@@ -149,7 +149,7 @@ private:
     FileDescriptor m_output;
 };
 
-/// A partial transfer is whole enough when only the reading side complained: of what the user may not read.
+/// A partial transfer is accepted if only the sender reported errors: files that the user may not read.
 void checkExit(int status, const fs::path& logFile) {
     if (status == 0 || status == vanishedFiles)
         return;

@@ -1,4 +1,4 @@
-// Copies with rsync. Stopping ends the child; so does the death of this process.
+// Copies with rsync. A stop terminates the child, as does the end of this process.
 
 #pragma once
 
@@ -8,7 +8,7 @@ namespace tallyglass {
 
 class RsyncCopier final : public SnapshotCopier {
 public:
-    /// `lock` is a descriptor that the child keeps open: whoever waits for it waits for the child, too.
+    /// The child inherits the descriptor `lock`, so that waiting for the lock waits for the child, too.
     explicit RsyncCopier(int lock) : m_lock(lock) {}
     void copy(const CopyOrder& order, const CopyCheckpoint& checkpoint) override;
 
@@ -16,12 +16,12 @@ private:
     int m_lock;
 };
 
-/// The newest figures in a piece of rsync's progress output, such as "  1024  10%  1.2MB/s  0:00:01 (xfr#3,
-/// to-chk=5/9)". What isn't there stays as it was.
+/// The latest figures in rsync's progress output, such as "  1024  10%  1.2MB/s  0:00:01 (xfr#3,
+/// to-chk=5/9)". Missing ones are unchanged.
 void readProgress(std::string_view output, CopyProgress& progress);
 
-/// A line of an exclude list that means just this path. rsync takes a pattern without wildcards as it stands,
-/// and one with any as a pattern throughout.
+/// A line of an exclude list that matches exactly this path. rsync only processes escapes in patterns with
+/// wildcards.
 [[nodiscard]] std::string excludePattern(const std::string& logicalPath);
 
 } // namespace tallyglass

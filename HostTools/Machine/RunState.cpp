@@ -17,7 +17,7 @@ namespace {
 struct Phase {
     BackupPhase phase;
     std::string_view name;
-    double barStart; ///< where the progress bar stands when the phase begins
+    double barStart; ///< the progress when the phase begins
     double barEnd;
 };
 
@@ -106,7 +106,7 @@ std::string RunState::statusText(bool isStopping) const {
 std::optional<FileLock> RunFiles::take(const MachinePaths& machine) {
     auto lock = FileLock::attempt(lockFile(machine));
     if (lock)
-        clear(machine); // what an earlier backup left when it was killed
+        clear(machine); // left by a killed backup
     return lock;
 }
 
@@ -139,7 +139,7 @@ std::optional<RunState> RunFiles::read(const MachinePaths& machine) {
         return std::nullopt;
     const auto document = PlistDocument::read(stateFile(machine));
     if (!document)
-        return RunState{}; // it holds the lock and hasn't said more yet
+        return RunState{}; // it holds the lock and hasn't written its state yet
     const PlistNode root = document->root();
     const auto phase = std::ranges::find(phases, root.text("phase").value_or(""), &Phase::name);
     return RunState{.phase = phase == phases.end() ? BackupPhase::starting : phase->phase,

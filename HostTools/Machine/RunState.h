@@ -1,7 +1,7 @@
-// What the running backup says of itself to other processes: a small file, replaced as the backup goes on, a
-// lock that ends with the backup's process however that dies, and a request to stop.
+// The state of the running backup for other processes: a small file that is replaced as the backup
+// progresses, a lock that is released when the backup's process ends, and a request to stop.
 //
-// RunState is a value. The operations may be called from any process and thread; only the holder of the lock
+// RunState is a value. Operations may be called from any process and thread; only the holder of the lock
 // writes the state.
 
 #pragma once
@@ -20,7 +20,7 @@ class MachinePaths;
 
 enum class BackupPhase { starting, findingVolume, findingChanges, copying, finishing };
 
-/// The phase as `tmutil status` spells it.
+/// The phase in the spelling of `tmutil status`.
 [[nodiscard]] std::string_view phaseName(BackupPhase phase);
 
 struct RunState {
@@ -44,12 +44,12 @@ struct RunState {
 };
 
 struct RunFiles {
-    /// The lock of the one backup that may run; absent while another holds it.
+    /// The lock of the running backup; absent while another process holds it.
     [[nodiscard]] static std::optional<FileLock> take(const MachinePaths& machine);
 
     static void write(const MachinePaths& machine, const RunState& state);
     static void clear(const MachinePaths& machine);
-    /// The state of the backup that runs now; absent when none does.
+    /// The state of the running backup; absent if there is none.
     [[nodiscard]] static std::optional<RunState> read(const MachinePaths& machine);
 
     static void requestStop(const MachinePaths& machine);

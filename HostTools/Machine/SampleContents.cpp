@@ -16,13 +16,13 @@ namespace tallyglass {
 
 namespace fs = std::filesystem;
 
-/// A folder that gets files of one sort.
+/// A folder for files of one kind.
 struct SampleContents::Place {
     std::string folder;
-    int share; ///< of all files, in relation to the other places
+    int share; ///< of all files, relative to the other folders
     double smallest;
-    double largest;                 ///< bytes; sizes lie evenly on a logarithmic scale between the two
-    std::vector<std::string> names; ///< with {} where a number goes
+    double largest;                 ///< bytes; sizes are log-uniform between the two
+    std::vector<std::string> names; ///< with {} for a number
 };
 
 namespace {
@@ -31,7 +31,7 @@ constexpr double kilo = 1000;
 constexpr double mega = 1000 * kilo;
 
 // The accents of "Résumé" and "Überblick" are composed, those of "Café" and "Señora" decomposed: both forms
-// occur on real disks, and a name keeps the one that it was given.
+// occur on real disks.
 const std::vector<std::string> letters{"Résumé {}.pdf",           "Cafe\u0301 receipts {}.txt",
                                        "Überblick {}.md",         "Letter to Sen\u0303ora Ruiz {}.txt",
                                        "Meeting notes {}.md",     "Budget {}.csv",
@@ -144,7 +144,7 @@ void SampleContents::create(int files, Date first) {
         });
         chosen.push_back(&*place);
     }
-    // In the order of their dates, so that each folder ends with the date of its last change.
+    // In the order of their dates, so that each folder gets the date of its last change.
     for (int index = 0; index < files; ++index)
         addFile(*chosen[static_cast<std::size_t>(index)],
                 oldest + (first - oldest) * (static_cast<double>(index) / files));
@@ -219,7 +219,7 @@ void SampleContents::changeMetadata(Date date) {
     const fs::path path = m_home / m_random.choice(m_files);
     switch (m_random.below(3)) {
     case 0:
-        fs::permissions(path, fs::perms::group_read, // its owner goes on working with it
+        fs::permissions(path, fs::perms::group_read, // its owner keeps working with it
                         m_random.below(2) ? fs::perm_options::remove : fs::perm_options::add);
         break;
     case 1:

@@ -1,6 +1,6 @@
 // The files of the sample machine's user, and what happens to them from one backup to the next: they are
-// added, edited, renamed, removed, and sometimes only their permissions, dates or attributes change. Every
-// date comes from the caller, none from the clock.
+// added, edited, renamed, removed, and sometimes only their permissions, dates or attributes change. All
+// dates are the caller's.
 //
 // One thread. The same seed and calls give the same tree.
 
@@ -17,17 +17,17 @@ namespace tallyglass {
 
 class SampleContents {
 public:
-    /// `home` is the user's folder, which create() makes.
+    /// `home` is the user's folder, which create() creates.
     SampleContents(std::filesystem::path home, SeededRandom& random)
         : m_home(std::move(home)), m_random(random) {}
 
-    /// Makes `files` files, dated within the year before `first`.
+    /// Creates `files` files, dated within the year before `first`.
     void create(int files, Date first);
 
-    /// What happens between two backups: more the longer they lie apart, and in proportion to the files.
+    /// The changes between two backups, proportional to the time between them and to the number of files.
     void evolve(Date from, Date to);
 
-    /// Folders under the home that backups leave out by the settings, and by their own marker.
+    /// Folders under the home that are excluded by the settings, and by their own marker.
     [[nodiscard]] static std::vector<std::string> skippedFolders();
     [[nodiscard]] static std::string markedFolder();
 
@@ -50,7 +50,7 @@ private:
     int m_nextNumber = 100;
 };
 
-/// Dates the item itself, a link not being followed.
+/// Sets the date of the item; links aren't followed.
 void setModificationDate(const std::filesystem::path& item, Date date);
 
 } // namespace tallyglass

@@ -70,7 +70,7 @@ private:
                                  .destination = m_machine.mountPoint("Backups of Zoe\u0308"),
                                  .destinationName = "Backups of Zoe\u0308",
                                  .volumeName = "Macintosh HD - Data",
-                                 .quota = std::int64_t{1} << 50, // until it is known what they take
+                                 .quota = std::int64_t{1} << 50, // until the used space is known
                                  .makeUUID = [this] { return seededUUID(m_random); },
                                  .durability = Durability::memory});
         HostPreferences::edit(
@@ -90,7 +90,7 @@ private:
                 m_machine, [&](HostPreferences& preferences) { preferences.nextResult = planned.result; },
                 Durability::memory);
         m_clock = planned.start;
-        // What lies in the root for the program's sake must not date the backed-up volume.
+        // Files that the program keeps in the root must not change the date of the backed-up volume.
         setModificationDate(m_machine.root(), m_options.now - std::chrono::hours(24 * 800));
         auto run = BackupRun::begin(m_machine, {.clock = [this] { return m_clock; },
                                                 .durability = Durability::memory,
@@ -101,7 +101,7 @@ private:
             throw Error(fmt::format("A sample backup ended with {}: {}", result, run->failure()));
     }
 
-    /// Lets the time go by that a backup spends in a phase on a middling disk.
+    /// Advances the clock by the time of a phase on an average disk.
     void pass(const RunState& state) {
         if (state.phase == m_phase)
             return;
@@ -112,7 +112,7 @@ private:
             m_clock += Seconds(m_random.between(10, 40) + static_cast<double>(state.totalBytes) / 50'000);
     }
 
-    /// Says how large the destination is: the stated share of it is what the backups really take.
+    /// Sets the destination's size so that the backups take the given share of it.
     void stateQuota() const {
         HostPreferences::edit(m_machine, [&](HostPreferences& preferences) {
             HostDestination& destination = preferences.destinations.front();

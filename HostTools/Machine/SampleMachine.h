@@ -1,5 +1,5 @@
-// Makes a machine with weeks of history for demonstrations and tests. Its backups are made as all are, with
-// a clock that is set to when they were made.
+// Creates a machine with weeks of history for demonstrations and tests, by ordinary backups with a simulated
+// clock.
 
 #pragma once
 
@@ -17,12 +17,12 @@ struct SampleMachineOptions {
     int files = 3000;
     std::uint64_t seed = 1;
     Date now;
-    /// Told before each backup how many are done, of how many.
+    /// Called before each backup with the number of finished ones and the total.
     std::function<void(int done, int total)> progress;
 };
 
-/// The same options give the same tree, contents and stamps. Throws Error when `root` holds anything already,
-/// or a sample that wasn't finished; a failure leaves one of those behind.
+/// The same options give the same tree, contents and stamps. Throws Error if `root` isn't empty; a failure
+/// leaves an unfinished sample.
 void makeSampleMachine(const SampleMachineOptions& options);
 
 } // namespace tallyglass

@@ -18,8 +18,8 @@ struct DailyRow {
     std::size_t count = 0;
 };
 
-/// Seconds between the starts of neighbouring backups. Steps between rhythms stay below two and a half times
-/// the intervals before, so that only the gap stands out.
+/// Seconds between the starts of consecutive backups. Transitions stay below two and a half times the
+/// intervals before, so that only the gap is unusual.
 std::vector<double> intervals(std::size_t count, DailyRow& daily) {
     std::vector<double> result;
     if (count >= 20) {
@@ -45,7 +45,7 @@ std::vector<SampleAttempt> sampleSchedule(int backups, Date now, SeededRandom& r
         attempts.push_back({.start = attempts.back().start - Seconds(*step + random.between(-120, 120))});
     std::ranges::reverse(attempts);
 
-    // Each failure comes some hours before a daily backup that then succeeds.
+    // Each failure is some hours before a successful daily backup.
     constexpr std::array failures{std::int64_t{27}, std::int64_t{11}, std::int64_t{18}};
     const std::size_t failureCount = std::min(failures.size(), daily.count / 4);
     for (std::size_t index = 0; index < failureCount; ++index) {

@@ -1,5 +1,5 @@
 // When the sample machine's backups were attempted: a first full one, hourly ones, then gradually daily ones
-// with a long gap, a few failures, and at the end one that was put off.
+// with a long gap, a few failures, and at the end a deferred one.
 //
 // A pure function of its arguments; any thread.
 
@@ -20,8 +20,8 @@ struct SampleAttempt {
     bool operator==(const SampleAttempt&) const = default;
 };
 
-/// Attempts in order, `backups` of them successful and the last of those shortly before `now`. 60 backups
-/// span about two months. Only the long gap is unusually long beside the intervals before it.
+/// Attempts in order, `backups` of them successful, the last of those shortly before `now`. 60 backups span
+/// about two months. Only the gap is unusually long.
 [[nodiscard]] std::vector<SampleAttempt> sampleSchedule(int backups, Date now, SeededRandom& random);
 
 } // namespace tallyglass

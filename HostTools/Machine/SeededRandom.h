@@ -1,4 +1,4 @@
-// Random numbers that are the same for the same seed on every machine. One thread.
+// Reproducible random numbers, the same on every machine. One thread.
 
 #pragma once
 
@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    std::mt19937_64 m_engine; // its sequence is laid down by the standard, unlike the distributions'
+    std::mt19937_64 m_engine; // its sequence is standardised, unlike the distributions'
 };
 
 } // namespace tallyglass

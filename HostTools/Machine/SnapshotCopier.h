@@ -1,7 +1,7 @@
-// Copies the sources of a backup into the folder of its volume. What hasn't changed since the backup before
-// is hard-linked, so that a backup costs only what is new in it.
+// Copies the sources of a backup into the folder of its volume. Unchanged files are hard-linked to the
+// previous backup, so that a backup only takes space for new ones.
 //
-// One thread. A copier is narrow so that the sample machine can copy without starting programs.
+// One thread. An interface, so that the sample machine can copy without starting processes.
 
 #pragma once
 
@@ -27,7 +27,7 @@ private:
     std::int64_t m_result;
 };
 
-/// The codes that a backup of this program can end with by itself.
+/// The result codes of this program's backups.
 struct BackupResult {
     static constexpr std::int64_t success = 0;
     static constexpr std::int64_t noSpace = 7;
@@ -39,11 +39,11 @@ struct BackupResult {
 };
 
 struct CopyOrder {
-    std::filesystem::path liveRoot;    ///< what logical paths begin at on the computer
+    std::filesystem::path liveRoot;    ///< of logical paths on the computer
     std::vector<std::string> sources;  ///< logical paths of folders, such as "/home/ann"
-    std::vector<std::string> excluded; ///< logical paths to leave out
+    std::vector<std::string> excluded; ///< logical paths to exclude
     std::filesystem::path volume;      ///< the new backup's volume folder, which exists
-    std::filesystem::path previous;    ///< that of the backup before; empty for the first
+    std::filesystem::path previous;    ///< the previous backup's volume folder; empty for the first
     std::optional<std::int64_t> limit; ///< KiB a second
     std::filesystem::path runFolder;   ///< for lists and logs
 };
@@ -53,14 +53,14 @@ struct CopyProgress {
     std::int64_t files = 0;
 };
 
-/// Called every so often while a copy goes on; throws to end it.
+/// Called regularly during a copy; throws to end it.
 using CopyCheckpoint = std::function<void(const CopyProgress&)>;
 
 class SnapshotCopier {
 public:
     virtual ~SnapshotCopier() = default;
-    /// Throws BackupFailure when the copy isn't whole, and what `checkpoint` throws. Files that the user
-    /// may not read are left out, and so are those that vanish meanwhile.
+    /// Throws BackupFailure if the copy is incomplete, and what `checkpoint` throws. Unreadable files, and
+    /// those removed meanwhile, are omitted.
     virtual void copy(const CopyOrder& order, const CopyCheckpoint& checkpoint) = 0;
 };
 

@@ -84,7 +84,7 @@ void Snapshots::record(const fs::path& folder, const ManifestRecord& record,
     const PlistNode details = root.appendDictionary();
     details.set("startDate", record.start);
     details.set("uniqueSize", record.uniqueSize);
-    details.set("xid", transaction + 1 + record.changedCount); // one for each item that was written
+    details.set("xid", transaction + 1 + record.changedCount); // one for each written item
     const PlistNode stats = details.setDictionary("stats");
     const PlistNode changed = stats.setDictionary("changed");
     changed.set("count", record.changedCount);

@@ -1,6 +1,6 @@
-// The backups in a destination's folder, and the manifest beside them that keeps each one's figures. A backup
-// stands at <stamp>.backup/<stamp>.backup, the stamp being its completion in local time; whatever has another
-// name, such as a backup in the making, isn't one.
+// The backups in a destination's folder, and the manifest beside them with their figures. A backup is at
+// <stamp>.backup/<stamp>.backup, where the stamp is its completion in local time; other names, such as that
+// of a backup in progress, are ignored.
 //
 // Values and static operations; any thread.
 
@@ -17,7 +17,7 @@
 
 namespace tallyglass {
 
-/// What the manifest says of one backup.
+/// The manifest's record of one backup.
 struct ManifestRecord {
     Date completion;
     Date start;
@@ -32,8 +32,8 @@ struct ManifestRecord {
 
 struct Snapshot {
     std::string stamp;
-    Date date; ///< the manifest's, which tells the two equal hours of autumn apart, or else the stamp's
-    std::filesystem::path path; ///< what holds the volumes
+    Date date; ///< the manifest's, which is unambiguous when clocks go back, or else the stamp's
+    std::filesystem::path path; ///< the folder of its volumes
 
     bool operator==(const Snapshot&) const = default;
 };
@@ -41,17 +41,17 @@ struct Snapshot {
 struct Snapshots {
     static constexpr auto manifestName = "backup_manifest.plist";
 
-    /// The whole backups in `folder`, oldest first.
+    /// The complete backups in `folder`, oldest first.
     [[nodiscard]] static std::vector<Snapshot> list(const std::filesystem::path& folder);
 
-    /// The place of the backup with that stamp, whether it exists or not.
+    /// The path of the backup with that stamp, whether it exists or not.
     [[nodiscard]] static std::filesystem::path place(const std::filesystem::path& folder,
                                                      const std::string& stamp);
 
-    /// The records of the manifest in `folder`, in its order; none without one.
+    /// The records of the manifest in `folder`, in its order; empty without a manifest.
     [[nodiscard]] static std::vector<ManifestRecord> manifest(const std::filesystem::path& folder);
 
-    /// Adds a record, and settles the size unique to the backup before it, which is known only now.
+    /// Adds a record, and updates the unique size of the previous backup, which is only known now.
     static void record(const std::filesystem::path& folder, const ManifestRecord& record,
                        std::optional<std::int64_t> uniqueSizeOfPrevious, Durability durability);
 };

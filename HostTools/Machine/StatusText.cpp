@@ -13,7 +13,7 @@ bool isPlain(char character) {
            (character >= 'a' && character <= 'z');
 }
 
-/// The code units of UTF-16 for the valid UTF-8 at `index`, which moves behind it, as `\Uxxxx`.
+/// The UTF-8 character at `index` as UTF-16 escapes `\Uxxxx`; advances `index` past it.
 std::string escaped(const std::string& text, std::size_t& index) {
     const auto lead = static_cast<unsigned char>(text[index++]);
     std::uint32_t code = lead < 0xE0 ? lead & 0x1F : lead < 0xF0 ? lead & 0x0F : lead & 0x07;

@@ -9,13 +9,12 @@
 
 namespace tallyglass {
 
-/// A dictionary of that form; a value. Keys come out sorted by their bytes.
+/// A dictionary; a value. Keys are written in the order of their bytes.
 struct StatusDictionary {
     using Value = std::variant<std::int64_t, double, std::string, StatusDictionary>;
     std::map<std::string, Value> entries;
 
-    /// The text, each level 4 blanks further in. Integers stand bare; text, numbers with a fraction or a sign
-    /// and keys are quoted where they hold anything but letters and digits.
+    /// The text, each level indented by 4 spaces. Everything but letters and digits is quoted.
     [[nodiscard]] std::string text() const;
 };
 

@@ -14,7 +14,7 @@ namespace tallyglass {
 
 namespace {
 
-/// Reads the arguments; what is wrong with them becomes a usage error.
+/// Parses the arguments; throws UsageError for invalid ones.
 void parse(CLI::App& app, const std::vector<std::string>& arguments) {
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {

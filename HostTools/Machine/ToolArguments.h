@@ -1,5 +1,5 @@
-// What the programs of this folder take on their command lines, where that is more than a verb and operands.
-// The parser is slow to compile, so that it is seen by one source only.
+// The command-line options of this folder's programs. The parser is slow to compile and used in one source
+// only.
 
 #pragma once
 
@@ -13,24 +13,24 @@
 
 namespace tallyglass {
 
-/// Conditions that are rare or slow to come by.
+/// Conditions that are rare or slow to reproduce.
 struct Arrangement {
     std::string permission; ///< "granted", "revoked" or empty
     std::optional<std::int64_t> nextResult;
     std::optional<std::int64_t> copyLimit; ///< KiB a second; 0 for none
 };
 
-/// The arguments behind `tmutil setup` and `tmutil arrange`. Throw UsageError, with the help if that is asked
-/// for.
+/// The arguments after `tmutil setup` and `tmutil arrange`. Throw UsageError, with the help if that is
+/// requested.
 [[nodiscard]] MachineSetup parseSetup(const std::vector<std::string>& arguments);
 [[nodiscard]] Arrangement parseArrangement(const std::vector<std::string>& arguments);
 
 struct SampleMachineCall {
-    std::optional<SampleMachineOptions> options; ///< absent if the program is to end
-    int exitCode = 0;                            ///< which the program then ends with, all being said
+    std::optional<SampleMachineOptions> options; ///< absent if the program should exit
+    int exitCode = 0;                            ///< for that exit
 };
 
-/// The arguments of sample-machine. Prints the help if that is asked for, and what is wrong.
+/// The arguments of sample-machine. Prints the help if requested, and errors.
 [[nodiscard]] SampleMachineCall parseSampleMachine(int argc, char** argv);
 
 } // namespace tallyglass

@@ -15,11 +15,22 @@
 #include <cerrno>
 #include <memory>
 
+// The walk merges the two sorted listings of each folder: a name on one side only is an addition or a
+// removal, a name on both sides is compared, and a folder is entered before the next name. An item with the
+// same inode on both sides is skipped without looking at it.
+//
+// The levels are a stack of their own, so that the depth isn't limited by the call stack. Folders far up are
+// closed to bound the number of descriptors, and reopened through ".." on the way back, which is checked by
+// their inode.
+//
+// With a depth limit, a folder differs if anything below it does. Its row is pending until the first
+// difference below it is found, or until the walk leaves it, when only its own properties count.
+
 namespace tallyglass {
 
 namespace {
 
-/// Folders deeper than this many levels above the present one are closed, and opened again on the way back.
+/// Folders more than this many levels above the current one are closed, and reopened on the way back.
 constexpr std::size_t openLevels = 100;
 
 bool isSameItem(const struct stat& left, const struct stat& right) {
@@ -38,10 +49,10 @@ public:
     [[nodiscard]] std::int64_t run();
 
 private:
-    /// One folder on one of the two sides.
+    /// A folder on one side.
     struct Side {
         bool exists = false;
-        FileDescriptor folder; ///< closed while the walk is far below
+        FileDescriptor folder; ///< closed while the walk is deep below
         struct stat status {};
         FolderListing items;
         std::size_t next = 0;
@@ -53,8 +64,8 @@ private:
         Side older;
         Side newer;
         std::size_t pathLength = 0; ///< of the folder's own path
-        bool isOnTheWay = false;    ///< leads to what counts, see ComparisonOperands::within
-        bool rowIsPending = false;  ///< its own row waits for a difference in what it holds
+        bool isOnTheWay = false;    ///< leads to an included path, see ComparisonOperands::within
+        bool rowIsPending = false;  ///< its own row is only reported if something below differs
         std::vector<std::string_view> ownDifferences;
     };
 
@@ -74,7 +85,7 @@ private:
     [[nodiscard]] std::int64_t childLevel() const {
         return m_operands.level + static_cast<std::int64_t>(m_count);
     }
-    [[nodiscard]] bool isTold(std::int64_t level) const {
+    [[nodiscard]] bool isReported(std::int64_t level) const {
         return !m_options.depth || level <= *m_options.depth;
     }
     [[nodiscard]] bool counts(std::string_view name, const Level& level, bool& childIsOnTheWay);
@@ -89,11 +100,11 @@ private:
     const ComparisonOperands& m_operands;
     const ComparisonOptions& m_options;
     ComparisonSink& m_sink;
-    std::vector<std::unique_ptr<Level>> m_levels; ///< the first m_count are in use, the others spare
+    std::vector<std::unique_ptr<Level>> m_levels; ///< the first m_count are in use, the others are for reuse
     std::size_t m_count = 0;
     std::size_t m_firstPending = 0; ///< no level before it has a pending row
     std::int64_t m_sameFiles = 0;
-    std::string m_path; ///< below the operands, of the item in hand
+    std::string m_path; ///< of the current item, below the operands
     std::string m_fullPath;
 };
 
@@ -139,10 +150,10 @@ void TreeWalk::start() {
     Level& level = push(!m_operands.within.empty());
     level.older.status = before;
     level.newer.status = after;
-    // The operands have a row of their own only where it says something: below what the depth is counted
-    // from, or at depth 0, when it is all that can be told.
+    // The operands have a row of their own only below the folder that the depth is counted from, or at depth
+    // 0, where it is the only row.
     level.rowIsPending = m_options.depth && (m_operands.level > 0 || *m_options.depth == 0) &&
-                         isTold(m_operands.level) && olderIsFolder && newerIsFolder;
+                         isReported(m_operands.level) && olderIsFolder && newerIsFolder;
     enter(level, openOperand(m_operands.older, olderIsFolder), openOperand(m_operands.newer, newerIsFolder));
 }
 
@@ -176,7 +187,7 @@ void TreeWalk::step() {
     stepBoth(level, older.items[older.next], newer.items[newer.next]);
 }
 
-/// Appends `name` to the path in hand and tells whether the item is to be looked at.
+/// Appends `name` to the current path and returns whether the item is included.
 bool TreeWalk::counts(std::string_view name, const Level& level, bool& childIsOnTheWay) {
     m_path.resize(level.pathLength);
     m_path.append("/").append(name);
@@ -204,8 +215,8 @@ bool TreeWalk::isExcluded() {
     return true;
 }
 
-/// Whether a folder of the newer side lies on a file system that isn't walked. What leads to a path that
-/// counts may cross to another one.
+/// Whether a folder of the newer side is on a file system that isn't entered. The way to an included path may
+/// cross to another one.
 bool TreeWalk::isForeign(const Level& level, const struct stat& folder) const {
     return m_operands.oneFileSystem && !level.isOnTheWay && folder.st_dev != level.newer.status.st_dev;
 }
@@ -217,15 +228,15 @@ void TreeWalk::stepOneSided(Level& level, Side& side, bool isAdded) {
         return;
     const char* name = side.items.nameText(item);
     struct stat status {};
-    if (fstatat(side.folder.number(), name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+    if (fstatat(side.folder.fd(), name, &status, AT_SYMLINK_NOFOLLOW) != 0)
         return unreadable(errno, isAdded);
     const auto depthBefore = m_count;
     found(isAdded ? nullptr : &status, isAdded ? &status : nullptr, {});
-    if (m_count != depthBefore || !S_ISDIR(status.st_mode) || !isTold(childLevel() + 1))
+    if (m_count != depthBefore || !S_ISDIR(status.st_mode) || !isReported(childLevel() + 1))
         return;
     if (isAdded && isForeign(level, status))
         return;
-    FileDescriptor folder = openFolder(side.folder.number(), name);
+    FileDescriptor folder = openFolder(side.folder.fd(), name);
     if (!folder.isOpen())
         return unreadable(errno, isAdded);
     Level& child = push(childIsOnTheWay);
@@ -259,22 +270,21 @@ void TreeWalk::stepBoth(Level& level, const FolderListing::Item& before, const F
     struct stat olderStatus {};
     struct stat newerStatus {};
     int failure = 0;
-    if (fstatat(level.older.folder.number(), name, &olderStatus, AT_SYMLINK_NOFOLLOW) != 0 ||
-        fstatat(level.newer.folder.number(), name, &newerStatus, AT_SYMLINK_NOFOLLOW) != 0)
+    if (fstatat(level.older.folder.fd(), name, &olderStatus, AT_SYMLINK_NOFOLLOW) != 0 ||
+        fstatat(level.newer.folder.fd(), name, &newerStatus, AT_SYMLINK_NOFOLLOW) != 0)
         failure = errno;
     else if (S_ISDIR(olderStatus.st_mode) && S_ISDIR(newerStatus.st_mode))
         return compareFolders(level, name, childIsOnTheWay);
     else if ((olderStatus.st_mode & S_IFMT) != (newerStatus.st_mode & S_IFMT))
-        // The one is removed, and the other then stands alone as added.
+        // One is removed and the other added.
         return stepOneSided(level, level.older, false);
 
     ++level.older.next;
     ++level.newer.next;
     std::vector<std::string_view> differences;
     if (!failure)
-        differences =
-            differingProperties(m_options.properties, {level.older.folder.number(), name, &olderStatus},
-                                {level.newer.folder.number(), name, &newerStatus}, failure);
+        differences = differingProperties(m_options.properties, {level.older.folder.fd(), name, &olderStatus},
+                                          {level.newer.folder.fd(), name, &newerStatus}, failure);
     if (failure)
         unreadable(failure, true);
     else if (differences.empty())
@@ -286,15 +296,15 @@ void TreeWalk::stepBoth(Level& level, const FolderListing::Item& before, const F
 void TreeWalk::compareFolders(Level& level, const char* name, bool childIsOnTheWay) {
     ++level.older.next;
     ++level.newer.next;
-    FileDescriptor older = openFolder(level.older.folder.number(), name);
+    FileDescriptor older = openFolder(level.older.folder.fd(), name);
     const int olderFailure = older.isOpen() ? 0 : errno;
-    FileDescriptor newer = openFolder(level.newer.folder.number(), name);
+    FileDescriptor newer = openFolder(level.newer.folder.fd(), name);
     const int newerFailure = newer.isOpen() ? 0 : errno;
     struct stat olderStatus {};
     struct stat newerStatus {};
     const auto status = [&](const FileDescriptor& folder, const Side& parent, struct stat& result) {
-        return folder.isOpen() ? fstat(folder.number(), &result)
-                               : fstatat(parent.folder.number(), name, &result, AT_SYMLINK_NOFOLLOW);
+        return folder.isOpen() ? fstat(folder.fd(), &result)
+                               : fstatat(parent.folder.fd(), name, &result, AT_SYMLINK_NOFOLLOW);
     };
     if (status(older, level.older, olderStatus) != 0 || status(newer, level.newer, newerStatus) != 0)
         return unreadable(errno, true);
@@ -304,10 +314,9 @@ void TreeWalk::compareFolders(Level& level, const char* name, bool childIsOnTheW
     int failure = 0;
     std::vector<std::string_view> differences;
     if (!childIsOnTheWay)
-        differences =
-            differingProperties(m_options.properties, {level.older.folder.number(), name, &olderStatus},
-                                {level.newer.folder.number(), name, &newerStatus}, failure);
-    const bool tellsFolder = isTold(childLevel());
+        differences = differingProperties(m_options.properties, {level.older.folder.fd(), name, &olderStatus},
+                                          {level.newer.folder.fd(), name, &newerStatus}, failure);
+    const bool reportsFolder = isReported(childLevel());
     if (olderFailure || newerFailure || isForeign(level, newerStatus)) {
         if (!differences.empty())
             found(&olderStatus, &newerStatus, differences);
@@ -319,13 +328,13 @@ void TreeWalk::compareFolders(Level& level, const char* name, bool childIsOnTheW
     }
     if (!differences.empty() && !m_options.depth)
         found(&olderStatus, &newerStatus, differences);
-    else if (!differences.empty() && !tellsFolder)
+    else if (!differences.empty() && !reportsFolder)
         return found(&olderStatus, &newerStatus, differences);
 
     Level& child = push(childIsOnTheWay);
     child.older.status = olderStatus;
     child.newer.status = newerStatus;
-    child.rowIsPending = m_options.depth && tellsFolder;
+    child.rowIsPending = m_options.depth && reportsFolder;
     child.ownDifferences = std::move(differences);
     enter(child, std::move(older), std::move(newer));
 }
@@ -347,10 +356,11 @@ void TreeWalk::enter(Level& level, FileDescriptor older, FileDescriptor newer) {
     level.newer.exists = newer.isOpen();
     level.older.folder = std::move(older);
     level.newer.folder = std::move(newer);
-    if (isTold(childLevel() - 1))
+    if (isReported(childLevel() - 1))
         m_sink.entered(m_path, level.older.exists ? &level.older.status : nullptr,
                        level.newer.exists ? &level.newer.status : nullptr);
-    if (!list(level.older) || !list(level.newer)) { // half of it would look like additions or removals
+    if (!list(level.older) ||
+        !list(level.newer)) { // an incomplete listing would look like additions or removals
         level.older.items.clear();
         level.newer.items.clear();
     }
@@ -368,7 +378,7 @@ bool TreeWalk::list(Side& side) {
     side.next = 0;
     if (!side.exists)
         return true;
-    const int failure = side.items.read(side.folder.number());
+    const int failure = side.items.read(side.folder.fd());
     if (failure)
         unreadable(failure, &side == &m_levels[m_count - 1]->newer);
     return failure == 0;
@@ -397,12 +407,12 @@ void TreeWalk::pop() {
 void TreeWalk::reopen(Side& parent, const Side& child) {
     if (!parent.exists || parent.folder.isOpen() || !child.exists)
         return;
-    parent.folder = openFolder(child.folder.number(), "..");
+    parent.folder = openFolder(child.folder.fd(), "..");
     struct stat status {};
-    if (parent.folder.isOpen() && fstat(parent.folder.number(), &status) == 0 &&
+    if (parent.folder.isOpen() && fstat(parent.folder.fd(), &status) == 0 &&
         isSameItem(status, parent.status))
         return;
-    // The folder was moved while the walk was below it: what is left of its level can't be found again.
+    // The folder was moved while the walk was below it, so the rest of its level can't be reached.
     Level& level = *m_levels[m_count - 2];
     level.older.items.clear();
     level.newer.items.clear();
@@ -410,14 +420,14 @@ void TreeWalk::reopen(Side& parent, const Side& child) {
     unreadable(ENOENT, &parent == &level.newer);
 }
 
-/// Tells a difference of the item in hand, or if it lies too deep, only that the folders above it differ.
+/// Reports a difference of the current item or, if it is too deep, only that its ancestors differ.
 void TreeWalk::found(const struct stat* before, const struct stat* after,
                      std::span<const std::string_view> differences) {
     if (m_options.depth)
         flushPendingRows();
-    if (isTold(childLevel()))
+    if (isReported(childLevel()))
         return m_sink.differs({m_path, before, after, differences});
-    while (m_count > 0 && !isTold(childLevel()))
+    while (m_count > 0 && !isReported(childLevel()))
         pop();
 }
 

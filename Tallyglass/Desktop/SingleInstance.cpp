@@ -99,7 +99,7 @@ bool SingleInstance::lock() {
     FileDescriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!file.isOpen())
         return true; // no place for a lock: nothing could tell the starts apart
-    if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
+    if (::flock(file.fd(), LOCK_EX | LOCK_NB) != 0)
         return false;
     m_lock = std::move(file);
     return true;

@@ -1,6 +1,6 @@
 #include "Tallyglass/Models/ContinuousTimer.h"
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/ErrorText.h"
 
 #include <sys/timerfd.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-// The words for the user when there are no backups to show. Static operations only; any thread.
+// The messages for the user when there are no backups to show. Static operations only; any thread.
 
 #pragma once
 
@@ -8,11 +8,11 @@
 namespace tallyglass {
 
 struct BackupListing {
-    /// For a list that came out empty, without a failure.
+    /// For an empty list, without a failure.
     [[nodiscard]] static std::string message();
     /// For the failure that TMUtilRunner::backupPathsThrowing() threw.
     [[nodiscard]] static std::string message(const std::exception& failure);
-    /// For a failure that was caught and kept; a null one stands for an empty list.
+    /// For a stored exception; null means an empty list.
     [[nodiscard]] static std::string message(const std::exception_ptr& failure);
 };
 

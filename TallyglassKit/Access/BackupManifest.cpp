@@ -44,7 +44,7 @@ BackupManifestEntry entry(Date completion, const PropertyListValue& backup) {
         .changedPhysicalSize = number(find(changed, "physicalSize")).value_or(0),
         .uniqueSize = number(backup.find("uniqueSize")),
         .xid = number(backup.find("xid")),
-        // Whatever was propagated from an earlier backup shows that there is one.
+        // Items propagated from a previous backup imply that there is one.
         .isInitialBackup =
             propagated && propagated->isDictionary() && number(find(propagated, "count")).value_or(0) == 0,
     };

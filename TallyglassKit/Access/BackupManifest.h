@@ -1,7 +1,7 @@
-// Time Machine's own record of a machine's backups: when each started and ended and how much it changed.
+// Time Machine's record of a machine's backups: when each started and ended and how much it changed.
 //
-// The file is a property list of any form. Its root is an array in which dates and dictionaries alternate;
-// each such pair is one backup, the date being its completion.
+// The file is a property list in any form. Its root is an array in which dates and dictionaries alternate;
+// each such pair is one backup, and the date is its completion.
 
 #pragma once
 
@@ -25,7 +25,7 @@ struct BackupManifestEntry {
     std::int64_t changedPhysicalSize = 0;        ///< bytes
     std::optional<std::int64_t> uniqueSize = {}; ///< bytes that no other backup holds
     std::optional<std::int64_t> xid = {};        ///< transaction of the backup
-    bool isInitialBackup = false;                ///< the first one, of everything
+    bool isInitialBackup = false;                ///< the first one, which copies everything
 
     /// The completion in seconds since 1970.
     [[nodiscard]] double id() const { return secondsSince1970(completionDate); }
@@ -35,7 +35,7 @@ struct BackupManifestEntry {
     friend bool operator==(const BackupManifestEntry&, const BackupManifestEntry&) = default;
 };
 
-/// Why there is no manifest, in words to show. Immutable; any thread may read it.
+/// Why there is no manifest, with a message for the user. Immutable; any thread may read it.
 class BackupManifestError : public Error {
 public:
     enum class Case { unreadable, machineDirectoryUnavailable };
@@ -54,9 +54,9 @@ private:
 struct BackupManifest {
     static constexpr std::string_view fileName = "backup_manifest.plist";
 
-    /// The entries in ascending order of completion; entries of one moment keep the file's order. Pairs that
-    /// aren't a date and a dictionary are left out. Throws BackupManifestError if the bytes are no property
-    /// list, or one without an array at its root.
+    /// The entries in ascending order of completion; equal ones are in the file's order. Pairs that aren't a
+    /// date and a dictionary are omitted. Throws BackupManifestError if the bytes can't be parsed as a
+    /// property list with an array at its root.
     [[nodiscard]] static std::vector<BackupManifestEntry> parse(std::string_view data);
 };
 

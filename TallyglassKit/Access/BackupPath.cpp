@@ -21,8 +21,7 @@ std::string_view lastComponent(std::string_view path) {
     return path.substr(path.rfind('/') + 1); // npos + 1 is 0
 }
 
-// The longest root wins. Of two roots that both begin the path one begins the other, so no order by length
-// is needed beyond this.
+// The longest matching root is used.
 const std::string* longestPrefix(std::string_view path, std::span<const std::string> roots) {
     const std::string* longest = nullptr;
     for (const std::string& root : roots)

@@ -1,4 +1,4 @@
-// How fast a running backup has been copying of late. A value.
+// The recent transfer rate of a running backup. A value.
 
 #pragma once
 

@@ -7,7 +7,7 @@ namespace tallyglass {
 
 namespace {
 
-// All scalars of the status are text in its own form, and numbers of any kind elsewhere.
+// All scalars are text in tmutil's old-style output, and may be numbers in other forms.
 std::optional<double> number(std::optional<PropertyListValue> value) {
     if (!value)
         return std::nullopt;

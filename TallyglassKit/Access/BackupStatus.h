@@ -1,7 +1,6 @@
-// What the backup engine is doing, as "tmutil status" tells it. A value; any thread.
+// What the backup engine is doing, as reported by "tmutil status". A value; any thread.
 //
-// Whatever can't be understood is absent: one field for one bad value, and the whole status for a text that
-// holds no dictionary.
+// Invalid values make their field absent; a text without a dictionary has no status.
 
 #pragma once
 
@@ -26,11 +25,11 @@ struct BackupStatus {
     std::optional<std::int64_t> numberOfChangedItems = {};
     bool isStopping = false;
 
-    /// Nothing runs and nothing is known.
+    /// No backup is running.
     static const BackupStatus idle;
 
-    /// Reads the whole output of "tmutil status": the dictionary from the first "{" on. Absent if there is
-    /// none or it is malformed.
+    /// Parses the output of "tmutil status": the dictionary from the first "{" on. Absent if there is none or
+    /// it is malformed.
     [[nodiscard]] static std::optional<BackupStatus> parse(std::string_view text);
     [[nodiscard]] static BackupStatus parse(const PropertyListValue& dictionary);
 

@@ -37,7 +37,7 @@ FDAStatus FullDiskAccessProbe::probe(const SystemPaths& paths) {
     return probe(std::filesystem::path(paths.path(canaryPath)));
 }
 
-// EACCES and others leave the answer open: plain file permissions forbid the file to everyone.
+// EACCES and others decide nothing: ordinary permissions may deny the file too.
 FDAStatus FullDiskAccessProbe::statusOfOpening(int error) {
     switch (error) {
     case 0:

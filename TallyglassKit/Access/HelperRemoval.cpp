@@ -13,7 +13,7 @@ namespace tallyglass {
 
 namespace {
 
-/// One word of the shell that stands for exactly this text.
+/// The text as one quoted word of the shell.
 std::string inSingleQuotes(std::string_view text) {
     std::string word = "'";
     for (const char character : text) {
@@ -25,7 +25,7 @@ std::string inSingleQuotes(std::string_view text) {
     return word + "'";
 }
 
-/// The same, without quotes where the shell would take the text as it is.
+/// The same, without quotes if the text needs none.
 std::string shellWord(std::string_view text) {
     static constexpr std::string_view plain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-";

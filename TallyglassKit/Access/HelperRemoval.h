@@ -1,5 +1,5 @@
-// Removing the privileged helper with the administrator's password: the command, the AppleScript line that
-// carries it, and the run.
+// Removes the privileged helper with the administrator's password: the command, the AppleScript line that
+// runs it, and the run.
 //
 // Immutable after construction; any thread.
 
@@ -30,7 +30,7 @@ struct HelperRemoval {
     struct Succeeded {
         friend bool operator==(const Succeeded&, const Succeeded&) = default;
     };
-    /// The user didn't give the password.
+    /// The user cancelled the password prompt.
     struct Declined {
         friend bool operator==(const Declined&, const Declined&) = default;
     };
@@ -40,7 +40,7 @@ struct HelperRemoval {
     };
     using Result = std::variant<Succeeded, Declined, Failed>;
 
-    /// The shell command: the helper's own script, or without an executable one the lines that do its work.
+    /// The shell command: the helper's uninstall script, or equivalent commands if that isn't executable.
     [[nodiscard]] std::string command() const;
 
     /// `do shell script "{command}" with administrator privileges`, with the command escaped.

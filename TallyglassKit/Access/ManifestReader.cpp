@@ -16,7 +16,7 @@ std::optional<ByteBuffer> readIfPossible(const std::string& file, std::stop_toke
     try {
         return readFile(file, std::move(stop), PropertyList::mostBytes);
     } catch (const FileError& error) {
-        if (error.code() == EFBIG) // it can be read, but not understood
+        if (error.code() == EFBIG) // readable, but not valid
             throw BackupManifestError::unreadable(error.errorDescription());
         return std::nullopt;
     }

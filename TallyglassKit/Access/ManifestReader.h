@@ -1,5 +1,5 @@
-// Finds the backup manifest and reads it: first the copy that the privileged helper exports, however old it
-// is, then the file in the machine directory, which needs Full Disk Access.
+// Finds the backup manifest and reads it: first the copy that the privileged helper exports, whatever its
+// age, then the file in the machine directory, which needs Full Disk Access.
 //
 // Immutable; any thread may use one object at any time. Reading blocks.
 
@@ -19,7 +19,7 @@ namespace tallyglass {
 
 class ManifestReader {
 public:
-    /// Where the helper puts its copy, before SystemPaths.
+    /// The system path of the helper's copy.
     static constexpr std::string_view exportPath =
         "/Library/Application Support/Tallyglass/backup_manifest.plist";
 
@@ -29,15 +29,14 @@ public:
     /// The file of the export copy on this system.
     [[nodiscard]] const std::string& exportURL() const { return m_exportURL; }
 
-    /// Throws BackupManifestError, also for an export copy that can be read but not understood. Throws
-    /// Cancelled when stopped.
+    /// Throws BackupManifestError, also for an invalid export copy. Throws Cancelled when stopped.
     [[nodiscard]] std::vector<BackupManifestEntry> read(std::stop_token stop = {}) const;
 
     /// Reads the export copy alone. Throws FileError if it is missing or unreadable, and BackupManifestError
-    /// if it can't be understood.
+    /// if it is invalid.
     [[nodiscard]] std::vector<BackupManifestEntry> readExport(std::stop_token stop = {}) const;
 
-    /// The folder that "tmutil machinedirectory" names; absent for any failure, a stop among them.
+    /// The folder that "tmutil machinedirectory" names; absent after any failure or a stop.
     [[nodiscard]] std::optional<std::string> machineDirectory(std::stop_token stop = {}) const;
 
     /// Whether there is an export copy that this process may read.

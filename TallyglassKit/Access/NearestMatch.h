@@ -1,4 +1,4 @@
-// Finds the item of a list whose date lies nearest to a target. Pure; any thread.
+// Finds the item whose date is nearest to a target. Pure; any thread.
 
 #pragma once
 
@@ -13,12 +13,12 @@
 namespace tallyglass {
 
 struct NearestMatch {
-    /// How far apart, in seconds, two records of one backup may lie.
+    /// How far apart two records of one backup may be, in seconds.
     static constexpr double backupTolerance = 300.0;
 
-    /// The index of the item nearest to `target`, if it lies within `tolerance` seconds, the bound included.
-    /// `date` maps an item to an optional date; items without one are passed over. The items may stand in any
-    /// order, and of two equally near ones the first counts.
+    /// The index of the item nearest to `target`, if it is at most `tolerance` seconds away. `date` maps an
+    /// item to an optional date; items without one are skipped. The items may be in any order; of equally
+    /// near ones the first is returned.
     template <std::ranges::input_range Items, typename DateOf>
     [[nodiscard]] static std::optional<std::size_t> index(Date target, const Items& items, double tolerance,
                                                           DateOf date) {

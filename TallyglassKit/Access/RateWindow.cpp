@@ -7,7 +7,7 @@
 namespace tallyglass {
 namespace {
 
-/// In doubles, whose difference can't overflow.
+/// In doubles, since an integer difference could overflow.
 double perSecond(std::int64_t now, std::int64_t before, double span) {
     return std::max(0.0, (static_cast<double>(now) - static_cast<double>(before)) / span);
 }

@@ -1,6 +1,6 @@
 // The sliding window of readings behind a backup's transfer rate: the mean over up to half a minute.
 //
-// A value. The moments come from the caller.
+// A value. The caller passes the time.
 
 #pragma once
 
@@ -18,10 +18,10 @@ struct BackupStatus;
 class RateWindow {
 public:
     static constexpr double length = 30;      ///< seconds
-    static constexpr double shortestSpan = 1; ///< seconds below which a new rate wouldn't mean anything
+    static constexpr double shortestSpan = 1; ///< seconds that a new rate must span
 
-    /// Takes the status read at `now`. The rate is absent while no backup runs that has copied a byte, and
-    /// until two readings lie in the window.
+    /// Adds the status read at `now`. The rate is absent until a running backup has copied a byte and two
+    /// readings are in the window.
     void take(const BackupStatus& status, Date now);
 
     [[nodiscard]] const std::optional<BackupRate>& rate() const { return m_rate; }

@@ -1,5 +1,5 @@
-// One place to which Time Machine backs up, with its history as the preferences record it. Identified by
-// `id`. A value; made field by field: TMDestination{.id = "A", .snapshotDates = {first, second}}.
+// A destination of Time Machine backups, with its history as recorded in the preferences. Identified by `id`.
+// A value; made field by field: TMDestination{.id = "A", .snapshotDates = {first, second}}.
 
 #pragma once
 
@@ -18,7 +18,7 @@ struct TMDestination {
     enum class Kind : std::uint8_t { network, local, unknown };
 
     std::string id = {};
-    std::optional<std::string> destinationUUID = {}; ///< stands in the mount path of its backups
+    std::optional<std::string> destinationUUID = {}; ///< part of the mount path of its backups
     std::optional<std::string> volumeName = {};      ///< last known
     std::optional<std::string> networkURL = {};
     Kind kind = Kind::unknown;
@@ -33,9 +33,9 @@ struct TMDestination {
 
     /// The volume's name, else the host of the URL, else "Backup Destination".
     [[nodiscard]] std::string displayName() const;
-    /// Bytes in all. Absent unless both counts are known and the sum fits.
+    /// Total bytes. Absent unless both counts are known and the sum fits.
     [[nodiscard]] std::optional<std::int64_t> totalBytes() const;
-    /// The used part of all, 0 to 1. Absent also where all is less than one byte.
+    /// The used part of the total, 0 to 1. Absent also if the total is less than one byte.
     [[nodiscard]] std::optional<double> usedFraction() const;
     [[nodiscard]] std::optional<Date> latestSnapshot() const;
 

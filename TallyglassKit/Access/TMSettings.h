@@ -1,4 +1,4 @@
-// What the system's preferences say about Time Machine. A value.
+// Time Machine's settings from the system's preferences. A value.
 
 #pragma once
 
@@ -13,7 +13,7 @@ namespace tallyglass {
 struct TMSettings {
     bool autoBackupEnabled = false;
     std::optional<double> autoBackupInterval = {}; ///< seconds between automatic backups
-    bool requiresACPower = false;                  ///< backups wait for mains power
+    bool requiresACPower = false;                  ///< backups only run on mains power
     std::vector<std::string> skipPaths = {};       ///< excluded in the settings
     std::vector<TMDestination> destinations = {};  ///< in the order of the preferences
 

@@ -12,8 +12,8 @@ namespace {
 
 struct Description {
     std::string operator()(const TMUtilError::CommandFailed& failure) const {
-        if (const auto words = trimmed(failure.stderr); !words.empty())
-            return std::string(words);
+        if (const auto message = trimmed(failure.stderr); !message.empty())
+            return std::string(message);
         return fmt::format("tmutil failed with exit code {}.", failure.exitCode);
     }
     std::string operator()(const TMUtilError::RequiresFullDiskAccess&) const {

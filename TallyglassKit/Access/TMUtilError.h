@@ -11,7 +11,7 @@
 #include "TallyglassKit/Platform/Error.h"
 
 #include <cstdint>
-#include <cstdio> // stderr is a macro: every user of the field below must see it alike
+#include <cstdio> // stderr is a macro, which every user of the field below must see
 #include <memory>
 #include <string>
 #include <variant>
@@ -26,7 +26,7 @@ public:
 
     struct CommandFailed {
         std::int32_t exitCode = 0;
-        std::string stderr; ///< as it came; only the description is trimmed
+        std::string stderr; ///< unmodified; only the description is trimmed
         Arguments arguments;
         friend bool operator==(const CommandFailed&, const CommandFailed&) = default;
     };
@@ -54,7 +54,7 @@ public:
     [[nodiscard]] static TMUtilError launchFailed(std::string text);
 
     [[nodiscard]] const Case& value() const { return *m_value; }
-    /// The payload of one case, null if this is another one.
+    /// The payload of that case, null if this is another one.
     template <typename Payload>
     [[nodiscard]] const Payload* get() const {
         return std::get_if<Payload>(m_value.get());

@@ -9,7 +9,7 @@ namespace tallyglass {
 
 namespace {
 
-// Spaces and tabs alone: a carriage return, say, stays with the path that it stands in.
+// Trims spaces and tabs only: other control characters, such as a carriage return, are part of a path.
 std::string_view withoutBlanks(std::string_view line) {
     constexpr std::string_view blanks = " \t";
     const auto first = line.find_first_not_of(blanks);

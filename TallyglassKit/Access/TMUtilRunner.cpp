@@ -43,9 +43,9 @@ TMUtilRunner::TMUtilRunner() : TMUtilRunner(SystemPaths::standard().path(executa
 TMUtilRunner::TMUtilRunner(std::string path)
     : m_executable(std::make_shared<const std::string>(std::move(path))) {}
 
-TMUtilRunner::TMUtilRunner(RunRaw standIn)
+TMUtilRunner::TMUtilRunner(RunRaw fake)
     : m_executable(std::make_shared<const std::string>()),
-      m_runRaw(std::make_shared<const RunRaw>(std::move(standIn))) {}
+      m_runRaw(std::make_shared<const RunRaw>(std::move(fake))) {}
 
 TMUtilResult TMUtilRunner::runRaw(const Arguments& arguments, std::chrono::milliseconds killAfter,
                                   const OnBytes& onBytes, std::stop_token stop) const {
@@ -63,10 +63,10 @@ TMUtilResult TMUtilRunner::run(const Arguments& arguments, const OnBytes& onByte
     TMUtilResult result = runRaw(arguments, defaultKillAfter, onBytes, std::move(stop));
     if (result.exitCode == 0)
         return result;
-    std::string words = result.stderrText();
-    if (containsIgnoringCase(words, "Full Disk Access"))
+    std::string message = result.stderrText();
+    if (containsIgnoringCase(message, "Full Disk Access"))
         throw TMUtilError::requiresFullDiskAccess(arguments);
-    throw TMUtilError::commandFailed(result.exitCode, std::move(words), arguments);
+    throw TMUtilError::commandFailed(result.exitCode, std::move(message), arguments);
 }
 
 } // namespace tallyglass

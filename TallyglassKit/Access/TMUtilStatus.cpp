@@ -1,4 +1,4 @@
-// The verbs of TMUtilRunner that watch and steer the backup engine.
+// The verbs of TMUtilRunner that query and control the backup engine.
 
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"

@@ -31,7 +31,7 @@ std::optional<std::int64_t> exactInteger(const Value& value) {
     return value ? value->exactInteger() : std::nullopt;
 }
 
-// The elements of an array, each by `convert`; empty if there is no array or one element doesn't convert.
+// The converted elements of an array; empty if there is no array or an element can't be converted.
 template <typename Convert>
 auto list(std::optional<Values> values, Convert convert) {
     std::vector<typename std::invoke_result_t<Convert, const PropertyListValue&>::value_type> converted;
@@ -50,7 +50,7 @@ std::optional<Values> array(const Value& value) {
     return value ? value->array() : std::nullopt;
 }
 
-// The order and the finite ones are AscendingDates' care: one date without sense leaves the others.
+// AscendingDates sorts them and omits those that aren't finite.
 AscendingDates dates(const Value& value) {
     return list(array(value), [](const PropertyListValue& element) { return element.date(); });
 }

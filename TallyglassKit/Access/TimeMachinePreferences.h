@@ -1,5 +1,5 @@
-// Reads Time Machine's settings and the history of each destination from the system's preferences, which know
-// them without any permission.
+// Reads Time Machine's settings and the history of each destination from the system's preferences, which need
+// no permission.
 //
 // A value; any thread.
 
@@ -20,9 +20,8 @@ struct TimeMachinePreferences {
     /// The preference domain to read.
     std::string suiteName{timeMachineSuite};
 
-    /// Reads the domain as it is now. Absent if it holds nothing for Time Machine: neither a destination nor
-    /// "AutoBackup". A value of a wrong type makes its one field absent; a destination without an identifier
-    /// is left out.
+    /// Reads the domain. Absent if it has neither a destination nor "AutoBackup". A value of the wrong type
+    /// makes its field absent; a destination without an identifier is omitted.
     [[nodiscard]] std::optional<TMSettings> read(const SystemPaths& paths = SystemPaths::standard()) const;
 
     friend bool operator==(const TimeMachinePreferences&, const TimeMachinePreferences&) = default;

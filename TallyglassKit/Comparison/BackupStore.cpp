@@ -16,7 +16,7 @@ namespace {
 
 using Changes = std::vector<ChangeRecord>;
 
-/// Without the blanks and tabs at both ends.
+/// Without spaces and tabs at both ends.
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view whiteSpace = " \t";
     const auto first = text.find_first_not_of(whiteSpace);
@@ -25,7 +25,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
 }
 
-/// Every word of `text` as the beginning of a word: the full-text query, or nothing without words.
+/// The full-text query for a prefix match of every word of `text`; empty without words.
 std::string prefixQuery(Connection& connection, std::string_view text) {
     std::string query;
     for (const std::string& token : asciiTokens(connection, text)) {
@@ -36,13 +36,13 @@ std::string prefixQuery(Connection& connection, std::string_view text) {
     return query;
 }
 
-/// Whether FTS5 rejected the query itself, such as one of more words than it takes.
+/// Whether FTS5 rejected the query itself, such as one with too many words.
 bool isInvalidQuery(const DatabaseError& failure) {
     return std::string_view(failure.what()).starts_with("fts5: ");
 }
 
-/// How many rows a read without a search gives, so that their list has its room at once. By the counters of
-/// the comparison, which are only a hint: a file may hold anything.
+/// The expected number of rows of a read without a search, to reserve memory. Uses the counters of the
+/// comparison, which are only a hint: a file may contain anything.
 std::size_t expectedCount(Connection& connection, const std::string& comparisonID,
                           const std::set<ChangeKind>& kinds, std::int64_t limit, std::int64_t offset) {
     constexpr std::int64_t most = 4'000'000;
@@ -129,14 +129,14 @@ Changes BackupStore::changes(const std::string& comparisonID,
     while (query->step())
         result.push_back(reader.read());
     if (result.capacity() > result.size() + result.size() / 8)
-        result.shrink_to_fit(); // long lists stay around
+        result.shrink_to_fit(); // long lists are kept for long
     return result;
 }
 
 Changes BackupStore::largestChanges(const std::string& comparisonID, std::int64_t limit,
                                     std::stop_token stop) {
     const Operation operation(*this, std::move(stop));
-    // Not ABS, which fails for the least integer.
+    // Not ABS, which fails for the minimum integer.
     const Query query = m_connection->query(
         "SELECT * FROM fileChange WHERE comparisonID = ? ORDER BY MAX(COALESCE(sizeDelta, size, 0), "
         "-COALESCE(sizeDelta, size, 0)) DESC, path LIMIT ?");
@@ -175,7 +175,7 @@ std::vector<std::pair<Comparison, ChangeRecord>> BackupStore::history(const std:
     for (ChangeRecord& change : fetchAll<ChangeRecord>(*query))
         if (auto comparison = fetchOne<Comparison>(*m_connection, change.comparisonID))
             result.emplace_back(std::move(*comparison), std::move(change));
-    // An absent date is less than any other, as if in the distant past.
+    // An absent date is less than any other.
     std::ranges::stable_sort(result, std::greater(), [](const auto& pair) { return pair.first.toDate; });
     return result;
 }

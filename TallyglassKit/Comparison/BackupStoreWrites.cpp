@@ -10,7 +10,7 @@ namespace tallyglass {
 
 namespace {
 
-/// `comparison` as one that now runs and has no rows.
+/// `comparison` as running and without rows.
 Comparison asBegun(Comparison comparison) {
     comparison.isPartial = true;
     comparison.completedAt.reset();
@@ -20,7 +20,7 @@ Comparison asBegun(Comparison comparison) {
     return comparison;
 }
 
-/// Whether the row is as `run` left it.
+/// Whether the row is unchanged since the last write of `run`.
 bool belongsTo(const Comparison& row, const Comparison& run) {
     const auto counters = [](const Comparison& comparison) {
         return std::tie(comparison.addedCount, comparison.removedCount, comparison.modifiedCount,

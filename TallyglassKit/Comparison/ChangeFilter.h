@@ -1,4 +1,4 @@
-// Which of the loaded rows the user wants to see. Immutable; any thread.
+// The filter for loaded rows. Immutable; any thread.
 
 #pragma once
 
@@ -29,13 +29,13 @@ private:
     std::optional<CaseInsensitiveSearch> m_search;
 };
 
-/// Those that a ChangeFilter keeps, in their order.
+/// The changes that a ChangeFilter keeps, in their order.
 [[nodiscard]] std::vector<ChangeRecord> filtered(std::span<const ChangeRecord> changes, bool contentOnly,
                                                  std::string_view search,
                                                  const std::optional<std::set<ChangeKind>>& kinds,
                                                  const UserLocale& locale = UserLocale::current());
 
-/// How many rows aren't content changes.
+/// The number of rows that aren't content changes.
 [[nodiscard]] std::int64_t metadataOnlyCount(std::span<const ChangeRecord> changes);
 
 } // namespace tallyglass

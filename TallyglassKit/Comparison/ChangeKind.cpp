@@ -4,26 +4,26 @@ namespace tallyglass {
 
 namespace {
 
-struct Words {
+struct Names {
     std::string_view rawValue;
     std::string_view label;
     std::string_view symbolName;
 };
 
-constexpr std::array<Words, allChangeKinds.size()> words{{
+constexpr std::array<Names, allChangeKinds.size()> names{{
     {"added", "Added", "plus.circle.fill"},
     {"removed", "Removed", "minus.circle.fill"},
     {"modified", "Modified", "pencil.circle.fill"},
 }};
 
-constexpr const Words& wordsFor(ChangeKind kind) {
-    return words[static_cast<std::size_t>(kind)];
+constexpr const Names& namesOf(ChangeKind kind) {
+    return names[static_cast<std::size_t>(kind)];
 }
 
 } // namespace
 
 std::string_view rawValue(ChangeKind kind) {
-    return wordsFor(kind).rawValue;
+    return namesOf(kind).rawValue;
 }
 
 template <>
@@ -35,11 +35,11 @@ std::optional<ChangeKind> fromRawValue<ChangeKind>(std::string_view raw) {
 }
 
 std::string_view label(ChangeKind kind) {
-    return wordsFor(kind).label;
+    return namesOf(kind).label;
 }
 
 std::string_view symbolName(ChangeKind kind) {
-    return wordsFor(kind).symbolName;
+    return namesOf(kind).symbolName;
 }
 
 } // namespace tallyglass

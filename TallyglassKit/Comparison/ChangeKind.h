@@ -1,4 +1,4 @@
-// What happened to a path between two snapshots. The raw values are what the diff cache holds.
+// What happened to a path between two snapshots. The raw values are stored in the diff cache.
 
 #pragma once
 
@@ -18,10 +18,10 @@ inline constexpr std::array allChangeKinds{ChangeKind::added, ChangeKind::remove
 template <>
 [[nodiscard]] std::optional<ChangeKind> fromRawValue<ChangeKind>(std::string_view raw);
 
-/// The word for the user, such as "Added".
+/// The label for the user, such as "Added".
 [[nodiscard]] std::string_view label(ChangeKind kind);
 
-/// The name of the symbol that stands for the kind, such as "plus.circle.fill".
+/// The name of the kind's symbol, such as "plus.circle.fill".
 [[nodiscard]] std::string_view symbolName(ChangeKind kind);
 
 } // namespace tallyglass

@@ -11,13 +11,13 @@ namespace {
 
 constexpr auto npos = std::string_view::npos;
 
-/// The length of `path` without its trailing slashes; 0 when it has nothing else.
+/// The length of `path` without its trailing slashes.
 std::size_t lengthWithoutTrailingSlashes(std::string_view path) {
     const auto last = path.find_last_not_of('/');
     return last == npos ? 0 : last + 1;
 }
 
-/// Calls `visit` with each piece between commas that isn't empty, until it returns true; whether it did.
+/// Calls `visit` with each non-empty piece between commas until it returns true. Returns whether it did.
 template <typename Visit>
 bool anyDifference(std::string_view differences, Visit visit) {
     while (!differences.empty()) {

@@ -29,18 +29,17 @@ struct ChangeRecord {
                  bool isDirectory, std::optional<std::int64_t> size, std::optional<std::int64_t> sizeDelta,
                  const std::optional<std::vector<std::string>>& differences);
 
-    /// `path` without its last component, of which it is a prefix: a view into `path`. "/a/b" gives "/a",
-    /// "/a" and "/" give "/", and a name without a slash gives the empty text. Trailing slashes are
-    /// disregarded.
+    /// `path` without its last component, as a view into `path`. "/a/b" gives "/a", "/a" and "/" give "/",
+    /// and a name without a slash gives the empty text. Trailing slashes are ignored.
     [[nodiscard]] std::string_view parentPath() const;
 
-    /// The last component of `path`: a view into it. "/" for the root.
+    /// The last component of `path`, as a view into it. "/" for the root.
     [[nodiscard]] std::string_view fileName() const;
 
     /// `differences` split at its commas, without empty pieces.
     [[nodiscard]] std::vector<std::string> differenceList() const;
 
-    /// False when only metadata changed: for a modified path whose differences don't name its size, data or
+    /// False if only metadata changed: for a modified path whose differences don't include its size, data or
     /// contents.
     [[nodiscard]] bool isContentChange() const;
 
@@ -50,7 +49,7 @@ struct ChangeRecord {
 /// The rule of ChangeRecord::parentPath for any path: a view into `path`.
 [[nodiscard]] std::string_view parentPath(std::string_view path);
 
-/// How `ChangeRecord::differences` holds a list.
+/// The list in the format of `ChangeRecord::differences`.
 [[nodiscard]] std::string joinedDifferences(const std::vector<std::string>& differences);
 
 } // namespace tallyglass

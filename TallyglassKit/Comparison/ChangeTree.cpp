@@ -38,10 +38,10 @@ void ChangeTree::reset() {
     *this = ChangeTree();
 }
 
-/// Adds what is new, and puts in order the folders that got something.
+/// Adds new rows and sorts the folders that have gained some.
 void ChangeTree::add(std::vector<ChangeRecord>&& rows) {
     m_merged.reserve(m_merged.size() + rows.size());
-    std::unordered_map<Nodes*, std::size_t> grown; // with the number of those that were in order before
+    std::unordered_map<Nodes*, std::size_t> grown; // with the number of rows that are sorted already
     for (ChangeRecord& row : rows) {
         std::unique_ptr<const std::string> canonical;
         if (!isCanonical(row.path))

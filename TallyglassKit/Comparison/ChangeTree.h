@@ -1,14 +1,13 @@
-// The folder tree that grows out of shallow comparisons: the rows fetched so far, the folders that the user
-// has opened, and which folders to fetch ahead. Paths are logical paths and are one when they are canonically
+// A folder tree built from shallow comparisons: the rows fetched so far, the folders that the user has
+// expanded, and the queue of folders to prefetch. Paths are logical paths, equal if they are canonically
 // equivalent.
 //
-// The rules alone, without threads or children. Not thread-safe; pointers to rows are valid until reset().
+// Pure logic, without threads or children. Not thread-safe; pointers to rows are valid until reset().
 //
-// Invariants:
-// 1. There is one row a path, and once it is there it is never replaced.
-// 2. The rows below a folder are in the order of their paths.
-// 3. A folder is content-bearing exactly when a row below it, at any level, is a content change.
-// 4. At most `maxPrefetchConcurrency` folders that nextPrefetch() gave are without their prefetchEnded().
+// Invariants: 1. There is one row per path, which is never replaced. 2. The rows in a folder are in the order
+// of their paths. 3. A folder is content-bearing exactly if a row below it, at any level, is a content
+// change. 4. At most `maxPrefetchConcurrency` folders from nextPrefetch() haven't had their prefetchEnded()
+// yet.
 
 #pragma once
 
@@ -35,7 +34,7 @@ struct DisplayRow {
     int indent = 0; ///< nesting level, 0 at the top
     bool isExpandable = false;
     bool isExpanded = false;
-    bool isLoading = false; ///< opened, nothing below it yet, and a fetch runs
+    bool isLoading = false; ///< expanded and without rows, while a fetch runs
 
     friend bool operator==(const DisplayRow&, const DisplayRow&) = default;
 };
@@ -44,32 +43,32 @@ class ChangeTree {
 public:
     static constexpr int maxPrefetchConcurrency = 3;
 
-    /// Takes the rows of the first comparison, whose top is whatever has no parent among them, and queues the
-    /// folders at the top.
+    /// Adds the rows of the first comparison. Those without a parent among them are the top level, whose
+    /// folders are queued for prefetching.
     void seed(std::vector<ChangeRecord> rows);
-    /// Adds the rows of a folder's comparison. They never stand at the top.
+    /// Adds the rows of a folder's comparison, never to the top level.
     void merge(std::vector<ChangeRecord> rows);
     /// Empties the tree.
     void reset();
 
-    /// What the list shows. Rows of a search are a flat list.
+    /// The rows of the list; with a search, a flat list.
     [[nodiscard]] std::vector<DisplayRow> visibleRows(bool contentOnly, std::string_view search) const;
 
-    /// Opens or closes a folder. True if its own comparison is to be fetched now.
+    /// Expands or collapses a folder. Returns whether its comparison should be fetched now.
     bool toggleExpand(const ChangeRecord& change);
 
-    // A fetch of one folder: begin, and then one of the ends.
+    // The fetch of one folder: beginFetch(), then one of the others.
 
-    /// False if it is being fetched already.
+    /// False if it is already being fetched.
     bool beginFetch(const std::string& path);
     void fetchSucceeded(const std::string& path, std::vector<ChangeRecord> rows);
     void fetchFailed(const std::string& path, std::string message);
     void fetchCancelled(const std::string& path);
 
-    // The queue of folders to fetch ahead of the user.
+    // The queue of folders to prefetch.
 
     void schedulePrefetch(std::span<const std::string> folders);
-    /// The next folder to fetch, if there is one and fewer run than may.
+    /// The next folder to prefetch, if there is one and the concurrency limit allows it.
     [[nodiscard]] std::optional<std::string> nextPrefetch();
     void prefetchEnded() { --m_prefetchInFlight; }
 
@@ -80,14 +79,14 @@ public:
     [[nodiscard]] bool isFetching(std::string_view path) const { return contains(m_fetching, path); }
     [[nodiscard]] bool isContentBearing(std::string_view path) const { return contains(m_bearing, path); }
     [[nodiscard]] bool isQueued(std::string_view path) const;
-    /// The last failure of the folder's fetch; null if there is none.
+    /// The error of the folder's last fetch; null if there is none.
     [[nodiscard]] const std::string* folderError(std::string_view path) const;
     [[nodiscard]] int prefetchInFlight() const { return m_prefetchInFlight; }
 
 private:
     struct Node {
         ChangeRecord change;
-        std::unique_ptr<const std::string> canonical; ///< the path's form, null when that is the path itself
+        std::unique_ptr<const std::string> canonical; ///< the canonical path, null if that is the path itself
         std::size_t index;                            ///< in m_nodes
 
         [[nodiscard]] std::string_view key() const { return canonical ? *canonical : change.path; }
@@ -120,7 +119,7 @@ private:
     [[nodiscard]] bool isHidden(const Node& node, bool contentOnly) const;
     [[nodiscard]] std::vector<DisplayRow> searchHits(bool contentOnly, std::string_view search) const;
 
-    std::deque<Node> m_nodes; ///< addresses stay
+    std::deque<Node> m_nodes; ///< a deque, for stable addresses
     std::unordered_set<const Node*, NodeHash, NodeEqual> m_merged;
     std::unordered_map<std::string, Nodes, Hash, std::equal_to<>> m_children;
     Nodes m_roots;

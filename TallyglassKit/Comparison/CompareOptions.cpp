@@ -13,7 +13,7 @@ using Property = CompareOptions::Property;
 
 constexpr std::string_view flags = "@cdefgmstu"; // in the order of the cases
 
-/// The flags of all properties, ascending: the order of the cases is that of their flags.
+/// The flags of all properties, ascending, in the order of the cases.
 std::string joinedFlags(const std::set<Property>& properties) {
     std::string result;
     for (const Property property : properties)
@@ -21,7 +21,7 @@ std::string joinedFlags(const std::set<Property>& properties) {
     return result;
 }
 
-/// A component as it stands in a cache key: itself, unless it is empty or holds the key's own comma.
+/// A component in a cache key: unchanged, unless it is empty or contains the separator.
 std::string keyPart(const std::string& component) {
     if (component.empty())
         return "\\e";

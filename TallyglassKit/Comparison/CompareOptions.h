@@ -1,5 +1,5 @@
-// How one `tmutil compare` run looks at two snapshots: the file properties it compares, how far down it walks
-// and the path components it ignores. A value.
+// The options of a `tmutil compare` run: the file properties to compare, the depth and the path components to
+// ignore. A value.
 
 #pragma once
 
@@ -49,15 +49,15 @@ struct CompareOptions {
     [[nodiscard]] static CompareOptions tmutilDefault(std::optional<std::int64_t> depth = std::nullopt);
     [[nodiscard]] static CompareOptions thorough(std::optional<std::int64_t> depth = std::nullopt);
 
-    /// What the controls of a screen stand for. `depth` is disregarded when `unlimitedDepth` is true.
+    /// From the controls of a screen. `depth` is ignored if `unlimitedDepth` is true.
     [[nodiscard]] static CompareOptions fromFlags(std::int64_t depth, bool unlimitedDepth,
                                                   bool compareExtendedAttributes);
 
     /// The arguments between the verb "compare" and its operands.
     [[nodiscard]] std::vector<std::string> arguments() const;
 
-    /// The key under which results are found again: the same for two values exactly when `tmutil` sees the
-    /// same properties, depth and set of ignored components. Such as "pst|d4|i".
+    /// The key of cached results, such as "pst|d4|i": equal for two values exactly if `tmutil` gets the same
+    /// properties, depth and set of ignored components.
     [[nodiscard]] std::string cacheKey() const;
 
     friend bool operator==(const CompareOptions&, const CompareOptions&) = default;

@@ -66,7 +66,7 @@ std::int64_t Comparison::netBytes() const {
 
 std::string Comparison::netBytesFormatted() const {
     const auto net = netBytes();
-    const std::string sign = net > 0 ? "+" : net < 0 ? "\u2212" : ""; // a true minus, as wide as the plus
+    const std::string sign = net > 0 ? "+" : net < 0 ? "\u2212" : ""; // the minus sign, as wide as the plus
     return sign + formatByteCount(net < 0 ? negated(net) : net);
 }
 

@@ -15,17 +15,17 @@ struct ChangeRecord;
 
 struct Comparison {
     std::string id;       ///< see makeID
-    std::string fromPath; ///< the older operand as given to tmutil
-    std::string toPath;   ///< the newer operand as given to tmutil
+    std::string fromPath; ///< the older operand as passed to tmutil
+    std::string toPath;   ///< the newer operand as passed to tmutil
     std::optional<Date> fromDate;
     std::optional<Date> toDate;
     std::int64_t depth = 0; ///< depth asked for; 0 when unlimited
     Date startedAt;
-    std::optional<Date> completedAt; ///< when the run ended, well or badly; absent while it runs
+    std::optional<Date> completedAt; ///< when the run ended, in success or failure; absent while it runs
     bool isPartial = true;           ///< until a run ends without error
     std::optional<std::string> errorMessage;
 
-    // Kept up by the store as batches arrive; never recounted from the rows.
+    // Updated by the store with each batch; never recounted from the rows.
     std::int64_t addedCount = 0;
     std::int64_t removedCount = 0;
     std::int64_t modifiedCount = 0;
@@ -37,18 +37,18 @@ struct Comparison {
     Comparison(std::string fromPath, std::string toPath, std::optional<Date> fromDate,
                std::optional<Date> toDate, std::int64_t depth, const std::string& optionsKey, Date startedAt);
 
-    /// Operands and options together make two comparisons the same one. Nothing parses an identifier.
+    /// Operands and options together identify a comparison. Identifiers are never parsed.
     [[nodiscard]] static std::string makeID(const std::string& fromPath, const std::string& toPath,
                                             const std::string& optionsKey);
 
-    /// Adds one row to the counters. Byte counts stay at the ends of their range rather than overflow.
+    /// Adds one row to the counters. Byte counts saturate.
     void count(const ChangeRecord& change);
 
     [[nodiscard]] std::int64_t totalChanges() const { return addedCount + removedCount + modifiedCount; }
 
     [[nodiscard]] std::int64_t netBytes() const;
 
-    /// A sign and the magnitude in the user's words, such as "+1.2 MB"; no sign for zero.
+    /// A sign and the formatted magnitude, such as "+1.2 MB"; no sign for zero.
     [[nodiscard]] std::string netBytesFormatted() const;
 
     friend bool operator==(const Comparison&, const Comparison&) = default;

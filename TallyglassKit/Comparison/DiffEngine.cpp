@@ -72,12 +72,12 @@ Comparison DiffEngine::runComparison(const Operands& operands, const CompareOpti
                            options.depth.value_or(0), options.cacheKey(), m_clock());
     const auto begun =
         useCache ? m_store.beginUnlessCompleted(built, stop) : m_store.beginComparison(built, stop);
-    if (!begun.isPartial) { // another run has ended since
+    if (!begun.isPartial) { // another run has finished meanwhile
         send(begun);
         return begun;
     }
 
-    // From here on the row says how the run ended, in whichever way it does.
+    // From here on, however the run ends, the row records it.
     ComparisonRun run(m_store, begun, useCache);
     try {
         const auto finished = fill(run, begun.id, operands, options, send, stop);

@@ -1,6 +1,6 @@
-// Runs one comparison from start to end: looks in the cache, runs `tmutil compare`, decodes its output,
-// stores it in batches, and keeps the comparison's row true to what happened, however the run ends. Runs of
-// one comparison may meet, in one process or several: see ComparisonRun.
+// Runs a comparison: looks it up in the cache, runs `tmutil compare`, decodes its output, stores it in
+// batches, and records in the comparison's row how the run ended. Several runs of one comparison may be
+// active, in one process or several: see ComparisonRun.
 //
 // Thread-safe and immutable; several comparisons may run at once on one engine. Operations block until done
 // and can be stopped. The runner is copied; the store is borrowed and must outlive the engine.
@@ -29,7 +29,7 @@ struct CompareOptions;
 
 class DiffEngine {
 public:
-    /// `tmutil compare` runs and has written that many bytes of output so far.
+    /// `tmutil compare` is running and has written this many bytes of output so far.
     struct Running {
         std::int64_t bytesReceived = 0;
         friend bool operator==(const Running&, const Running&) = default;
@@ -38,7 +38,7 @@ public:
     struct Decoding {
         friend bool operator==(const Decoding&, const Decoding&) = default;
     };
-    /// Changes in the store so far, and in all.
+    /// Changes stored so far, and their total.
     struct Storing {
         std::int64_t done = 0;
         std::int64_t total = 0;
@@ -51,7 +51,7 @@ public:
 
     struct Backup {
         std::string path;
-        std::optional<Date> date; ///< absent unless the path's last component spells one
+        std::optional<Date> date; ///< parsed from the path's last component
         friend bool operator==(const Backup&, const Backup&) = default;
     };
 
@@ -59,25 +59,24 @@ public:
     DiffEngine(TMUtilRunner runner, BackupStore& store, std::size_t batchSize = 500,
                Clock clock = systemTime);
 
-    /// Compares two backups, given by their roots. With `useCache` a finished comparison is returned as it
-    /// is, and `tmutil` isn't run. The last progress of a success is the comparison itself; a failure sends
-    /// none. Throws TMUtilError, DatabaseError, or Cancelled; the row then holds what was stored and why it
-    /// ended.
+    /// Compares two backups, given by their roots. With `useCache`, a finished comparison is returned without
+    /// running `tmutil`. After a success the last progress is the comparison itself. Throws TMUtilError,
+    /// DatabaseError, or Cancelled; the row then records what was stored and why it ended.
     Comparison compare(const std::string& from, const std::string& to, const CompareOptions& options,
                        bool useCache, const OnProgress& progress = {},
                        const std::stop_token& stop = {}) const;
 
-    /// The same for one folder of `volume` in both backups. `folderLogicalPath` begins with "/" or is empty,
-    /// which means the whole volume. The changes' paths are logical paths, as those of compare() are.
+    /// The same for one folder of `volume` in both backups. `folderLogicalPath` begins with "/", or is empty
+    /// for the whole volume. The changes have logical paths, like those of compare().
     Comparison compareFolder(const std::string& fromRoot, const std::string& toRoot,
                              const std::string& volume, const std::string& folderLogicalPath,
                              const CompareOptions& options, bool useCache, const OnProgress& progress = {},
                              const std::stop_token& stop = {}) const;
 
-    /// The backups of the destination, oldest first; none when they can't be listed.
+    /// The backups of the destination, oldest first; empty if they can't be listed.
     [[nodiscard]] std::vector<Backup> availableBackups(const std::stop_token& stop = {}) const;
 
-    /// The same; throws what the listing throws.
+    /// The same, but throws what the listing throws.
     [[nodiscard]] std::vector<Backup> availableBackupsThrowing(const std::stop_token& stop = {}) const;
 
 private:

@@ -1,4 +1,4 @@
-// What changed directly in one folder, summed up. A value.
+// The sum of the changes directly in one folder. A value.
 
 #pragma once
 
@@ -8,9 +8,9 @@
 namespace tallyglass {
 
 struct DirectoryRollup {
-    std::string path;             ///< the parent path that the rows have in common
+    std::string path;             ///< the parent path of the rows
     std::int64_t changeCount = 0; ///< rows
-    std::int64_t bytesDelta = 0;  ///< the sum of their size deltas, or else sizes
+    std::int64_t bytesDelta = 0;  ///< the sum of the rows' size deltas, or else sizes
 
     friend bool operator==(const DirectoryRollup&, const DirectoryRollup&) = default;
 };

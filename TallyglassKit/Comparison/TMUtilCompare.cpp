@@ -17,7 +17,7 @@ TMUtilCompare::Result decodeAnyForm(std::string_view data, std::span<const std::
     try {
         return readCompareXML(data, {roots, comparisonID});
     } catch (const PropertyListError&) {
-        // Another form, or XML with an error that PropertyList names as it would for any other reader.
+        // Another form, or malformed XML, for which PropertyList reports the error.
         return readCompareTree(PropertyList::parse(data).root(), data.size(), {roots, comparisonID});
     }
 }

@@ -1,5 +1,4 @@
-// What `tmutil compare -X` says, as the records of a comparison, and the runs of that verb. All operations
-// are static and may be called from any thread.
+// Runs `tmutil compare -X` and decodes its output to records. Static operations only; any thread.
 
 #pragma once
 
@@ -30,19 +29,19 @@ struct TMUtilCompare {
         friend bool operator==(const Result&, const Result&) = default;
     };
 
-    /// Decodes standard output: a property list in any form. XML, which tmutil prints, is read in one pass
-    /// without a tree, so that time and memory are little more than those of the records.
+    /// Decodes standard output, a property list in any form. XML, which tmutil prints, is read in one pass
+    /// without a tree, to save time and memory.
     ///
-    /// The longest of `roots` that begins a path is stripped from it together with the volume under it; a
-    /// path of which nothing would be left stays whole. Every record gets `comparisonID`.
+    /// The longest of `roots` that is a prefix of a path is stripped from it with the volume after it, unless
+    /// nothing would be left. Every record gets `comparisonID`.
     ///
-    /// A value of a wrong type counts as absent, and so does a size or difference that 64 bits don't hold.
-    /// Throws TMUtilError (malformedOutput) if the data is no property list, its root is no dictionary, or an
-    /// item has no path.
+    /// A value of the wrong type is absent, as is a size or difference that doesn't fit in 64 bits. Throws
+    /// TMUtilError (malformedOutput) if the data can't be parsed, its root isn't a dictionary, or an item has
+    /// no path.
     [[nodiscard]] static Result decode(std::string_view data, std::span<const std::string> roots,
                                        const SharedText& comparisonID);
 
-    // Each runs tmutil and decodes what it printed. They throw as TMUtilRunner::run and decode do. `onBytes`
+    // Each runs tmutil and decodes its output. They throw what TMUtilRunner::run and decode throw. `onBytes`
     // may be empty.
 
     /// Compares two snapshots, whose roots are stripped from the paths.
@@ -50,8 +49,8 @@ struct TMUtilCompare {
                           const CompareOptions& options, const SharedText& comparisonID,
                           const TMUtilRunner::OnBytes& onBytes, std::stop_token stop = {});
 
-    /// Compares two folders inside snapshots: `stripRoots` says what to strip instead of the folders, so that
-    /// the paths stay relative to the volume.
+    /// Compares two folders inside snapshots. `stripRoots` are stripped instead of the folders, so that the
+    /// paths are relative to the volume.
     static Result compare(const TMUtilRunner& runner, const std::string& fromOperand,
                           const std::string& toOperand, std::span<const std::string> stripRoots,
                           const CompareOptions& options, const SharedText& comparisonID,
@@ -62,7 +61,7 @@ struct TMUtilCompare {
                           std::optional<std::int64_t> depth, const SharedText& comparisonID,
                           std::stop_token stop = {});
 
-    /// Compares a snapshot with the computer as it is now, in the properties that tmutil takes by itself.
+    /// Compares a snapshot with the computer's current state, in tmutil's default properties.
     static Result compareWithSource(const TMUtilRunner& runner, const std::string& backupPath,
                                     std::optional<std::int64_t> depth, const SharedText& comparisonID,
                                     std::stop_token stop = {});

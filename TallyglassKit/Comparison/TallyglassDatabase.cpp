@@ -12,7 +12,7 @@ namespace tallyglass {
 
 namespace {
 
-// What an applied migration did never changes: files of earlier builds hold its work.
+// Never change a migration: files of earlier builds have it applied.
 const std::vector<Migration>& migrations() {
     static const std::vector<Migration> all{
         {"v1", R"sql(
@@ -70,12 +70,12 @@ std::unique_ptr<Connection> TallyglassDatabase::makeQueue(const std::filesystem:
                                                           std::chrono::milliseconds lockTimeout) {
     const auto file = std::filesystem::absolute(url);
     makePrivateFolder(file.parent_path());
-    if (file == defaultURL()) // elsewhere, a folder that stands may be meant for everybody
+    if (file == defaultURL()) // elsewhere, an existing folder may be meant for everybody
         takeRightsFromOthers(file.parent_path());
-    makePrivateFile(file); // SQLite would give it the umask's rights, and gives its journal the file's
+    makePrivateFile(file); // SQLite would apply the umask, and gives its journal the file's mode
 
     auto connection = std::make_unique<Connection>(file, lockTimeout);
-    connection->execute("PRAGMA synchronous = NORMAL"); // reads the file, so what is no database ends here
+    connection->execute("PRAGMA synchronous = NORMAL"); // fails if the file isn't a database
     connection->execute("PRAGMA foreign_keys = ON");
     takeRightsFromOthers(file);
     migrate(*connection, migrations());

@@ -16,10 +16,10 @@ constexpr double almostFullFraction = 0.95;
 constexpr double fillingUpFraction = 0.85;
 constexpr double overdueSeconds = 172800;
 
-constexpr std::size_t medianWindow = 5;     // intervals before, or after, the one that is judged
-constexpr std::size_t smallestBaseline = 3; // fewer intervals than that make no rhythm
+constexpr std::size_t medianWindow = 5;     // intervals before, or after, the examined one
+constexpr std::size_t smallestBaseline = 3; // the fewest intervals for a median
 
-/// Takes its list by value, to put it in order.
+/// Takes its list by value, to sort it.
 std::optional<double> median(std::vector<double> values) {
     if (values.empty())
         return std::nullopt;
@@ -30,7 +30,7 @@ std::optional<double> median(std::vector<double> values) {
     return (*std::max_element(values.begin(), middle) + *middle) * 0.5;
 }
 
-/// Both lists ascend, so the first snapshot that isn't earlier than the attempt only ever moves forward.
+/// Both lists are ascending, so the first snapshot that isn't earlier than the attempt only moves forward.
 std::vector<Date> suspectedAttempts(const std::vector<Date>& attempts, const std::vector<Date>& snapshots,
                                     Date now, double successWindow) {
     std::vector<Date> suspected;

@@ -1,5 +1,5 @@
-// The verdict on one destination's backups, drawn from when they were made, when they were tried, how full
-// the destination is and how the last one ended. Values; any thread. Nothing is kept between two analyses.
+// The assessment of one destination's backups, from the dates of snapshots and attempts, the used space and
+// the last result. Values; any thread. Analyses are stateless.
 
 #pragma once
 
@@ -17,13 +17,13 @@ namespace tallyglass {
 struct TMDestination;
 
 struct BackupHealth {
-    /// In the order of gravity.
+    /// In ascending order of severity.
     enum class Level { healthy = 0, warning = 1, critical = 2 };
 
-    /// A stretch without a backup that the rhythm around it didn't promise.
+    /// An interval between snapshots that is unusually long for its neighbourhood.
     struct Gap {
-        Date start; ///< the older snapshot that bounds it
-        Date end;   ///< the newer one
+        Date start;                                                             ///< the older snapshot
+        Date end;                                                               ///< the newer snapshot
         [[nodiscard]] double duration() const { return (end - start).count(); } ///< seconds
         friend bool operator==(const Gap&, const Gap&) = default;
     };
@@ -31,19 +31,18 @@ struct BackupHealth {
     static constexpr double defaultSuccessWindow = 3600; ///< seconds
     static constexpr double defaultGapTolerance = 2.5;   ///< times the local median
 
-    /// Attempts that no backup followed in time, oldest first.
+    /// Attempts without a snapshot in time, oldest first.
     std::vector<Date> suspectedFailedAttempts = {};
     std::vector<Gap> gaps = {}; ///< oldest first
-    /// Seconds; negative when the newest snapshot lies in the future.
+    /// Seconds; negative if the newest snapshot is in the future.
     std::optional<double> timeSinceLastBackup = {};
-    std::optional<double> medianInterval = {};         ///< seconds between neighbouring snapshots
+    std::optional<double> medianInterval = {};         ///< seconds between consecutive snapshots
     std::optional<double> usedFraction = {};           ///< of the destination, 0 to 1
     std::optional<std::int64_t> lastBackupResult = {}; ///< the destination's, unchanged
 
-    /// Judges `destination` as of `now`. An attempt counts as failed when no snapshot follows it within
-    /// `successWindow` seconds; an interval is a gap when it is longer than `gapTolerance` times the median
-    /// of the intervals around it. Takes time linear in attempts and snapshots, but for the sort of the
-    /// median.
+    /// Assesses `destination` as of `now`. An attempt counts as failed if no snapshot follows within
+    /// `successWindow` seconds; an interval is a gap if it is longer than `gapTolerance` times the median of
+    /// the intervals around it. Takes linear time, except for sorting to find the median.
     [[nodiscard]] static BackupHealth analyze(const TMDestination& destination, Date now,
                                               double successWindow = defaultSuccessWindow,
                                               double gapTolerance = defaultGapTolerance);
@@ -53,7 +52,7 @@ struct BackupHealth {
     [[nodiscard]] bool lastBackupWasDeferred() const;
     [[nodiscard]] Level level() const;
 
-    /// The sentence that the user reads first.
+    /// The headline for the user.
     [[nodiscard]] std::string summary() const;
 
     friend bool operator==(const BackupHealth&, const BackupHealth&) = default;

@@ -1,5 +1,5 @@
-// What the integer means that Time Machine records as the outcome of a destination's latest backup. The one
-// place that knows; any integer can be wrapped. A value; any thread.
+// The meaning of the integer that Time Machine records as the result of a destination's latest backup. Any
+// integer is valid. A value; any thread.
 
 #pragma once
 
@@ -14,10 +14,10 @@ struct BackupResultCode {
 
     [[nodiscard]] bool isSuccess() const { return code == 0; }
 
-    /// The backup was put off because of the state of the computer: on battery, low, hot, busy encrypting.
+    /// The backup was deferred because of the state of the computer: on battery, low, hot, busy encrypting.
     [[nodiscard]] bool isDeferral() const;
 
-    /// One sentence for the user; absent for 0 and for codes that nobody has explained.
+    /// One sentence for the user; absent for 0 and for unknown codes.
     [[nodiscard]] std::optional<std::string_view> reason() const;
 
     friend bool operator==(const BackupResultCode&, const BackupResultCode&) = default;

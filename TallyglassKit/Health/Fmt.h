@@ -1,5 +1,4 @@
-// Sizes, durations and dates in the same words on every screen, with one text for what is absent.
-// Any thread.
+// Sizes, durations and dates in one format for all screens, with one text for absent values. Any thread.
 
 #pragma once
 
@@ -18,12 +17,12 @@ struct Fmt {
     [[nodiscard]] static std::string size(std::optional<std::int64_t> bytes,
                                           const UserLocale& locale = UserLocale::current());
 
-    /// In minutes below an hour, in hours and minutes below a day, else in days and hours. Nothing reads as
-    /// less than a minute. "—" for what is absent or can't be told.
+    /// In minutes below an hour, in hours and minutes below a day, else in days and hours; at least a minute.
+    /// "—" if it is absent or can't be formatted.
     [[nodiscard]] static std::string duration(std::optional<double> seconds, DurationStyle style,
                                               const UserLocale& locale = UserLocale::current());
 
-    /// "2 hours ago" as seen from `relativeTo`, or "Never".
+    /// "2 hours ago" relative to `relativeTo`, or "Never".
     [[nodiscard]] static std::string relative(std::optional<Date> date, Date relativeTo,
                                               const UserLocale& locale = UserLocale::current());
 

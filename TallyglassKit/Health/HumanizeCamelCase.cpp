@@ -10,7 +10,7 @@ namespace tallyglass {
 
 namespace {
 
-/// Whether a character, which may be a letter and its marks, counts as upper case.
+/// Whether a character, which may be a letter with combining marks, is upper case.
 bool isUpperCase(std::string_view character) {
     const icu::UnicodeString text = icutext::fromUtf8(character);
     if (text.countChar32() == 1 && u_hasBinaryProperty(text.char32At(0), UCHAR_UPPERCASE))

@@ -1,4 +1,4 @@
-// Labels from the camel-case property names of `tmutil compare`. Without shared state; any thread.
+// Labels from the camel-case property names of `tmutil compare`. Pure; any thread.
 
 #pragma once
 
@@ -7,9 +7,8 @@
 
 namespace tallyglass {
 
-/// The text with a blank before every upper-case character but a leading one: "fileSize" gives "file Size",
-/// "ACLChange" "A C L Change". Characters are what a reader takes for one, a letter with its marks; none is
-/// changed.
+/// The text with a space before every upper-case character except a leading one: "fileSize" gives "file
+/// Size", "ACLChange" "A C L Change". Characters are grapheme clusters; none is changed.
 [[nodiscard]] std::string humanizeCamelCase(std::string_view text);
 
 } // namespace tallyglass

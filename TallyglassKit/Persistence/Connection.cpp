@@ -15,10 +15,10 @@ namespace {
 constexpr int openFlags =
     SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
 
-/// How many steps of SQLite's machine may pass before the stop token is looked at: well under a millisecond.
+/// How many steps of SQLite's virtual machine run between checks of the stop token: well under a millisecond.
 constexpr int stepsBetweenStopTests = 5000;
 
-/// Whether the state of the file, rather than of the moment, is what `code` complains about.
+/// Whether `code` means that the file itself is at fault, not a passing condition.
 bool concernsFile(int code) {
     switch (code & 0xFF) {
     case SQLITE_NOTADB:
@@ -47,7 +47,7 @@ Connection::Connection(const std::filesystem::path& file, std::chrono::milliseco
         throw makeError(failure.getErrorCode(), failure.what(), m_file);
     }
     const char* name =
-        sqlite3_db_filename(handle(), "main"); // where a link leads, as its journal stands there
+        sqlite3_db_filename(handle(), "main"); // the target of a link, beside which its journal is
     m_lockWait.watch({name, sqlite3_filename_journal(name)});
     sqlite3_busy_handler(handle(), &Connection::waitForLock, this);
 }
@@ -67,10 +67,6 @@ Query Connection::query(std::string_view sql) {
                              std::forward_as_tuple(*this, sql))
                     .first;
     return Query(found->second);
-}
-
-std::int64_t Connection::lastInsertedRow() const {
-    return sqlite3_last_insert_rowid(handle());
 }
 
 void Connection::fail(int code) const {

@@ -24,8 +24,8 @@ namespace tallyglass {
 
 class Connection {
 public:
-    /// Opens the database file, making it when it is missing. Its statements wait for the locks of others as
-    /// LockWait says. Throws DatabaseError.
+    /// Opens the database file, making it when it is missing. Its statements wait for other connections'
+    /// locks as LockWait says. Throws DatabaseError.
     explicit Connection(const std::filesystem::path& file,
                         std::chrono::milliseconds lockTimeout = defaultLockTimeout);
     ~Connection();
@@ -35,11 +35,9 @@ public:
     /// Runs one or more statements that give no rows.
     void execute(const std::string& sql);
 
-    /// The statement of that text, prepared at its first use and kept. Requires: no other use of the same
-    /// text is under way.
+    /// The statement with this text, prepared at its first use and kept. Requires: no other use of the same
+    /// text is active.
     [[nodiscard]] Query query(std::string_view sql);
-
-    [[nodiscard]] std::int64_t lastInsertedRow() const;
 
     /// The failure that the last call reported with `code`: throws DatabaseError, or Cancelled when it failed
     /// because the token of a StopScope was stopped.
@@ -57,12 +55,12 @@ private:
     LockWait m_lockWait;
     std::stop_token m_stop;
     std::unique_ptr<SQLite::Database> m_database;
-    std::map<std::string, Statement, std::less<>> m_statements; // after the database, so closed before it
+    std::map<std::string, Statement, std::less<>> m_statements; // destroyed before the database
 };
 
-/// While it lives, statements of the connection, and their waits for a lock, end with Cancelled soon after
-/// `stop` was stopped. Throws Cancelled at once if it already is. With a `waitEnd` they wait for locks until
-/// then at most.
+/// For the lifetime of this object, statements of the connection and their waits for a lock end with
+/// Cancelled soon after a stop. Throws Cancelled at once if `stop` is stopped already. With a `waitEnd` they
+/// wait for locks until then at most.
 class StopScope {
 public:
     StopScope(Connection& connection, std::stop_token stop,
@@ -80,7 +78,7 @@ class Transaction {
 public:
     enum class Kind {
         read,  ///< all statements see the same state
-        write, ///< takes the write lock at once, so that no later statement can fail for want of it
+        write, ///< takes the write lock at once, so that no later statement can fail to get it
     };
     Transaction(Connection& connection, Kind kind);
     ~Transaction();

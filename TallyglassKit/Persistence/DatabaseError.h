@@ -11,8 +11,8 @@ namespace tallyglass {
 
 class DatabaseError : public Error {
 public:
-    /// `code` is SQLite's extended result code, `text` its own words, which are what is shown. When the file
-    /// itself is what is wrong, such as one that is no database, `file` is named behind them.
+    /// `code` is SQLite's extended result code, `text` its message, which is shown. `file` is named after it
+    /// when the file itself is at fault, such as one that is no database.
     DatabaseError(int code, const std::string& text, const std::filesystem::path& file = {})
         : Error(file.empty() ? text : text + ": " + file.string()), m_code(code) {}
 

@@ -1,4 +1,4 @@
-// How the types of a record's fields stand in columns: booleans as 0 or 1, moments as text in UTC (see
+// How the types of a record's fields are stored in columns: booleans as 0 or 1, dates as text in UTC (see
 // Timestamp.h), enumerations as their raw values, absent optionals as NULL, integers and texts as they are.
 //
 // One pair of functions per type, found by Record.h.
@@ -45,14 +45,14 @@ inline void readValue(const Value& stored, SharedText& value) {
 inline void bindValue(Statement& statement, int parameter, Date value) {
     statement.bindCopyOfText(parameter, TimestampText(value));
 }
-/// A number counts as seconds since 1970; what can't be read is absent.
+/// A number is taken as seconds since 1970; an unreadable value is absent.
 inline void readValue(const Value& stored, std::optional<Date>& value) {
     if (stored.isText())
         value = parseTimestamp(stored.text());
     else
         value = stored.isNull() ? std::nullopt : std::optional(dateSince1970(stored.real()));
 }
-/// What can't be read is 1970.
+/// An unreadable value is 1970.
 inline void readValue(const Value& stored, Date& value) {
     std::optional<Date> date;
     readValue(stored, date);
@@ -64,7 +64,7 @@ template <typename E>
 void bindValue(Statement& statement, int parameter, E value) {
     statement.bindText(parameter, rawValue(value));
 }
-/// Throws DatabaseError for a text that stands for no case.
+/// Throws DatabaseError for a text that isn't a raw value.
 template <typename E>
     requires std::is_enum_v<E>
 void readValue(const Value& stored, E& value) {

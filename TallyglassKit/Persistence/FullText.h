@@ -1,4 +1,4 @@
-// The full-text facilities of SQLite that aren't reached through SQL.
+// Full-text functions of SQLite that have no SQL interface.
 
 #pragma once
 

@@ -7,8 +7,8 @@ namespace tallyglass {
 
 namespace {
 
-/// Shorter than the breaks of those who hold the lock, so that no break is missed.
-constexpr std::chrono::milliseconds longestPause = breakForOthers - std::chrono::milliseconds(1);
+/// Shorter than the pauses of lock holders, so that no pause is missed.
+constexpr std::chrono::milliseconds longestDelay = lockPause - std::chrono::milliseconds(1);
 
 } // namespace
 
@@ -22,7 +22,7 @@ bool LockWait::goesOn(int attempt, const std::stop_token& stop) {
     const auto left = (m_end ? std::min(end, *m_end) : end) - now;
     if (left <= left.zero() || stop.stop_requested())
         return false;
-    const auto pause = std::min(std::chrono::milliseconds(attempt + 1), longestPause);
+    const auto pause = std::min(std::chrono::milliseconds(attempt + 1), longestDelay);
     std::this_thread::sleep_for(std::min<Clock::duration>(pause, left));
     return true;
 }

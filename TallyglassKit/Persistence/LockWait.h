@@ -1,5 +1,6 @@
-// How long a statement waits for the lock that another connection holds: as long as that connection gets on
-// with its work, which shows in the database file and its journal, and a while longer. One thread at a time.
+// How long a statement waits for the lock that another connection holds: as long as that connection makes
+// progress, seen as changes of the database file or its journal, and a fixed time longer. One thread at a
+// time.
 
 #pragma once
 
@@ -16,22 +17,21 @@ namespace tallyglass {
 /// How long a statement waits for the lock of a connection that makes no progress before it fails.
 inline constexpr std::chrono::milliseconds defaultLockTimeout{5000};
 
-/// How long the lock must stay free for those who wait to find it so. SQLite knows no queue: a connection
-/// that writes without a break keeps all others out.
-inline constexpr std::chrono::milliseconds breakForOthers{5};
+/// How long the lock must stay free so that waiting connections can take it. SQLite has no queue: a
+/// connection that writes without a pause starves all others.
+inline constexpr std::chrono::milliseconds lockPause{5};
 
 class LockWait {
 public:
     explicit LockWait(std::chrono::milliseconds timeout) : m_timeout(timeout) {}
 
-    /// The files that show progress.
+    /// The files whose changes count as progress.
     void watch(std::array<std::string, 2> files) { m_files = std::move(files); }
 
-    /// With an `end`, waits end then at the latest, whatever progress others make.
+    /// With an `end`, waits end then at the latest, even if others make progress.
     void setEnd(std::optional<std::chrono::steady_clock::time_point> end) { m_end = end; }
 
-    /// Waits a moment and returns true, or false when it is time to give up. `attempt` counts from 0 for each
-    /// lock.
+    /// Waits briefly and returns true, or returns false to give up. `attempt` counts from 0 for each lock.
     [[nodiscard]] bool goesOn(int attempt, const std::stop_token& stop);
 
 private:

@@ -29,7 +29,8 @@ void apply(Connection& connection, const Migration& migration) {
 void migrate(Connection& connection, std::span<const Migration> migrations) {
     connection.execute("CREATE TABLE IF NOT EXISTS grdb_migrations (identifier TEXT NOT NULL PRIMARY KEY)");
     for (const Migration& migration : migrations)
-        if (!isApplied(connection, migration)) // without a lock, so that a current file opens beside a writer
+        if (!isApplied(connection,
+                       migration)) // without a lock, as others may be writing
             apply(connection, migration);
 }
 

@@ -1,4 +1,4 @@
-// Steps that bring a database to the present schema, each of them once, recorded in the table
+// Steps that bring a database to the current schema, each applied once and recorded in the table
 // "grdb_migrations" of the database itself.
 
 #pragma once
@@ -11,14 +11,14 @@ namespace tallyglass {
 class Connection;
 
 struct Migration {
-    std::string identifier; ///< what the record calls it, for good
-    std::string sql;        ///< the statements that it consists of
+    std::string identifier; ///< its recorded name, which never changes
+    std::string sql;        ///< its statements
 };
 
-/// Runs those that the database doesn't name yet, in order, each in a transaction of its own at whose end
-/// foreign keys are checked. A failure rolls its own migration back and leaves those before it. Recorded
-/// names that aren't among `migrations` are left alone: they are a newer program's. Several processes may do
-/// this to one file at a time. Throws DatabaseError.
+/// Applies those that aren't recorded in the database yet, in order, each in its own transaction, at whose
+/// end foreign keys are checked. A failure rolls back its own migration and keeps the earlier ones. Recorded
+/// names that aren't among `migrations`, from a newer version of the program, are ignored. Several processes
+/// may migrate one file at a time. Throws DatabaseError.
 void migrate(Connection& connection, std::span<const Migration> migrations);
 
 } // namespace tallyglass

@@ -20,8 +20,8 @@ namespace tallyglass {
 template <typename Record>
 inline constexpr std::size_t columnCount = std::tuple_size_v<decltype(RecordTable<Record>::columns)>;
 
-/// Binds the fields of `record` to the parameters that follow `parameter`. They must stay until the statement
-/// is reset.
+/// Binds the fields of `record` to the parameters after `parameter`. They must stay unchanged until the
+/// statement is reset.
 template <typename Record>
 void bindRecord(Statement& statement, const Record& record, int parameter = 0) {
     std::apply(
@@ -31,7 +31,7 @@ void bindRecord(Statement& statement, const Record& record, int parameter = 0) {
         RecordTable<Record>::columns);
 }
 
-/// Makes records of a statement's rows. Columns are found by their names, so the statement may have others.
+/// Reads records from a statement's rows. Columns are found by name; the statement may have others.
 template <typename Record>
 class RecordReader {
 public:
@@ -39,7 +39,7 @@ public:
         eachColumn([&](const auto& column, int& index) { index = statement.column(column.name); });
     }
 
-    /// The record of the row that the statement is at.
+    /// The record of the current row.
     [[nodiscard]] Record read() {
         Record record;
         eachColumn([&](const auto& column, int index) {
@@ -66,7 +66,7 @@ private:
     std::array<int, columnCount<Record>> m_indexes{};
 };
 
-/// All rows that are left of the statement.
+/// All remaining rows of the statement.
 template <typename Record>
 [[nodiscard]] std::vector<Record> fetchAll(Statement& statement) {
     RecordReader<Record> reader(statement);
@@ -86,7 +86,8 @@ template <typename Record>
     return RecordReader<Record>(*query).read();
 }
 
-/// Inserts the records from the front of `records` that fill statements of `count` each, and takes them off.
+/// Inserts records from the front of `records` in statements of `count` each and removes them from the span;
+/// fewer than `count` remain.
 template <std::size_t count, typename Record>
 void insertInGroups(Connection& connection, std::span<const Record>& records) {
     if (records.size() < count)
@@ -103,7 +104,7 @@ void insertInGroups(Connection& connection, std::span<const Record>& records) {
 }
 
 /// Inserts the records in their order. Many go into one statement, because each statement that fires triggers
-/// is a savepoint, at which a full-text index writes out what it has gathered.
+/// is a savepoint, at which a full-text index flushes its pending entries.
 template <typename Record>
 void insertAll(Connection& connection, std::span<const Record> records) {
     insertInGroups<100>(connection, records);
@@ -111,7 +112,7 @@ void insertAll(Connection& connection, std::span<const Record> records) {
     insertInGroups<1>(connection, records);
 }
 
-/// Inserts the record, or gives its values to the row with its primary key.
+/// Inserts the record, or updates the row with its primary key.
 template <typename Record>
 void upsert(Connection& connection, const Record& record) {
     const Query query = connection.query(RecordSQL<Record>::upsert());
@@ -119,7 +120,7 @@ void upsert(Connection& connection, const Record& record) {
     query->run();
 }
 
-/// Gives the record's values to the row with its primary key.
+/// Updates the row with the record's primary key.
 template <typename Record>
 void update(Connection& connection, const Record& record) {
     const Query query = connection.query(RecordSQL<Record>::update());

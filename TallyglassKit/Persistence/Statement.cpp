@@ -18,15 +18,15 @@ int length(std::string_view text) {
     return static_cast<int>(text.size());
 }
 
-/// SQLite takes a null pointer for NULL, and a view of nothing may hold one.
+/// SQLite takes a null pointer for NULL, and an empty view may hold one.
 const char* start(std::string_view text) {
     return text.empty() ? "" : text.data();
 }
 
 } // namespace
 
-// SQLite calls these values unprotected: it doesn't lock the connection for them, and neither need it, since
-// one thread at a time uses the statement.
+// SQLite calls these values unprotected: it doesn't lock the connection for them. It needn't, since one
+// thread at a time uses the statement.
 
 bool Value::isNull() const {
     return sqlite3_value_type(m_value) == SQLITE_NULL;

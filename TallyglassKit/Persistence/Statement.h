@@ -20,7 +20,7 @@ namespace tallyglass {
 
 class Connection;
 
-/// What one column of the present row holds. Valid until the next step or reset.
+/// The value of one column of the current row. Valid until the next step or reset.
 class Value {
 public:
     Value(sqlite3_value* value, TextPool& texts) : m_value(value), m_texts(texts) {}
@@ -29,12 +29,12 @@ public:
     [[nodiscard]] bool isText() const;
     [[nodiscard]] std::int64_t integer() const;
     [[nodiscard]] double real() const;
-    /// Valid as long as the value.
+    /// Valid for the lifetime of the value.
     [[nodiscard]] std::string_view text() const;
-    /// The text, shared with earlier rows that hold the same in this column.
+    /// The text, shared with earlier rows that have the same text in this column.
     [[nodiscard]] SharedText sharedText() const { return m_texts.share(text()); }
 
-    /// Throws a DatabaseError that says that the column holds what it never should.
+    /// Throws a DatabaseError that reports an impossible value in the column.
     [[noreturn]] void failAsUnexpected() const;
 
 private:
@@ -53,17 +53,17 @@ public:
     void bindNull(int parameter);
     void bindInteger(int parameter, std::int64_t value);
     void bindText(int parameter, std::string_view text);
-    /// For a text that goes before the reset.
+    /// For a text that is destroyed before the reset: copies it.
     void bindCopyOfText(int parameter, std::string_view text);
 
     /// Goes to the next row; false when there is none. Throws DatabaseError, or Cancelled when the
     /// connection's stop token was stopped. After either, the statement must be reset before its next use.
     bool step();
 
-    /// Steps to the end and resets, keeping what is bound.
+    /// Steps to the end and resets, keeping the bindings.
     void run();
 
-    /// Back to the start, with nothing bound.
+    /// Resets to the start and clears the bindings.
     void reset() noexcept;
 
     [[nodiscard]] Value value(int column);

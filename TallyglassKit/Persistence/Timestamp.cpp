@@ -19,7 +19,7 @@ void writeDigits(char* end, int count, std::int64_t value) {
         *--end = static_cast<char>('0' + value % 10);
 }
 
-/// Takes the parts of a timestamp off the front of a text.
+/// Parses the parts of a timestamp from the front of a text.
 class Scanner {
 public:
     explicit Scanner(std::string_view text) : m_rest(text) {}
@@ -45,12 +45,12 @@ public:
         return true;
     }
 
-    /// One digit or more, as a fraction of 1.
+    /// One or more digits, as a fraction of 1.
     bool takeFraction(double& fraction) {
         double scale = 1;
         fraction = 0;
         for (; !m_rest.empty() && isDigit(m_rest.front()); m_rest.remove_prefix(1)) {
-            if (scale < 1e15) { // what a double can hold
+            if (scale < 1e15) { // the digits that a double can hold
                 scale *= 10;
                 fraction = fraction * 10 + (m_rest.front() - '0');
             }
@@ -139,7 +139,7 @@ std::optional<Date> parseTimestamp(std::string_view text) {
     }
     const auto whole = sys_days(calendar).time_since_epoch().count() * std::int64_t{86400} + hour * 3600 +
                        minute * 60 + second - zoneOffset;
-    // One rounding, so that a moment of whole milliseconds is the nearest double to it.
+    // One rounding only, so that a date of whole milliseconds is the nearest double to it.
     return dateSince1970((static_cast<double>(whole) * 1000 + fraction * 1000) / 1000);
 }
 

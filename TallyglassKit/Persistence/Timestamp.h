@@ -1,4 +1,4 @@
-// Moments as the database holds them: text "yyyy-MM-dd HH:mm:ss.SSS" in UTC. Pure functions; any thread.
+// Dates as the database stores them: text "yyyy-MM-dd HH:mm:ss.SSS" in UTC. Pure functions; any thread.
 
 #pragma once
 
@@ -12,8 +12,8 @@ namespace tallyglass {
 
 class TimestampText {
 public:
-    /// Rounds to the millisecond, which reading gives back exactly. A date outside the years 0 to 9999
-    /// becomes the nearest one inside.
+    /// Rounds to the millisecond, which is read back exactly. A date outside the years 0 to 9999 becomes the
+    /// nearest one inside.
     explicit TimestampText(Date date);
 
     operator std::string_view() const { return {m_characters.data(), m_characters.size()}; }
@@ -22,11 +22,11 @@ private:
     std::array<char, 23> m_characters;
 };
 
-/// Reads what TimestampText writes, and what else is told apart without doubt: a date alone, a time without
-/// seconds or with any fraction, "T" for the blank, and a zone at the end. Nothing for everything else.
+/// Parses what TimestampText writes, and unambiguous variants: a date alone, a time without seconds or with
+/// any fraction, "T" for the space, and a time zone at the end. Absent for everything else.
 [[nodiscard]] std::optional<Date> parseTimestamp(std::string_view text);
 
-/// The moment as the database gives it back.
+/// The date as it is read back from the database.
 [[nodiscard]] Date asStored(Date date);
 
 } // namespace tallyglass

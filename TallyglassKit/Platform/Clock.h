@@ -1,4 +1,4 @@
-// Where the program's moments come from. Whatever measures time takes a Clock, so that a test can set it.
+// The source of the current date. Code that reads the time takes a Clock, so that a test can set it.
 
 #pragma once
 
@@ -8,10 +8,10 @@
 
 namespace tallyglass {
 
-/// Tells the present moment. Must be callable from any thread.
+/// Returns the current date. Must be callable from any thread.
 using Clock = std::function<Date()>;
 
-/// The computer's own clock.
+/// The system clock.
 [[nodiscard]] Date systemTime();
 
 } // namespace tallyglass

@@ -1,4 +1,4 @@
-// A clock for spans of time: it never goes back, and it counts on while the computer sleeps. Any thread.
+// A monotonic clock that keeps counting while the computer sleeps. Any thread.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace tallyglass {
 
-/// A clock as std::chrono knows them.
+/// Meets the Clock requirements of std::chrono.
 struct ContinuousClock {
     using duration = std::chrono::nanoseconds;
     using rep = duration::rep;

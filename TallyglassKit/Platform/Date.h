@@ -1,5 +1,5 @@
-// An absolute moment: seconds since 1970 as a double, which keeps about a quarter of a microsecond today.
-// A value; any thread.
+// An absolute point in time: seconds since 1970 as a double, today with a resolution of about a quarter of a
+// microsecond. A value; any thread.
 
 #pragma once
 
@@ -9,7 +9,7 @@ namespace tallyglass {
 
 using Date = std::chrono::time_point<std::chrono::system_clock, std::chrono::duration<double>>;
 
-/// Seconds from 1970-01-01 to 2001-01-01 UTC, the moment from which property lists count.
+/// Seconds from 1970-01-01 to 2001-01-01 UTC, the epoch of property lists.
 inline constexpr double referenceDateOffset = 978307200.0;
 
 [[nodiscard]] constexpr Date dateSince1970(double seconds) {

@@ -1,6 +1,6 @@
-// The base of every failure that has words for the user. Immutable; any thread may read it.
+// The base of every failure that has a message for the user. Immutable; any thread may read it.
 //
-// A cancellation is not among them: it has no words of its own and is caught first.
+// A cancellation isn't one: it has no message and is caught first.
 
 #pragma once
 
@@ -12,14 +12,15 @@ namespace tallyglass {
 
 class Error : public std::runtime_error {
 public:
-    /// A zero byte in `description`, which may come from outside and would end what(), becomes U+FFFD.
+    /// A zero byte in `description`, which may come from external data and would truncate what(), becomes
+    /// U+FFFD.
     explicit Error(const std::string& description);
 
     /// The text to show, the same as what().
     [[nodiscard]] std::string errorDescription() const { return what(); }
 };
 
-/// Thrown by an operation whose stop token was stopped. Deliberately no Error.
+/// Thrown by an operation whose stop token was stopped. Deliberately not an Error.
 class Cancelled : public std::exception {
 public:
     [[nodiscard]] const char* what() const noexcept override { return "Cancelled"; }

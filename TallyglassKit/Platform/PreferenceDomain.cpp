@@ -14,7 +14,7 @@ std::optional<PreferenceDomain> PreferenceDomain::open(std::string_view name, co
         PropertyList list = PropertyList::parse(readFile(paths.path(file), {}, PropertyList::mostBytes));
         return list.root().isDictionary() ? std::optional(PreferenceDomain(std::move(list))) : std::nullopt;
     } catch (const Error&) {
-        return std::nullopt; // a file that can't be understood is as good as none
+        return std::nullopt; // an unreadable file counts as missing
     }
 }
 

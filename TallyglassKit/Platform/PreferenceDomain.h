@@ -1,7 +1,7 @@
 // A domain of the system's preferences, read from the property list in which the system keeps it.
 //
-// A snapshot of the file at the time of opening. Immutable; any thread may read it. The values that it hands
-// out are good while it lives.
+// A snapshot of the file when it was opened. Immutable; any thread may read it. Its values are valid for its
+// lifetime.
 
 #pragma once
 
@@ -17,7 +17,7 @@ namespace tallyglass {
 class PreferenceDomain {
 public:
     /// The domain "com.example.Name" from "/Library/Preferences/com.example.Name.plist". Absent if that file
-    /// is missing, can't be read or holds no dictionary.
+    /// is missing, unreadable or holds no dictionary.
     [[nodiscard]] static std::optional<PreferenceDomain>
     open(std::string_view name, const SystemPaths& paths = SystemPaths::standard());
 
@@ -27,8 +27,8 @@ public:
     /// The array at `key`, absent if there is no array.
     [[nodiscard]] std::optional<std::span<const PropertyListValue>> array(std::string_view key) const;
 
-    /// The value at `key` as the system takes preferences for booleans: a number is true unless it is 0, a
-    /// text if it reads as booleanOfText() says. False for anything else and without a value.
+    /// The value at `key` by the system's rules for boolean preferences: a number is true unless it is 0, a
+    /// text as booleanOfText() says. False for anything else and without a value.
     [[nodiscard]] bool boolean(std::string_view key) const;
 
 private:

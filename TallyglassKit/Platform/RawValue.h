@@ -1,5 +1,5 @@
-// Enumerations with raw values: `rawValue(x)`, a free function beside each enumeration, gives the text that
-// stands for a case in files and command lines, and `fromRawValue<X>(text)` finds the case again.
+// Enumerations with raw values: `rawValue(x)`, a free function beside each enumeration, gives the text of a
+// case in files and command lines, and `fromRawValue<X>(text)` the case of a text.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace tallyglass {
 
-/// The case whose raw value is `raw`, or nothing. Specialised beside each enumeration.
+/// The case whose raw value is `raw`, if there is one. Specialised beside each enumeration.
 template <typename E>
 [[nodiscard]] std::optional<E> fromRawValue(std::string_view raw);
 

@@ -1,7 +1,7 @@
 #include "TallyglassKit/Platform/UserDefaults.h"
 
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/ErrorText.h"
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
 #include "TallyglassKit/Platform/Files/PrivateFile.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
@@ -31,10 +31,10 @@ FileDescriptor openFile(const std::filesystem::path& file, int flags) {
     return descriptor;
 }
 
-// Waits until nobody else changes the settings; the lock lasts as long as the descriptor.
+// Locks the settings against changes by others, until the descriptor is closed.
 FileDescriptor lockFile(const std::filesystem::path& file) {
     FileDescriptor descriptor = openFile(file, O_RDWR | O_CREAT);
-    while (::flock(descriptor.number(), LOCK_EX) != 0)
+    while (::flock(descriptor.fd(), LOCK_EX) != 0)
         if (errno != EINTR)
             fail(file);
     return descriptor;
@@ -43,13 +43,13 @@ FileDescriptor lockFile(const std::filesystem::path& file) {
 void writeFile(const std::filesystem::path& file, std::string_view text) {
     const FileDescriptor descriptor = openFile(file, O_WRONLY | O_CREAT | O_TRUNC);
     while (!text.empty()) {
-        const ssize_t count = ::write(descriptor.number(), text.data(), text.size());
+        const ssize_t count = ::write(descriptor.fd(), text.data(), text.size());
         if (count >= 0)
             text.remove_prefix(static_cast<std::size_t>(count));
         else if (errno != EINTR)
             fail(file);
     }
-    if (::fsync(descriptor.number()) != 0)
+    if (::fsync(descriptor.fd()) != 0)
         fail(file);
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::time_t secondsPerDay = 86400;
 
-// One day inside the years 1 and 9999, so that no time zone leads out of them.
+// One day inside the years 1 and 9999, so that no time zone offset leaves that range.
 constexpr double earliest = -62135596800.0 + secondsPerDay;
 constexpr double latest = 253402300799.0 - secondsPerDay;
 
@@ -43,7 +43,8 @@ std::optional<Date> WallClock::date() const {
         !within(hour, 24) || !within(minute, 60) || !within(second, 60))
         return std::nullopt;
 
-    // The offset from UTC is the one of the day before or of the day after; around a change both are tried.
+    // The offset from UTC is that of the day before or the day after; both are tried, since it may change
+    // between them.
     const std::time_t inUTC =
         std::time_t{std::chrono::sys_days{civil}.time_since_epoch().count()} * secondsPerDay + hour * 3600 +
         minute * 60 + second;

@@ -1,5 +1,4 @@
-// A moment as a clock on the wall of this machine shows it: civil date and time in the machine's time zone,
-// without the zone. A value; any thread.
+// A local date and time in this machine's time zone, without the zone. A value; any thread.
 
 #pragma once
 
@@ -17,12 +16,11 @@ struct WallClock {
     int minute = 0;
     int second = 0;
 
-    /// What the clock shows at `date`, cut to whole seconds. Dates outside the years 1 to 9999 show their
-    /// ends.
+    /// The local time at `date`, truncated to whole seconds. Dates outside the years 1 to 9999 are clamped.
     [[nodiscard]] static WallClock at(Date date);
 
-    /// The moment at which the clock shows this. Absent if a field is out of its range, or if the clock skips
-    /// this time when daylight saving begins. A time that is shown twice stands for its second showing.
+    /// The date with this local time. Absent if a field is out of range, or if the time is skipped when
+    /// daylight saving begins. A time that occurs twice means its second occurrence.
     [[nodiscard]] std::optional<Date> date() const;
 
     friend bool operator==(const WallClock&, const WallClock&) = default;

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/BackupListing.h"
 #include "TallyglassKit/Platform/Error.h"
-#include "Tests/Access/StandInRunner.h"
+#include "Tests/Access/FakeRunner.h"
 
 #include <gtest/gtest.h>
 
@@ -10,20 +10,20 @@ namespace {
 using Paths = std::vector<std::string>;
 
 TEST(BackupListing, keepsRealRootsInTheOrderOfTheLines) {
-    const test::StandInRunner runner("\n/b/2.backup\n   \n\t/a/1 x.backup \t\n\n/c\r\n\xc3/d");
+    const test::FakeRunner runner("\n/b/2.backup\n   \n\t/a/1 x.backup \t\n\n/c\r\n\xc3/d");
 
     EXPECT_EQ(runner->backupPathsThrowing(), (Paths{"/b/2.backup", "/a/1 x.backup", "/c\r", "\uFFFD/d"}));
     EXPECT_EQ(runner.calls(), (std::vector<Paths>{{"listbackups", "-m"}}));
 }
 
 TEST(BackupListing, isEmptyForNoOutput) {
-    EXPECT_EQ(test::StandInRunner("")->backupPathsThrowing(), Paths{});
-    EXPECT_EQ(test::StandInRunner("\n \n\t")->backupPathsThrowing(), Paths{});
+    EXPECT_EQ(test::FakeRunner("")->backupPathsThrowing(), Paths{});
+    EXPECT_EQ(test::FakeRunner("\n \n\t")->backupPathsThrowing(), Paths{});
 }
 
 TEST(BackupListing, failsOnlyInTheThrowingForm) {
-    const test::StandInRunner failing(1, "No backups found for host.");
-    const test::StandInRunner cancelled([](std::stop_token) -> TMUtilResult { throw Cancelled(); });
+    const test::FakeRunner failing(1, "No backups found for host.");
+    const test::FakeRunner cancelled([](std::stop_token) -> TMUtilResult { throw Cancelled(); });
 
     EXPECT_THROW((void)failing->backupPathsThrowing(), TMUtilError);
     EXPECT_THROW((void)cancelled->backupPathsThrowing(), Cancelled);
@@ -39,7 +39,7 @@ TEST(BackupListing, saysWhatAnEmptyListMayMean) {
 }
 
 TEST(BackupListing, asksForFullDiskAccessWhereItIsMissing) {
-    const test::StandInRunner runner(80, "tmutil: listbackups requires Full Disk Access privileges.\n");
+    const test::FakeRunner runner(80, "tmutil: listbackups requires Full Disk Access privileges.\n");
     std::exception_ptr failure;
     try {
         (void)runner->backupPathsThrowing();
@@ -52,7 +52,7 @@ TEST(BackupListing, asksForFullDiskAccessWhereItIsMissing) {
               "Security > Full Disk Access. Updating the app can reset this, so it may need granting again.");
 }
 
-TEST(BackupListing, wordsEveryOtherFailure) {
+TEST(BackupListing, describesEveryOtherFailure) {
     EXPECT_EQ(BackupListing::message(TMUtilError::commandFailed(1, " No luck.\n", {"listbackups"})),
               "Backups couldn't be listed: No luck.");
     EXPECT_EQ(BackupListing::message(TMUtilError::launchFailed("gone")),

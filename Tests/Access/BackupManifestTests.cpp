@@ -5,7 +5,7 @@
 namespace tallyglass {
 namespace {
 
-// A manifest in XML whose array has these elements.
+// An XML manifest whose array has these elements.
 std::string array(const std::string& elements) {
     return "<plist><array>" + elements + "</array></plist>";
 }
@@ -40,7 +40,7 @@ TEST(BackupManifest, readsEveryFieldOfABackup) {
     EXPECT_EQ(entries[0].duration(), 583);
 }
 
-TEST(BackupManifest, countsNothingWhereNothingReadableStands) {
+TEST(BackupManifest, countsNothingForUnreadableValues) {
     const BackupManifestEntry bare{.completionDate = dateSince1970(1784550583)};
     for (const std::string& entries :
          {std::string(),
@@ -76,7 +76,7 @@ TEST(BackupManifest, walksInPairs) {
         BackupManifest::parse(array(backup("2026-07-20T12:29:43Z") + "<date>2026-07-21T00:00:00Z</date>"))
             .size(),
         1);
-    // A pair that is none is passed over as a whole, even if a date and a dictionary then follow out of step.
+    // An invalid pair is skipped as a whole, even if a date and a dictionary then follow at odd positions.
     EXPECT_TRUE(BackupManifest::parse(array("<true/>" + backup("2026-07-20T12:29:43Z") + "<true/>")).empty());
     EXPECT_EQ(BackupManifest::parse(array("<true/><dict/>" + backup("2026-07-20T12:29:43Z"))).size(), 1);
 }

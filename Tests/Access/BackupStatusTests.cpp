@@ -1,7 +1,7 @@
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
-#include "Tests/Access/StandInRunner.h"
+#include "Tests/Access/FakeRunner.h"
 
 #include <gtest/gtest.h>
 
@@ -115,22 +115,22 @@ TEST(BackupStatus, takesNumbersOfEveryKind) {
 }
 
 TEST(TMUtilRunnerStatus, isIdleForOutputThatCanNotBeRead) {
-    const test::StandInRunner runner("tmutil says nothing of use\n");
+    const test::FakeRunner runner("tmutil says nothing of use\n");
     EXPECT_EQ(runner->status(), BackupStatus::idle);
-    EXPECT_EQ(runner.calls(), (std::vector<test::StandInRunner::Arguments>{{"status"}}));
+    EXPECT_EQ(runner.calls(), (std::vector<test::FakeRunner::Arguments>{{"status"}}));
 }
 
 TEST(TMUtilRunnerStatus, failsAsTheRunFails) {
-    EXPECT_THROW((void)test::StandInRunner(1, "no")->status(), TMUtilError);
-    const test::StandInRunner cancelled([](std::stop_token) -> TMUtilResult { throw Cancelled(); });
+    EXPECT_THROW((void)test::FakeRunner(1, "no")->status(), TMUtilError);
+    const test::FakeRunner cancelled([](std::stop_token) -> TMUtilResult { throw Cancelled(); });
     EXPECT_THROW((void)cancelled->status(), Cancelled);
 }
 
 TEST(TMUtilRunnerBackup, startsAndStopsByTheVerbsAlone) {
-    const test::StandInRunner runner("dropped");
+    const test::FakeRunner runner("dropped");
     runner->startBackup();
     runner->stopBackup();
-    EXPECT_EQ(runner.calls(), (std::vector<test::StandInRunner::Arguments>{{"startbackup"}, {"stopbackup"}}));
+    EXPECT_EQ(runner.calls(), (std::vector<test::FakeRunner::Arguments>{{"startbackup"}, {"stopbackup"}}));
 }
 
 } // namespace

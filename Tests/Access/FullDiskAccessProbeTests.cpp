@@ -10,7 +10,7 @@
 namespace tallyglass {
 namespace {
 
-// The lowest descriptor that is free: the same before and after whatever leaves none open.
+// The lowest free descriptor: the same before and after an operation that leaks none.
 int lowestDescriptor() {
     const int descriptor = dup(0);
     close(descriptor);
@@ -40,7 +40,7 @@ TEST(FullDiskAccessProbe, leavesOpenWhatPlainPermissionsForbid) {
     chmod(folder.path().c_str(), 0755);
     chmod(file.c_str(), 0);
     const uid_t user = geteuid();
-    ASSERT_EQ(seteuid(user == 0 ? nobody : user), 0); // to root nothing is forbidden
+    ASSERT_EQ(seteuid(user == 0 ? nobody : user), 0); // root may read everything
 
     EXPECT_EQ(FullDiskAccessProbe::probe(file), FDAStatus::indeterminate);
     EXPECT_EQ(errno, EACCES);

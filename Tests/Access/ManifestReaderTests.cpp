@@ -1,6 +1,6 @@
 #include "TallyglassKit/Access/ManifestReader.h"
 #include "TallyglassKit/Platform/Files/FileError.h"
-#include "Tests/Access/StandInRunner.h"
+#include "Tests/Access/FakeRunner.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -20,12 +20,12 @@ std::string manifest(int xid) {
 class Manifest : public testing::Test {
 protected:
     // A reader for a machine whose tmutil names the folder "machine" as machine directory.
-    ManifestReader reader() { return reader(test::StandInRunner((m_folder / "machine").string() + "\n")); }
+    ManifestReader reader() { return reader(test::FakeRunner((m_folder / "machine").string() + "\n")); }
     ManifestReader reader(const TMUtilRunner& runner) {
         return ManifestReader(runner, SystemPaths(m_folder.path()));
     }
 
-    // What read() makes of it: the identifier of the one entry, or the words of the failure.
+    // The result of read(): the identifier of the one entry, or the error text.
     static std::string outcome(const ManifestReader& reader) {
         try {
             return std::to_string(reader.read().at(0).xid.value());
@@ -40,7 +40,7 @@ protected:
 TEST_F(Manifest, comesFromTheExportFirst) {
     m_folder.write(exportFile, manifest(1));
     m_folder.write("machine/backup_manifest.plist", manifest(2));
-    const test::StandInRunner runner((m_folder / "machine").string());
+    const test::FakeRunner runner((m_folder / "machine").string());
 
     EXPECT_EQ(outcome(reader(runner)), "1");
     EXPECT_EQ(reader().readExport().at(0).xid, 1);
@@ -61,8 +61,8 @@ TEST_F(Manifest, failsForACorruptExportThoughTheOriginalIsReadable) {
 TEST_F(Manifest, failsWithoutAMachineDirectory) {
     const std::string unavailable = "Could not locate the backup's machine directory.";
     EXPECT_EQ(outcome(reader(TMUtilRunner((m_folder / "missing").string()))), unavailable);
-    EXPECT_EQ(outcome(reader(test::StandInRunner(" \n\t\r\n"))), unavailable);
-    EXPECT_EQ(outcome(reader(test::StandInRunner(1, "No machine directory found for host."))), unavailable);
+    EXPECT_EQ(outcome(reader(test::FakeRunner(" \n\t\r\n"))), unavailable);
+    EXPECT_EQ(outcome(reader(test::FakeRunner(1, "No machine directory found for host."))), unavailable);
 }
 
 TEST_F(Manifest, saysWhyTheFileInTheMachineDirectoryCanNotBeRead) {
@@ -92,7 +92,7 @@ TEST_F(Manifest, isReadAsExportAloneOrNotAtAll) {
 
 TEST_F(Manifest, endsInTheCancellationWhenStopped) {
     std::stop_source source;
-    const test::StandInRunner runner([&source](std::stop_token) -> TMUtilResult {
+    const test::FakeRunner runner([&source](std::stop_token) -> TMUtilResult {
         source.request_stop();
         throw Cancelled();
     });
@@ -101,9 +101,9 @@ TEST_F(Manifest, endsInTheCancellationWhenStopped) {
 }
 
 TEST_F(Manifest, trimsTheMachineDirectory) {
-    const test::StandInRunner runner("\r\n /Volumes/My Disk \t\n");
+    const test::FakeRunner runner("\r\n /Volumes/My Disk \t\n");
     EXPECT_EQ(reader(runner).machineDirectory(), "/Volumes/My Disk");
-    EXPECT_EQ(runner.calls(), (std::vector<test::StandInRunner::Arguments>{{"machinedirectory"}}));
+    EXPECT_EQ(runner.calls(), (std::vector<test::FakeRunner::Arguments>{{"machinedirectory"}}));
 }
 
 } // namespace

@@ -37,7 +37,7 @@ TEST(NearestMatch, findsNothingWithoutDates) {
     EXPECT_EQ(index(1000, {std::nullopt, std::nullopt}), std::nullopt);
 }
 
-TEST(NearestMatch, passesOverDifferencesThatAreNoNumber) {
+TEST(NearestMatch, skipsDifferencesThatAreNaN) {
     const double infinity = std::numeric_limits<double>::infinity();
     const double notANumber = std::numeric_limits<double>::quiet_NaN();
 

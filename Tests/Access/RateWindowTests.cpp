@@ -35,14 +35,14 @@ TEST_F(Rate, isTheMeanOverTheLastThirtySeconds) {
     EXPECT_FALSE(at(100, 2'000'000));                        // all others have left the window
 }
 
-TEST_F(Rate, isNoughtWhileCountersFallAndSurvivesAShortSpan) {
+TEST_F(Rate, isZeroWhileCountersFallAndIsKeptForAShortSpan) {
     at(0, 5000, 50);
     EXPECT_EQ(at(2, 1000, 10), BackupRate());
     at(4, 9000);
     EXPECT_EQ(at(4.25, 9500).value().bytesPerSecond, 4500 / 4.25);
 }
 
-TEST_F(Rate, goesWithTheBackupAndComesOnlyWithItsFirstByte) {
+TEST_F(Rate, isAbsentWithoutABackupAndBeforeItsFirstByte) {
     at(0, 1000);
     EXPECT_TRUE(at(2, 2000));
     EXPECT_FALSE(at(4, 2000, {}, false));
@@ -53,7 +53,7 @@ TEST_F(Rate, goesWithTheBackupAndComesOnlyWithItsFirstByte) {
     EXPECT_FALSE(at(14, 10));
 }
 
-TEST_F(Rate, standsCountersOfAnySize) {
+TEST_F(Rate, acceptsCountersOfAnySize) {
     at(0, 1, std::numeric_limits<std::int64_t>::min());
     EXPECT_GT(at(2, std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::max())
                   .value()

@@ -1,4 +1,4 @@
-// All of the access to Time Machine together, over a machine with real backups.
+// The access layer as a whole, on a machine with real backups.
 
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Access/BackupStatus.h"
@@ -16,7 +16,7 @@
 namespace tallyglass {
 namespace {
 
-TEST(SampleMachineAccess, tellsOfEveryBackupAlikeByEachRoad) {
+TEST(SampleMachineAccess, reportsTheSameBackupsThroughEveryInterface) {
     const test::TemporaryFolder folder;
     const auto root = folder / "machine";
     (void)TMUtilRunner(test::program("sample-machine"))

@@ -17,7 +17,7 @@ const std::string denial = "\n tmutil: listbackups requires FULL disk access pri
 
 class TMUtilRunnerTest : public testing::Test {
 protected:
-    /// How the command fails, null if it doesn't.
+    /// The command's failure, or null.
     [[nodiscard]] std::shared_ptr<TMUtilError> failure(const TMUtilRunner::Arguments& arguments) const {
         try {
             runner.run(arguments);
@@ -78,7 +78,7 @@ TEST_F(TMUtilRunnerRunRaw, isCancelledWithoutBecomingAnError) {
     EXPECT_THROW(runner.run({"--pause"}, source.get_token()), Cancelled);
 }
 
-TEST_F(TMUtilRunnerRunRaw, failsToLaunchInThePlatformsWords) {
+TEST_F(TMUtilRunnerRunRaw, failsToLaunchWithThePlatformsText) {
     try {
         TMUtilRunner("/nowhere/tmutil").runRaw({"status"}, 5s, nullptr);
         ADD_FAILURE();
@@ -115,7 +115,7 @@ TEST_F(TMUtilRunnerRun, doesNotLookForThePermissionInStandardOutput) {
     EXPECT_EQ(error->errorDescription(), "tmutil failed with exit code 80.");
 }
 
-TEST_F(TMUtilRunnerRun, failsWithTheWordsOfTheCommand) {
+TEST_F(TMUtilRunnerRun, failsWithTheErrorTextOfTheCommand) {
     const TMUtilRunner::Arguments failed = {"--err", "\n  /p: Error (-50) \xFF\n \n", "--exit", "1"};
 
     const auto error = failure(failed);

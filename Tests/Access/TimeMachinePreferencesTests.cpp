@@ -6,7 +6,7 @@
 namespace tallyglass {
 namespace {
 
-// What is read from a domain with these entries.
+// The settings read from a domain with these entries.
 std::optional<TMSettings> settingsOf(const std::string& entries) {
     const test::TemporaryFolder folder;
     folder.write("Library/Preferences/com.apple.TimeMachine.plist",
@@ -120,7 +120,7 @@ TEST(TimeMachinePreferences, takesNoDestinationsFromAListWithAnythingElse) {
     EXPECT_EQ(settingsOf(mixed + "<key>AutoBackup</key><false/>"), TMSettings{});
 }
 
-TEST(TimeMachinePreferences, areAbsentWhereNothingIsSaid) {
+TEST(TimeMachinePreferences, areAbsentWithoutEntries) {
     EXPECT_FALSE(settingsOf(""));
     EXPECT_FALSE(settingsOf("<key>RequiresACPower</key><true/>" + destinations("<dict/>")));
     EXPECT_EQ(settingsOf("<key>AutoBackup</key><array/>"), TMSettings{});

@@ -1,7 +1,7 @@
 #include "CommandLine/Commands/PropertyListJSON.h"
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
-#include "Tests/Platform/PropertyLists/BinaryPropertyListFile.h"
+#include "Tests/Support/BinaryPropertyListFile.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -46,7 +46,7 @@ TEST(PropertyListJSON, writesTextThatEveryReaderTakes) {
     EXPECT_EQ(json(PropertyListValue::ofText("a\xFFz\xC3")), "\"a\uFFFDz\uFFFD\"");
 }
 
-TEST(PropertyListJSON, nestsContainersAsTheyStand) {
+TEST(PropertyListJSON, nestsContainers) {
     const auto list = PropertyList::parse("{ z = (a, (), {}, <00>); a = { k = ((b)); }; }");
     const auto text = json(list.root());
     EXPECT_EQ(text, R"({"z": ["a", [], {}, {"data": "00"}], "a": {"k": [["b"]]}})");

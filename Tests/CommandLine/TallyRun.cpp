@@ -35,8 +35,4 @@ TallyRun TallySession::shell(const std::string& script) const {
     return runProgram("/bin/sh", {"-c", script});
 }
 
-std::filesystem::path TallySession::cacheFile() const {
-    return m_folder.path() / "data/Tallyglass/cache.sqlite";
-}
-
 } // namespace tallyglass::test

@@ -1,4 +1,4 @@
-// Runs the real tally, with a cache of the test's own, and takes down what it said.
+// Runs the real tally with a temporary cache and records its output.
 
 #pragma once
 
@@ -17,11 +17,11 @@ struct TallyRun {
     std::string out;
     std::string err;
 
-    /// Standard output, which must be one JSON document.
+    /// Standard output as one JSON document.
     [[nodiscard]] nlohmann::json json() const { return nlohmann::json::parse(out); }
 };
 
-/// A fixture in whose process, and its children's, the user's data folder is a temporary one.
+/// Replaces the user's data folder by a temporary one, for this process and its children.
 class TallySession {
 public:
     TallySession();
@@ -35,7 +35,6 @@ public:
     [[nodiscard]] TallyRun shell(const std::string& script) const;
 
     [[nodiscard]] const TemporaryFolder& folder() const { return m_folder; }
-    [[nodiscard]] std::filesystem::path cacheFile() const;
 
 private:
     TemporaryFolder m_folder;

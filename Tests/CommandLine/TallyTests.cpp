@@ -287,7 +287,7 @@ TEST_F(TallyWithScriptTest, saysSoWhenDescriptorsRunOut) {
     EXPECT_GT(failures, 5);
 }
 
-/// Starts a program with the signals that end it at their default, which a test in the background hasn't.
+/// Starts a program with default termination signals, which a background test may not have.
 pid_t startAsAtATerminal(char* const* argv) {
     sigset_t signals;
     sigemptyset(&signals);
@@ -306,8 +306,7 @@ pid_t startAsAtATerminal(char* const* argv) {
 /// A comparison that is interrupted while its child runs.
 class TallyInterruptionTest : public TallyWithScriptTest {
 protected:
-    /// Sends the signals when the child, which first does as `script` says, would sleep; returns the exit
-    /// code of tally.
+    /// Sends the signals when the child has run `script` and begins to sleep. Returns the exit code of tally.
     int exitCode(const std::string& script, const std::vector<int>& signals) {
         const auto pidFile = (folder() / "pid").string();
         tmutilDoes(script + "; echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile +

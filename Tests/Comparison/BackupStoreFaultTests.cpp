@@ -33,7 +33,7 @@ std::vector<ChangeRecord> makeBatch(const SharedText& id, std::int64_t number) {
     return batch;
 }
 
-/// What a comparison run does to the store.
+/// The store operations of a comparison run.
 void storeComparison(BackupStore& store, const std::string& to, std::int64_t batches) {
     const auto id = store.beginComparison(makeComparison(to)).id;
     for (std::int64_t number = 0; number < batches; ++number)
@@ -41,7 +41,7 @@ void storeComparison(BackupStore& store, const std::string& to, std::int64_t bat
     store.finishComparison(id, std::nullopt);
 }
 
-/// Opens the file as a later start of the program would, and checks all that must agree in it.
+/// Opens the file as the next start of the program would, and checks its consistency.
 void expectSound(const std::filesystem::path& file) {
     const auto connection = TallyglassDatabase::makeQueue(file);
     const Query integrity = connection->query("PRAGMA integrity_check");
@@ -63,7 +63,7 @@ void expectSound(const std::filesystem::path& file) {
     }
 }
 
-/// Runs `work` in a process of its own; whether it came to its end.
+/// Runs `work` in a child process. Returns whether it finished.
 bool survives(const std::function<void()>& work) {
     const pid_t child = fork();
     if (child == 0) {
@@ -133,7 +133,7 @@ TEST_F(BackupStoreFaultTest, opensWithItsRowsWhenAStoringProcessIsKilled) {
             }
         }
         char stored = 0;
-        ASSERT_EQ(read(pipeEnds[0], &stored, 1), 1); // it is at work
+        ASSERT_EQ(read(pipeEnds[0], &stored, 1), 1); // it is running
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 30'000));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
@@ -162,7 +162,7 @@ TEST_F(BackupStoreFaultTest, keepsWhatItHasWhenTheDiskIsFull) {
             }
             hasFailed = FaultyDisk::hasFailed();
         }
-        ASSERT_EQ(store.changeCount(id), batches * batchSize); // reads with the disk sound again
+        ASSERT_EQ(store.changeCount(id), batches * batchSize); // readable after the fault
     }
     expectSound(file);
 }

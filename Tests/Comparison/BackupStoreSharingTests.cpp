@@ -162,7 +162,7 @@ TEST_F(BackupStoreSharingTest, leavesALongReadSoonAfterItIsStopped) {
     std::stop_source source;
     std::atomic<bool> isDone = false;
     std::jthread reader([&] {
-        // Each of these is long enough to look at the token, so the loop ends soon after the stop.
+        // Each query is long enough to check the token, so the loop ends soon after the stop.
         EXPECT_THROW(
             {
                 while (true)
@@ -172,7 +172,7 @@ TEST_F(BackupStoreSharingTest, leavesALongReadSoonAfterItIsStopped) {
         isDone = true;
     });
     while (!isDone) {
-        EXPECT_EQ(store.changeCount(id), 5000); // another operation is never hit
+        EXPECT_EQ(store.changeCount(id), 5000); // other operations aren't affected
         source.request_stop();
     }
 }
@@ -194,7 +194,7 @@ TEST_F(BackupStoreSharingTest, holdsAMillionRowsInLittleMemory) {
         "FROM c; UPDATE comparison SET modifiedCount = {0}",
         rows, id));
     constexpr std::int64_t pathLength = 17;
-    static_cast<void>(store.changes(id, {}, {}, 1, rows - 1)); // what SQLite keeps, it now has
+    static_cast<void>(store.changes(id, {}, {}, 1, rows - 1)); // fills SQLite's cache
     const auto used = [] {
         const auto info = mallinfo2();
         return static_cast<std::int64_t>(info.uordblks + info.hblkhd);

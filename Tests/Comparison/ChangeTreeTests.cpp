@@ -27,12 +27,12 @@ ChangeRecord file(const std::string& path, std::optional<std::int64_t> size = 1)
 ChangeRecord metadata(const std::string& path) {
     return {std::nullopt, "c", path, ChangeKind::modified, false, 1, 0, Texts{"mtime"}};
 }
-/// A folder as comparisons list it: of itself no content change.
+/// A folder as listed by comparisons, which isn't a content change itself.
 ChangeRecord folder(const std::string& path) {
     return {std::nullopt, "c", path, ChangeKind::modified, true, std::nullopt, std::nullopt, Texts{"mtime"}};
 }
 
-/// The paths shown, each behind two blanks a level.
+/// The visible paths, indented by two spaces per level.
 Texts shown(const ChangeTree& tree, bool contentOnly = false, std::string_view search = {}) {
     Texts lines;
     for (const DisplayRow& row : tree.visibleRows(contentOnly, search))
@@ -58,7 +58,7 @@ TEST(ChangeTree, putsAtTheTopWhatHasNoParentAmongTheFirstRows) {
     open(tree, "/a/x");
     EXPECT_THAT(shown(tree), ElementsAre("/a", "  /a/x", "    /a/x/2", "/b/z/1"));
 
-    fetch(tree, "/b", {folder("/b"), folder("/b/y")}); // what comes later is never at the top
+    fetch(tree, "/b", {folder("/b"), folder("/b/y")}); // later rows are never at the top level
     EXPECT_THAT(shown(tree), ElementsAre("/a", "  /a/x", "    /a/x/2", "/b/z/1"));
     open(tree, "/a");
     EXPECT_THAT(shown(tree), ElementsAre("/a", "/b/z/1"));
@@ -104,7 +104,7 @@ TEST(ChangeTree, tellsWhetherAnOpenedFolderIsToBeFetched) {
     ChangeTree tree;
     tree.seed({folder("/a"), folder("/a/b"), folder("/c"), file("/f")});
     EXPECT_FALSE(tree.toggleExpand(*tree.find("/f")));
-    EXPECT_FALSE(tree.toggleExpand(*tree.find("/a"))); // its child is known, and queued
+    EXPECT_FALSE(tree.toggleExpand(*tree.find("/a"))); // its child is known and queued
     EXPECT_TRUE(tree.isQueued("/a/b"));
     EXPECT_TRUE(tree.toggleExpand(*tree.find("/c")));
 
@@ -130,14 +130,14 @@ TEST(ChangeTree, queuesAFolderOnceAndHandsOutThreeAtATime) {
     EXPECT_EQ(tree.nextPrefetch(), std::nullopt);
 
     tree.prefetchEnded();
-    ASSERT_TRUE(tree.beginFetch("/d")); // the user was faster
+    ASSERT_TRUE(tree.beginFetch("/d")); // expanded by the user meanwhile
     EXPECT_EQ(tree.nextPrefetch(), "/e");
     tree.prefetchEnded();
     EXPECT_EQ(tree.nextPrefetch(), std::nullopt);
     EXPECT_EQ(tree.prefetchInFlight(), 2);
 }
 
-/// The rules once more, in the plainest way: everything is made anew from all rows.
+/// A naive implementation that recomputes everything from all rows.
 class PlainTree {
 public:
     void seed(const std::vector<ChangeRecord>& rows) {
@@ -228,7 +228,7 @@ private:
     std::mt19937 m_random;
 };
 
-TEST(ChangeTree, agreesWithThePlainRulesOnAnyWalk) {
+TEST(ChangeTree, agreesWithANaiveImplementationOnRandomWalks) {
     for (unsigned seed = 0; seed < 300; ++seed) {
         RandomWalk walk(seed);
         ChangeTree tree;

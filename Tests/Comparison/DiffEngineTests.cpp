@@ -42,7 +42,7 @@ std::vector<std::string> numberedPaths(int count) {
     return paths;
 }
 
-/// A store of its own and a tool that answers as the test says.
+/// A temporary store and a fake tmutil.
 class DiffEngineTest : public testing::Test {
 protected:
     DiffEngine engine(std::size_t batchSize = 500) {
@@ -62,7 +62,7 @@ protected:
         };
     }
 
-    /// Writes each event down as a word.
+    /// Records each event as a word.
     DiffEngine::OnProgress recorder() {
         struct Word {
             std::string operator()(const DiffEngine::Running& event) const {

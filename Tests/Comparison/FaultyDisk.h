@@ -1,7 +1,7 @@
-// A disk that fails at a chosen moment, beneath SQLite: the calls by which SQLite changes files are counted,
-// and from the chosen one on the disk is full, or at it the process dies, half of a write done.
+// Fault injection below SQLite: counts the calls that change files; from the chosen one on the disk is full,
+// or at that one the process dies in the middle of a write.
 //
-// One at a time; the disk is sound again when it goes.
+// One at a time; the destructor removes the fault.
 
 #pragma once
 
@@ -34,7 +34,7 @@ public:
     FaultyDisk(const FaultyDisk&) = delete;
     FaultyDisk& operator=(const FaultyDisk&) = delete;
 
-    /// Whether the moment has come.
+    /// Whether the fault has occurred.
     [[nodiscard]] static bool hasFailed() { return s_callsLeft < 0; }
 
 private:

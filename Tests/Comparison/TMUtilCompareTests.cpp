@@ -29,7 +29,7 @@ std::string item(const std::string& key, const std::string& path, const std::str
            (size.empty() ? "" : "<key>Size</key><integer>" + size + "</integer>") + "</dict>";
 }
 
-/// Output with one dictionary for each of the changes.
+/// Output with one dictionary per change.
 std::string output(std::initializer_list<std::string> changes) {
     std::string xml = "<plist><dict><key>Changes</key><array>";
     for (const std::string& change : changes)
@@ -43,7 +43,7 @@ ChangeRecord onlyRecord(const std::string& change) {
     return result.changes.empty() ? ChangeRecord() : result.changes.front();
 }
 
-/// The path that a record gets from a raw one.
+/// The record's path for a raw path.
 std::string stripped(const std::string& path) {
     return onlyRecord(item("AddedItem", path)).path;
 }
@@ -77,7 +77,7 @@ std::string problem(std::string_view data) {
     return "none";
 }
 
-/// Remembers the command line of the one run, and prints a change in a folder of the newer snapshot.
+/// Records the arguments of the run, and outputs a change in a folder of the newer snapshot.
 struct FakeTool {
     TMUtilRunner::Arguments arguments;
     bool hasCallback = false;
@@ -114,7 +114,7 @@ TEST(TMUtilCompare, refusesBinaryOutputThatRepeatsOneLongPath) {
     std::string array;
     for (int i = 0; i < 500; ++i)
         array += change;
-    // libplist writes equal texts once, and each container by itself: some forty bytes for a change.
+    // libplist writes equal texts once and each container separately: some forty bytes per change.
     const std::string xml = "<dict><key>Changes</key><array>" + array + "</array></dict>";
     EXPECT_EQ(decode(xml).changes.size(), 500U);
     EXPECT_THAT(problem(asBinary(xml)), HasSubstr("repeats itself"));

@@ -92,7 +92,7 @@ TEST_F(TallyglassDatabaseTest, readsRowsThroughTheIndexThatHasTheirOrder) {
     EXPECT_FALSE(plan->step()) << "sorts";
 }
 
-// As builds before the search and before the differences left a file.
+// A file from builds without the search, and without the differences.
 TEST_F(TallyglassDatabaseTest, upgradesAFileOfTheFirstMigrationAlone) {
     {
         const auto connection = TallyglassDatabase::makeQueue(file);
@@ -180,7 +180,7 @@ TEST_F(TallyglassDatabaseTest, refusesWhatIsNoFileAndLeavesItsRights) {
     EXPECT_EQ(rights(pipe), 0644);
 }
 
-TEST_F(TallyglassDatabaseTest, standsInTheUsersDataFolder) {
+TEST_F(TallyglassDatabaseTest, isInTheUsersDataFolder) {
     setenv("XDG_DATA_HOME", folder.path().c_str(), 1);
     std::filesystem::create_directory(folder / "Tallyglass");
     chmod((folder / "Tallyglass").c_str(), 0755);

@@ -28,7 +28,7 @@ std::vector<Date> dates(const std::vector<double>& seconds) {
     return result;
 }
 
-/// Hourly snapshots, but for the interval at `position`, which takes `seconds`.
+/// Hourly snapshots, except for the interval at `position` of `seconds`.
 std::vector<Date> hourlyBut(std::size_t position, double seconds, std::size_t intervals = 20) {
     std::vector<Date> result{start};
     for (std::size_t index = 0; index < intervals; ++index)
@@ -87,7 +87,7 @@ TEST(BackupHealth, suspectsAttemptsThatNoBackupFollowedInTime) {
     EXPECT_FALSE(suspected(2 * hour, {}, 9 * hour)) << "no snapshots at all";
 }
 
-TEST(BackupHealth, findsStretchesThatTheRhythmAroundThemDidNotPromise) {
+TEST(BackupHealth, findsUnusuallyLongIntervals) {
     const auto gapAt = [](std::size_t position, double seconds) {
         return justAfterTheLast(destination(hourlyBut(position, seconds))).gaps;
     };
@@ -113,7 +113,7 @@ TEST(BackupHealth, measuresTheTimeSinceTheLastBackupAndTheUsualInterval) {
     EXPECT_EQ(three.medianInterval, 2 * hour);
 }
 
-TEST(BackupHealth, ordersLevelsAndSentencesByGravity) {
+TEST(BackupHealth, ordersLevelsAndSentencesBySeverity) {
     struct Case {
         std::optional<std::int64_t> used;
         std::optional<std::int64_t> result;
@@ -165,7 +165,7 @@ TEST(BackupHealth, tellsHowTheLastBackupEnded) {
     EXPECT_EQ(ended(4242).lastBackupReason(), std::nullopt);
 }
 
-/// The rules as they read, every attempt against every snapshot and every window sorted.
+/// A naive implementation: every attempt against every snapshot, every window sorted.
 BackupHealth analyzedPlainly(const TMDestination& place, Date now) {
     BackupHealth health;
     const auto& snapshots = place.snapshotDates.values();
@@ -199,7 +199,7 @@ BackupHealth analyzedPlainly(const TMDestination& place, Date now) {
     return health;
 }
 
-TEST(BackupHealth, agreesWithThePlainRulesOnRandomHistories) {
+TEST(BackupHealth, agreesWithANaiveImplementationOnRandomHistories) {
     std::mt19937 random(20261122);
     std::exponential_distribution<double> wait(1 / hour);
     for (int round = 0; round < 300; ++round) {
@@ -207,7 +207,7 @@ TEST(BackupHealth, agreesWithThePlainRulesOnRandomHistories) {
         std::vector<double> attempts;
         double time = 0;
         for (int count = static_cast<int>(random() % 60); count > 0; --count) {
-            time += std::round(wait(random) / 600) * 600; // round figures meet the bounds exactly
+            time += std::round(wait(random) / 600) * 600; // round numbers hit the limits exactly
             if (random() % 3 > 0)
                 snapshots.push_back(time);
             if (random() % 2 > 0)

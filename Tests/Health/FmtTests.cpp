@@ -64,7 +64,7 @@ TEST(Fmt, showsATimestampInTheTimeZone) {
     EXPECT_EQ(Fmt::timestamp(dateSince1970(1'795'376'280), english), "Nov 22, 2026 at 7:38\u202FPM");
 }
 
-TEST(Fmt, givesEachOfManyThreadsTheWordsOfItsLocale) {
+TEST(Fmt, formatsInTheLocaleOfEachThread) {
     const std::vector<UserLocale> locales{
         {"en_US", "UTC"}, {"de_DE", "Europe/Berlin"}, {"en_US", "Asia/Tokyo"}};
     const auto words = [](const UserLocale& locale) {

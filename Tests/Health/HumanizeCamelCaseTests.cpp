@@ -4,7 +4,7 @@
 
 namespace tallyglass {
 
-TEST(HumanizeCamelCase, putsABlankBeforeEachCapitalButTheFirst) {
+TEST(HumanizeCamelCase, putsASpaceBeforeEachCapitalButTheFirst) {
     EXPECT_EQ(humanizeCamelCase("fileSize"), "file Size");
     EXPECT_EQ(humanizeCamelCase("ModificationDate"), "Modification Date");
     EXPECT_EQ(humanizeCamelCase("ACLChange"), "A C L Change");

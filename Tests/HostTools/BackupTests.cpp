@@ -4,7 +4,7 @@
 #include "TallyglassKit/Access/ManifestReader.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"
 #include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
-#include "Tests/HostTools/HostMachine.h"
+#include "Tests/Support/HostMachine.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -28,7 +28,7 @@ BackupStatus statusOf(const HostMachine& machine) {
     return TMUtilRunner(machine.tool()).status();
 }
 
-/// Polls until the status is as wanted; the test's own time limit ends a wait that would never.
+/// Polls until the status matches; the test's time limit ends a futile wait.
 template <typename Wanted>
 BackupStatus waitForStatus(const HostMachine& machine, Wanted wanted) {
     for (;;) {
@@ -60,7 +60,7 @@ std::vector<pid_t> backupProcesses(const HostMachine& machine) {
     return result;
 }
 
-/// A source so large that its copy, held back, is still going on whenever a test looks.
+/// A source so large that its throttled copy is still running when the test checks.
 void fillWithLargeFiles(const HostMachine& machine) {
     for (int index = 0; index < 4; ++index)
         machine.folder().write("source/large" + std::to_string(index),
@@ -105,7 +105,7 @@ TEST(Backup, sharesWhatIsUnchangedWithTheBackupBefore) {
     machine.setUp();
     machine.backUp();
 
-    machine.folder().write("source/edited", "EDITED"); // within the second, and as long as before
+    machine.folder().write("source/edited", "EDITED"); // within the same second, and of the same size
     fs::permissions(machine.source() / "chmodded", fs::perms::owner_read);
     fs::remove(machine.source() / "removed");
     machine.backUp();
@@ -155,7 +155,7 @@ TEST(Backup, isOnRecordInThePreferencesAndTheManifest) {
     EXPECT_FALSE(entries[1].isInitialBackup);
     EXPECT_EQ(entries[0].changedLogicalSize, 1020);
     EXPECT_EQ(entries[1].changedLogicalSize, 5000);
-    EXPECT_EQ(entries[1].changedCount, 1); // the folder's own date stays when a file is written anew
+    EXPECT_EQ(entries[1].changedCount, 1); // rewriting a file doesn't change the folder's date
     EXPECT_EQ(destination.lastResult, 0);
     ASSERT_EQ(destination.snapshotDates.size(), 2u);
     EXPECT_EQ(destination.attemptDates.size(), 2u);
@@ -174,7 +174,7 @@ TEST(Backup, runsInTheBackgroundAndStopsOnRequest) {
     fillWithLargeFiles(machine);
     machine.run({"arrange", "--copy-limit", "500"});
 
-    const auto started = machine.run({"startbackup"}); // ends only when nobody holds the pipes
+    const auto started = machine.run({"startbackup"}); // returns only when all pipes are closed
     const auto copying = waitForStatus(machine, [](const BackupStatus& status) {
         return status.bytesCopied.value_or(0) > 0 || !status.isRunning;
     });
@@ -209,7 +209,7 @@ TEST(Backup, thatIsKilledLeavesTheOthersAndItsAttempt) {
 
     for (const pid_t process : backupProcesses(machine))
         kill(process, SIGKILL);
-    waitForStatus(machine, isIdle); // rsync goes with it
+    waitForStatus(machine, isIdle); // rsync ends with it
     const auto afterKill = machine.backups();
     machine.run({"arrange", "--copy-limit", "0"});
     machine.backUp();

@@ -1,7 +1,7 @@
 #include "HostTools/Machine/RunState.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
 #include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
-#include "Tests/HostTools/HostMachine.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/SampleMachine.h"
 
 #include <gmock/gmock.h>

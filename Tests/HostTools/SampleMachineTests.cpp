@@ -4,7 +4,7 @@
 #include "HostTools/Machine/TreeComparison.h"
 #include "TallyglassKit/Access/BackupPath.h"
 #include "TallyglassKit/Access/ManifestReader.h"
-#include "Tests/HostTools/HostMachine.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/SampleMachine.h"
 
 #include <gmock/gmock.h>
@@ -22,7 +22,7 @@ struct NoDifferences final : ComparisonSink {
     void unreadable(const std::string& path, int) override { ADD_FAILURE() << path; }
 };
 
-/// The inode of each regular file in both backups that is the same file, by path.
+/// The inode of each regular file that both backups share, by path.
 std::set<std::string> sharedFiles(const fs::path& older, const fs::path& newer) {
     std::set<std::string> result;
     for (const auto& entry : fs::recursive_directory_iterator(newer)) {

@@ -70,7 +70,7 @@ std::string read(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// The names of the properties that differ, found with the plainest calls there are.
+/// The names of the differing properties, found in the simplest way.
 std::string plainDifferences(const fs::path& older, const fs::path& newer, const std::string& letters) {
     struct stat before {};
     struct stat after {};
@@ -96,7 +96,7 @@ std::string plainDifferences(const fs::path& older, const fs::path& newer, const
     return result;
 }
 
-/// All rows that a comparison of the two folders should tell, with sets and recursion alone.
+/// All rows that a comparison of the two folders should report, by a naive recursive implementation.
 void plainCompare(const fs::path& older, const fs::path& newer, const std::string& path,
                   const std::string& letters, const std::set<std::string>& ignored, std::vector<Row>& rows) {
     const auto kind = [](const fs::path& item) { return fs::symlink_status(item).type(); };
@@ -171,7 +171,7 @@ private:
                 setExtendedAttribute(path, "tag", "changed");
             break;
         case 3:
-            if (kind == 2) { // as long as before, and of the same date
+            if (kind == 2) { // with the same size and date
                 std::fstream(path, std::ios::in | std::ios::out) << "#";
                 setTime(path, 1'700'000'000);
             }
@@ -331,10 +331,10 @@ TEST(TreeComparison, walksTreesDeeperThanPathsAndDescriptorsReach) {
         fs::create_directory(folder / side);
         FileDescriptor current(open((folder / side).c_str(), O_RDONLY | O_DIRECTORY));
         for (int level = 0; level <= levels; ++level) {
-            if (level % 300 == 0) // something behind the deep folder, so that the way back matters
-                FileDescriptor(openat(current.number(), side, O_WRONLY | O_CREAT, 0600));
-            ASSERT_EQ(mkdirat(current.number(), "deep", 0700), 0);
-            current = FileDescriptor(openat(current.number(), "deep", O_RDONLY | O_DIRECTORY));
+            if (level % 300 == 0) // an item after the deep folder, so that the way back matters
+                FileDescriptor(openat(current.fd(), side, O_WRONLY | O_CREAT, 0600));
+            ASSERT_EQ(mkdirat(current.fd(), "deep", 0700), 0);
+            current = FileDescriptor(openat(current.fd(), "deep", O_RDONLY | O_DIRECTORY));
         }
     }
     const ResourceGuard guard;

@@ -2,7 +2,7 @@
 #include "TallyglassKit/Access/BackupListing.h"
 #include "TallyglassKit/Comparison/CacheSession.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
-#include "Tests/HostTools/HostMachine.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/Models/ScriptedMachine.h"
 #include "Tests/Support/Models/UserCache.h"
 #include "Tests/Support/ProcessResources.h"

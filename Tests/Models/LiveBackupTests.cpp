@@ -1,7 +1,7 @@
 // The model over a machine whose backups are real.
 
 #include "Tallyglass/Models/AppModel.h"
-#include "Tests/HostTools/HostMachine.h"
+#include "Tests/Support/HostMachine.h"
 #include "Tests/Support/Models/FakeTimer.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 

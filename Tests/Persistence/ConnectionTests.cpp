@@ -87,9 +87,9 @@ TEST_F(ConnectionTest, givesUpOnALockAfterFiveSeconds) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(4900));
 }
 
-TEST_F(ConnectionTest, waitsForALockAsLongAsItsHolderGetsOn) {
+TEST_F(ConnectionTest, waitsForALockAsLongAsItsHolderMakesProgress) {
     Connection waiting(folder / "test.sqlite", std::chrono::seconds(1));
-    connection.execute("PRAGMA cache_size = 5"); // what doesn't fit is written before the end
+    connection.execute("PRAGMA cache_size = 5"); // the rest is written before the commit
     {
         Transaction transaction(connection, Transaction::Kind::write);
         std::jthread waiter([&] { EXPECT_NO_THROW(waiting.execute("INSERT INTO t VALUES (1)")); });
@@ -102,7 +102,7 @@ TEST_F(ConnectionTest, waitsForALockAsLongAsItsHolderGetsOn) {
     EXPECT_EQ(count(connection), 151);
 }
 
-TEST_F(ConnectionTest, waitsForALockUntilAGivenMoment) {
+TEST_F(ConnectionTest, waitsForALockUntilAGivenTime) {
     Connection patient(folder / "test.sqlite", std::chrono::hours(1));
     const Transaction transaction(connection, Transaction::Kind::write);
     const StopScope scope(patient, {}, std::chrono::steady_clock::now() + std::chrono::milliseconds(20));

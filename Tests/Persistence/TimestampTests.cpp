@@ -40,7 +40,7 @@ TEST(Timestamp, isReadBackAsTheSameDate) {
         }
 }
 
-TEST(Timestamp, isReadInItsKindredForms) {
+TEST(Timestamp, isReadInRelatedForms) {
     EXPECT_EQ(seconds("1970-01-02"), 86400);
     EXPECT_EQ(seconds("1970-01-01 00:01"), 60);
     EXPECT_EQ(seconds("1970-01-01T00:00:01Z"), 1);
@@ -49,7 +49,7 @@ TEST(Timestamp, isReadInItsKindredForms) {
     EXPECT_EQ(seconds("1970-01-01 01:00:00.250-01:30"), 9000.25);
 }
 
-TEST(Timestamp, isAbsentWhereNothingCanBeTold) {
+TEST(Timestamp, isAbsentForOtherText) {
     for (const char* unreadable : {"", "now", "1970", "1970-13-01", "1970-02-30", "1970-01-01 ",
                                    "1970-01-01 24:00", "1970-01-01 00:00:00.", "1970-01-01 00:00:00x",
                                    "1970-01-01 00:00:00Zx", "-1970-01-01", "1970-01-01 00:00:00+1"})

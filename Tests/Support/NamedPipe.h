@@ -1,4 +1,4 @@
-// A pipe with a name, by which a test lets a child go on. A child waits by opening it for reading.
+// A named pipe by which a test releases a waiting child. A child waits by opening it for reading.
 
 #pragma once
 
@@ -8,12 +8,12 @@ namespace tallyglass::test {
 
 class NamedPipe {
 public:
-    /// Makes the pipe.
+    /// Creates the pipe.
     explicit NamedPipe(std::filesystem::path path);
 
     [[nodiscard]] std::string path() const { return m_path.string(); }
 
-    /// Waits until a child waits, and lets it go on.
+    /// Waits until a child is waiting, and releases it.
     void release() const;
 
 private:

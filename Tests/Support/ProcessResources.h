@@ -1,5 +1,5 @@
-// What this process holds of the system: descriptors, children and threads. A test that counts before and
-// after its work finds whatever the work has left behind.
+// The system resources of this process: descriptors, children and threads. Comparing them before and after
+// some work finds leaks.
 
 #pragma once
 
@@ -10,7 +10,7 @@ namespace tallyglass::test {
 
 struct ProcessResources {
     std::size_t descriptors = 0;
-    std::size_t children = 0; ///< those that have ended and weren't waited for included
+    std::size_t children = 0; ///< including zombies
     std::size_t threads = 0;
 
     [[nodiscard]] static ProcessResources now();
@@ -19,7 +19,7 @@ struct ProcessResources {
     friend std::ostream& operator<<(std::ostream& stream, const ProcessResources& resources);
 };
 
-/// Fails the test if, at the end of its life, the process holds anything else than at the beginning.
+/// Its destructor fails the test if the process holds other resources than at its construction.
 class ResourceGuard {
 public:
     ResourceGuard();

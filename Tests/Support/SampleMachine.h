@@ -14,15 +14,15 @@ namespace tallyglass::test {
 
 class SampleMachine {
 public:
-    static constexpr std::size_t backupCount = 8; ///< of the shared one
-    /// The machine's present.
+    static constexpr std::size_t backupCount = 8; ///< of the shared machine
+    /// The machine's current date.
     static constexpr auto now = "2026-11-22T12:00:00Z";
     static constexpr auto volumeName = "Macintosh HD - Data";
 
     /// Made on first use, removed at the end of the process. Throws when it can't be made.
     [[nodiscard]] static const SampleMachine& shared();
 
-    /// One of its own, with these options of the program, such as "--backups", "3".
+    /// A separate one, made with these options of the program, such as "--backups", "3".
     explicit SampleMachine(const std::vector<std::string>& options);
 
     /// The machine's root: what TALLYGLASS_ROOT names.

@@ -1,4 +1,4 @@
-// A folder of a test's own, removed with everything in it at the end of the test.
+// A temporary folder, removed recursively by the destructor.
 
 #pragma once
 

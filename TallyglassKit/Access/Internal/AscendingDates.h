@@ -1,5 +1,4 @@
-// A list of dates that is always in ascending order, whatever it is made of. Dates that aren't a finite
-// number of seconds have no place in an order and are left out.
+// A list of dates that is always in ascending order. Dates that aren't finite are omitted.
 //
 // A value; different threads may read one object at once.
 
@@ -18,8 +17,7 @@ namespace tallyglass {
 class AscendingDates {
 public:
     AscendingDates() = default;
-    AscendingDates(std::vector<Date> dates)
-        : m_dates(std::move(dates)) { // implicit: it only restores the order
+    AscendingDates(std::vector<Date> dates) : m_dates(std::move(dates)) { // implicit, as it only sorts
         std::erase_if(m_dates, [](Date date) { return !std::isfinite(secondsSince1970(date)); });
         std::ranges::sort(m_dates);
     }
@@ -32,7 +30,7 @@ public:
     [[nodiscard]] std::size_t size() const { return m_dates.size(); }
     [[nodiscard]] auto begin() const { return m_dates.begin(); }
     [[nodiscard]] auto end() const { return m_dates.end(); }
-    /// Requires: the index is within the list, or the list isn't empty.
+    /// Requires: the index is in range, or the list isn't empty.
     [[nodiscard]] Date operator[](std::size_t index) const { return m_dates[index]; }
     [[nodiscard]] Date front() const { return m_dates.front(); }
     [[nodiscard]] Date back() const { return m_dates.back(); }

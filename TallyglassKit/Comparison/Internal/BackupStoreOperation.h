@@ -1,4 +1,4 @@
-// How an operation of a BackupStore gets its connection: alone, in its turn.
+// Exclusive access to a BackupStore's connection for one operation.
 
 #pragma once
 
@@ -12,8 +12,8 @@
 
 namespace tallyglass {
 
-/// One operation, the only one on the connection while it lives. Its wait for that, its statements and their
-/// waits for locks end with Cancelled soon after `stop` was stopped, and its waits fail at `waitEnd`.
+/// Holds the connection for its lifetime. The wait for that, statements and their waits for locks end with
+/// Cancelled soon after a stop, and waits fail at `waitEnd`.
 class BackupStore::Operation {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;

@@ -1,4 +1,4 @@
-// Which columns of the diff cache hold the fields of its records.
+// The columns of the diff cache in which the fields of its records are stored.
 
 #pragma once
 
@@ -36,7 +36,7 @@ struct RecordTable<ChangeRecord> {
                    Column("differences", &ChangeRecord::differences));
 };
 
-/// Not a table: the rows of a query.
+/// Not a table, but the rows of a query.
 template <>
 struct RecordTable<DirectoryRollup> {
     static constexpr auto columns = std::tuple(Column("path", &DirectoryRollup::path),

@@ -9,7 +9,7 @@ namespace tallyglass {
 
 namespace {
 
-/// `a` - `b`, if both are there and 64 bits hold it.
+/// `a` - `b`, if both are present and the result fits in 64 bits.
 std::optional<std::int64_t> difference(std::optional<std::int64_t> a, std::optional<std::int64_t> b) {
     std::int64_t result = 0;
     if (!a || !b || __builtin_sub_overflow(*a, *b, &result))

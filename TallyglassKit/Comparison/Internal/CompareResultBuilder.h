@@ -1,5 +1,6 @@
-// Makes records of the changes that a reader of compare output finds, whatever the form of that output. Used
-// by one thread.
+// Builds records from the changes that a reader of compare output finds, for all forms of that output. An
+// item on both sides is a modification, on one side an addition or a removal; the size delta is the
+// difference of the sides' sizes. One thread.
 
 #pragma once
 
@@ -31,7 +32,7 @@ struct CompareChange {
 
 class CompareResultBuilder {
 public:
-    /// What every record needs. Borrows the roots.
+    /// The input common to all records. Borrows the roots.
     struct Context {
         std::span<const std::string> roots;
         const SharedText& comparisonID;
@@ -41,14 +42,14 @@ public:
 
     void add(const CompareChange& change);
 
-    /// Forgets all changes, because a later "Changes" takes the place of this one.
+    /// Discards all changes, because a later "Changes" replaces them.
     void removeChanges();
 
-    /// For the reader to write the totals, which stay as they are.
+    /// For the reader to set the totals, which are returned unchanged.
     [[nodiscard]] TMUtilCompare::Result& result() { return m_result; }
 
-    /// The result, once all has been read. Throws Error if an item had no path; not before, because a later
-    /// "Changes" may take the place of that item, or the data turn out to be no property list at all.
+    /// The result, after everything has been read. Throws Error if an item had no path; not earlier, because
+    /// a later "Changes" may replace that item, or the rest of the data may be malformed.
     [[nodiscard]] TMUtilCompare::Result finish();
 
 private:

@@ -8,7 +8,7 @@ namespace tallyglass {
 
 namespace {
 
-// What is read from a list without shared parts takes about twice its size.
+// The records from a list without shared values take about twice its size.
 constexpr std::size_t growthLimit = 32;
 
 class CompareTreeReader {

@@ -1,4 +1,4 @@
-// Reads compare output from the tree of a property list, for the forms that have no reader of their own.
+// Reads compare output from a parsed property list, for the forms other than XML.
 
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace tallyglass {
 
-/// `dataSize` is the size of what the tree was read from: a small binary list can name one long path over and
-/// over, and is refused when its records would outgrow it by far. Throws Error.
+/// `dataSize` is the size of the parsed data: a small binary list can contain one long path many times, and
+/// is rejected if its records would be far larger than the data. Throws Error.
 [[nodiscard]] TMUtilCompare::Result readCompareTree(PropertyListValue root, std::size_t dataSize,
                                                     const CompareResultBuilder::Context& context);
 

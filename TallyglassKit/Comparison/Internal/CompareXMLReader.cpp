@@ -5,19 +5,21 @@
 
 #include <array>
 
+// Recursive descent through the known structure, with a function for each dictionary that handles its keys as
+// they come. Values of unknown keys or of the wrong type are skipped. Of equal keys the last wins, so each
+// one first resets its field.
+
 namespace tallyglass {
 
 namespace {
 
 using Token = XMLTokenizer::Token;
 
-// A value of a wrong type is read over and leaves its field absent. Of equal keys the last wins: each one
-// starts its field anew.
 class CompareXMLReader {
 public:
     CompareXMLReader(std::string_view data, const CompareResultBuilder::Context& context)
         : m_xml(data), m_builder(context) {
-        // A change takes some 550 bytes. Room that is never used is never touched either.
+        // A change takes some 550 bytes. Reserved memory that isn't used is never touched.
         constexpr std::size_t shortChange = 400;
         m_builder.result().changes.reserve(data.size() / shortChange);
     }
@@ -31,14 +33,14 @@ public:
             else
                 m_xml.skipValue();
         });
-        m_xml.next(); // sees to it that the document ends as it must
+        m_xml.next(); // checks that the document ends properly
         if (!isDictionary)
             throw Error("The root is no dictionary.");
         return m_builder.finish();
     }
 
 private:
-    /// Calls `visit` at the value of each key, to read it, if `first` begins a dictionary.
+    /// If `first` begins a dictionary, calls `visit` for each key to read its value.
     template <typename Visit>
     bool forEachKey(Token first, Visit visit) {
         if (first != Token::dictionary) {
@@ -101,7 +103,7 @@ private:
         m_builder.add(change);
     }
 
-    /// Reads an item. `kept` keeps its path if that had to be decoded.
+    /// Reads an item. Its path is stored in `kept` if it had to be decoded.
     void readItem(CompareItem& item, std::string& kept) {
         item = {};
         item.isPresent = forEachKey(m_xml.next(), [&](std::string_view key) {
@@ -149,7 +151,7 @@ private:
 
     XMLTokenizer m_xml;
     CompareResultBuilder m_builder;
-    std::array<std::string, 4> m_paths; // decoded paths of the change at hand
+    std::array<std::string, 4> m_paths; // decoded paths of the current change
     std::string m_differences;
 };
 

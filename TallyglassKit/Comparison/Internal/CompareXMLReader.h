@@ -1,4 +1,4 @@
-// Reads compare output in XML in one pass, without a tree. Gives what CompareTreeReader would give.
+// Reads compare output in XML in one pass, without a tree, with the same result as CompareTreeReader.
 
 #pragma once
 

@@ -1,9 +1,12 @@
-// Why runs that meet come to an end: a run takes the row without waiting only from one that has no changes
-// yet, has failed, or can't answer it because it is older. The first happens once for each run that begins,
-// since a row is taken over together with its first changes; the second once for each failure; and where
-// being older counts, the newest run wins. Taking the row from a run that has stopped needs ever more
-// patience, so that slow ones don't take it from each other forever. Of several that would take the row, one
-// does: it must be as they saw it.
+// Several runs of one comparison compete for its row. Each write first checks, in its transaction, that the
+// row is as the run's last write left it (RunReplaced otherwise). A run that has lost its row returns the
+// other run's result if that has finished and is recent enough for it, waits while the other makes progress,
+// and otherwise takes the row over together with its own first changes; of several that try, one succeeds,
+// because the row must be as they saw it. This terminates: a run takes over without waiting only from a run
+// that has no changes yet, has failed, or is too old to serve as its result. The first happens once per run,
+// since a row is taken over together with changes; the second once per failure; and among runs that reject
+// older results the newest wins. Taking over from a stalled run requires a patience that grows each time, so
+// that slow runs don't take the row from each other forever.
 
 #include "TallyglassKit/Comparison/Internal/ComparisonRun.h"
 
@@ -34,11 +37,11 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-/// How long a run stores before it lets others have the lock: often enough for those who wait, and seldom
-/// enough to cost little.
-constexpr std::chrono::milliseconds timeBetweenBreaks{200};
+/// How long a run stores before it pauses for other connections: often enough for them, and seldom enough to
+/// cost little.
+constexpr std::chrono::milliseconds timeBetweenPauses{200};
 
-constexpr std::chrono::milliseconds timeBetweenLooks{50};
+constexpr std::chrono::milliseconds pollInterval{50};
 
 bool isStoring(const Comparison& row) {
     return row.isPartial && !row.completedAt && row.totalChanges() > 0;
@@ -74,17 +77,17 @@ Comparison ComparisonRun::store(std::span<const ChangeRecord> changes, std::size
 
 void ComparisonRun::fail(const std::string& why) noexcept {
     try {
-        m_store.finishComparison(m_row, why); // takes no stop token: it must happen after a cancellation
-    } catch (...) {                           // what made the run fail is the failure to tell
+        m_store.finishComparison(m_row, why); // no stop token: it must happen after a cancellation, too
+    } catch (...) {                           // the original failure is the one to report
     }
 }
 
 void ComparisonRun::storeRest(const Work& work) {
-    auto lastBreak = SteadyClock::now();
+    auto lastPause = SteadyClock::now();
     while (m_stored < work.changes.size()) {
-        if (SteadyClock::now() - lastBreak > timeBetweenBreaks) {
-            std::this_thread::sleep_for(breakForOthers);
-            lastBreak = SteadyClock::now();
+        if (SteadyClock::now() - lastPause > timeBetweenPauses) {
+            std::this_thread::sleep_for(lockPause);
+            lastPause = SteadyClock::now();
         }
         const auto batch = work.batch(m_stored);
         m_row = m_store.appendChanges(batch, m_row, work.stop);
@@ -93,12 +96,12 @@ void ComparisonRun::storeRest(const Work& work) {
     }
 }
 
-/// After the row was lost: the result that it holds in the end, or nothing when it is this run's again and
-/// changes are left to store.
+/// After the row was lost: the other run's result, or nothing if this run has taken the row over and has more
+/// changes to store.
 std::optional<Comparison> ComparisonRun::settle(const Work& work) {
     while (true) {
         const auto seen = waitForOther(work);
-        if (seen && !seen->isPartial && isAnsweredBy(*seen))
+        if (seen && !seen->isPartial && accepts(*seen))
             return seen;
         const auto batch = work.batch(0);
         const bool isAll = batch.size() == work.changes.size();
@@ -112,11 +115,11 @@ std::optional<Comparison> ComparisonRun::settle(const Work& work) {
     }
 }
 
-/// The row, when there is nothing to wait for any longer.
+/// Waits while another run makes progress, then returns the row.
 std::optional<Comparison> ComparisonRun::waitForOther(const Work& work) {
     auto row = m_store.comparison(m_begun.id, work.stop);
-    for (auto lastProgress = SteadyClock::now(); row && isStoring(*row) && isAnsweredBy(*row);) {
-        pause(timeBetweenLooks, work.stop);
+    for (auto lastProgress = SteadyClock::now(); row && isStoring(*row) && accepts(*row);) {
+        pause(pollInterval, work.stop);
         auto next = m_store.comparison(m_begun.id, work.stop);
         if (next != row) {
             row = std::move(next);
@@ -129,7 +132,7 @@ std::optional<Comparison> ComparisonRun::waitForOther(const Work& work) {
     return row;
 }
 
-bool ComparisonRun::isAnsweredBy(const Comparison& other) const {
+bool ComparisonRun::accepts(const Comparison& other) const {
     return m_acceptOlder || other.startedAt >= asStored(m_begun.startedAt);
 }
 

@@ -1,6 +1,6 @@
 // The table of a record type, and the SQL statements that store and find its records.
 //
-// A record type takes part by specialising RecordTable beside the code that stores it:
+// A record type is made storable by a specialisation of RecordTable beside the code that stores it:
 //
 //     template <>
 //     struct RecordTable<Comparison> {
@@ -40,13 +40,13 @@ struct Column {
 /// The statements on records of one type. Those that store have the columns as their parameters, in order.
 template <typename Record>
 struct RecordSQL {
-    /// Of that many records in one statement, whose parameters stand one record after the other.
+    /// For that many records in one statement, whose parameters are the fields of one record after the other.
     template <std::size_t count = 1>
     [[nodiscard]] static const std::string& insert();
-    /// A row with the same primary key takes all other values.
+    /// Updates all other columns of a row with the same primary key.
     [[nodiscard]] static const std::string& upsert();
-    /// Sets all columns but the primary key: setting that anew, if only to its own value, makes SQLite look
-    /// for every row that refers to it.
+    /// Sets all columns but the primary key: assigning that, even its current value, makes SQLite search for
+    /// every row that refers to it.
     [[nodiscard]] static const std::string& update();
     /// Its parameter is the primary key.
     [[nodiscard]] static const std::string& selectByKey();
@@ -55,8 +55,8 @@ private:
     using Table = RecordTable<Record>;
     enum class Which { all, key, allButKey };
 
-    /// `pattern` for each of those columns, joined with ", "; in it "@" stands for the column's name and "#"
-    /// for its parameter.
+    /// `pattern` for each of these columns, joined with ", ", with "@" replaced by the column's name and "#"
+    /// by its parameter.
     [[nodiscard]] static std::string list(std::string_view pattern, Which which = Which::all);
 };
 

@@ -1,8 +1,8 @@
-// Named bytes that the file system keeps beside an item, under the names of the system whose backups these
-// are, such as "com.apple.metadata:com_apple_backup_excludeItem". A symbolic link is taken as itself; where
+// Extended attributes of file system items, under the names of the system whose backups these are, such as
+// "com.apple.metadata:com_apple_backup_excludeItem". Symbolic links aren't followed; on file systems where
 // links can't have attributes, they have none.
 //
-// Linux keeps them in its namespace "user.", which isn't part of the names here. Any thread.
+// Linux keeps them in its namespace "user.", which the names here omit. Any thread.
 
 #pragma once
 
@@ -12,16 +12,16 @@
 
 namespace tallyglass {
 
-/// Whether the item has the attribute, its value being left unread. False on any failure.
+/// Whether the item has the attribute, without reading its value. False on any failure.
 [[nodiscard]] bool hasExtendedAttribute(const std::string& path, std::string_view name);
 
 /// The value of the attribute; absent if there is none or it can't be read.
 [[nodiscard]] std::optional<std::string> extendedAttribute(const std::string& path, std::string_view name);
 
-/// Gives the item the attribute, in place of an older value. Throws FileError.
+/// Sets the attribute, replacing any previous value. Throws FileError.
 void setExtendedAttribute(const std::string& path, std::string_view name, std::string_view value);
 
-/// Takes the attribute away, if the item has it. Throws FileError.
+/// Removes the attribute, if the item has it. Throws FileError.
 void removeExtendedAttribute(const std::string& path, std::string_view name);
 
 } // namespace tallyglass

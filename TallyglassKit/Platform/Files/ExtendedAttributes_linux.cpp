@@ -25,7 +25,7 @@ std::optional<std::string> extendedAttribute(const std::string& path, std::strin
             return std::nullopt;
         std::string value(static_cast<std::size_t>(size), '\0');
         const auto read = lgetxattr(path.c_str(), full.c_str(), value.data(), value.size());
-        if (read >= 0 && read <= size) { // a size of 0 asks once more for the size, which may have grown
+        if (read >= 0 && read <= size) { // a size of 0 queries the size again, which may have grown
             value.resize(static_cast<std::size_t>(read));
             return value;
         }

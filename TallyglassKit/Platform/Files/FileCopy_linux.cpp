@@ -1,4 +1,5 @@
-// Copying lets the kernel move the bytes, which on some file systems only shares them.
+// Copies a tree item by item in folders held open, so that nobody can redirect it by a link. The kernel
+// copies the bytes, hole by hole, and shares them where the file system can.
 
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
 #include "TallyglassKit/Platform/Files/FileError.h"
@@ -22,11 +23,11 @@ namespace tallyglass {
 
 namespace {
 
-/// What one system call copies at most, so that a stop is seen soon.
+/// The most that one system call copies, so that a stop takes effect soon.
 constexpr std::size_t chunkSize = std::size_t{16} << 20;
 
-/// Copies what the file system lets a target have: lists of access and the users' own attributes. The rest
-/// belongs to the system.
+/// Copies the attributes that the file system accepts: access control lists and user attributes. The others
+/// belong to the system.
 void copyAttributes(const WalkItem& source, int from, const WalkItem& target, int to) {
     std::string names(4096, '\0');
     ssize_t length = 0;
@@ -45,7 +46,7 @@ void copyAttributes(const WalkItem& source, int from, const WalkItem& target, in
             continue;
         const auto size = fgetxattr(from, name.c_str(), value.data(), value.size());
         if (size < 0 && errno == ENODATA)
-            continue; // taken away meanwhile
+            continue; // removed meanwhile
         if (size < 0)
             source.fail();
         if (fsetxattr(to, name.c_str(), value.data(), static_cast<std::size_t>(size), 0) != 0 &&
@@ -54,27 +55,27 @@ void copyAttributes(const WalkItem& source, int from, const WalkItem& target, in
     }
 }
 
-/// The modification time goes last: all before it would change it.
+/// The modification time is set last, as every other change would modify it.
 void copyProperties(const WalkItem& source, int from, const WalkItem& target, int to,
                     const struct stat& status) {
     copyAttributes(source, from, target, to);
     mode_t mode = status.st_mode & 07777;
     if (fchown(to, status.st_uid, status.st_gid) != 0)
-        mode &= static_cast<mode_t>(~(S_ISUID | S_ISGID)); // they would lend the rights of another owner
+        mode &= static_cast<mode_t>(~(S_ISUID | S_ISGID)); // they would grant the rights of another owner
     const std::array times = {status.st_atim, status.st_mtim};
     if (fchmod(to, mode) != 0 || futimens(to, times.data()) != 0)
         target.fail();
 }
 
-/// Copies up to `length` bytes from `position` of one file to the same place of the other. Returns how many,
-/// or -1.
+/// Copies up to `length` bytes at `position` of one file to the same position of the other. Returns their
+/// number, or -1.
 ssize_t copyRange(int from, int to, off_t position, std::size_t length) {
     off_t in = position;
     off_t out = position;
     const auto count = copy_file_range(from, &in, to, &out, length, 0);
     if (count >= 0 || (errno != EXDEV && errno != EINVAL && errno != EOPNOTSUPP && errno != ENOSYS))
         return count;
-    if (lseek(to, position, SEEK_SET) < 0) // not between these two file systems: the older way
+    if (lseek(to, position, SEEK_SET) < 0) // unsupported between these file systems
         return -1;
     return sendfile(to, from, &in, length);
 }
@@ -84,10 +85,10 @@ void copyLink(const WalkItem& source, const WalkItem& target, const struct stat&
     const auto length = readlinkat(source.folder, source.name.c_str(), text.data(), text.size());
     if (length < 0)
         source.fail();
-    const std::string leadsTo(text.data(), static_cast<std::size_t>(length));
+    const std::string linkTarget(text.data(), static_cast<std::size_t>(length));
     const char* name = target.name.c_str();
     const std::array times = {status.st_atim, status.st_mtim};
-    if (symlinkat(leadsTo.c_str(), target.folder, name) != 0 ||
+    if (symlinkat(linkTarget.c_str(), target.folder, name) != 0 ||
         utimensat(target.folder, name, times.data(), AT_SYMLINK_NOFOLLOW) != 0)
         target.fail();
     static_cast<void>(
@@ -105,7 +106,7 @@ private:
     void copyFile(const WalkItem& source, const WalkItem& target, const struct stat& status);
     void copyContents(const WalkItem& source, int from, const WalkItem& target, int to, off_t size) const;
     void copyFolder(const WalkItem& source, const WalkItem& target, const struct stat& status);
-    void goOn() const {
+    void throwIfStopped() const {
         if (m_stop.stop_requested())
             throw Cancelled();
     }
@@ -116,7 +117,7 @@ private:
 };
 
 void Copier::copy(const WalkItem& source, const WalkItem& target) {
-    goOn();
+    throwIfStopped();
     const struct stat status = source.status();
     switch (status.st_mode & S_IFMT) {
     case S_IFREG:
@@ -140,8 +141,8 @@ void Copier::copyFile(const WalkItem& source, const WalkItem& target, const stru
                                    O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!to.isOpen())
         target.fail();
-    copyContents(source, from.number(), target, to.number(), status.st_size);
-    copyProperties(source, from.number(), target, to.number(), status);
+    copyContents(source, from.fd(), target, to.fd(), status.st_size);
+    copyProperties(source, from.fd(), target, to.fd(), status);
 }
 
 void Copier::copyContents(const WalkItem& source, int from, const WalkItem& target, int to,
@@ -154,13 +155,13 @@ void Copier::copyContents(const WalkItem& source, int from, const WalkItem& targ
         position = std::max(position, end);
         end = lseek(from, position, SEEK_HOLE);
         if (end <= position)
-            end = size; // unknown, so all of it
+            end = size; // holes unknown, so everything
         while (position < end) {
-            goOn();
+            throwIfStopped();
             const auto length = std::min<off_t>(chunkSize, end - position);
             const auto count = copyRange(from, to, position, static_cast<std::size_t>(length));
             if (count == 0)
-                end = size = position; // has become shorter meanwhile
+                end = size = position; // the file was truncated meanwhile
             else if (count > 0)
                 position += count;
             else if (errno == ENOSPC || errno == EDQUOT || errno == EFBIG)
@@ -184,10 +185,10 @@ void Copier::copyFolder(const WalkItem& source, const WalkItem& target, const st
     const OpenFolder to(target);
     for (std::string& name : from.readNames())
         copy(from.item(name), to.item(name));
-    copyProperties(source, from.number(), target, to.number(), status);
+    copyProperties(source, from.fd(), target, to.fd(), status);
 }
 
-/// Where a copy grows until it is complete: beside its destination, whose path is the one that errors tell.
+/// The temporary name of a copy until it is complete, beside its destination, whose path errors report.
 WalkItem draft(const WalkItem& destination) {
     std::random_device random;
     const std::string folder = destination.name.substr(0, destination.name.rfind('/') + 1);
@@ -200,7 +201,7 @@ void giveName(const WalkItem& from, const WalkItem& to) {
         return;
     if (errno != EINVAL)
         to.fail();
-    // This file system has only the call that replaces.
+    // This file system only has a rename that replaces.
     if (faccessat(to.folder, to.name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0)
         to.fail(EEXIST);
     if (renameat(from.folder, from.name.c_str(), to.folder, to.name.c_str()) != 0)
@@ -212,7 +213,7 @@ void giveName(const WalkItem& from, const WalkItem& to) {
 void copyItem(const std::string& source, const std::string& destination, std::stop_token stop) {
     const WalkItem from = WalkItem::at(source);
     const WalkItem to = WalkItem::at(destination);
-    static_cast<void>(from.status()); // a missing source is told first
+    static_cast<void>(from.status()); // a missing source is reported first
     if (faccessat(to.folder, to.name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0)
         to.fail(EEXIST);
     const WalkItem copy = draft(to);
@@ -222,7 +223,7 @@ void copyItem(const std::string& source, const std::string& destination, std::st
     } catch (...) {
         try {
             remove(copy, Removal::forced, {});
-        } catch (const FileError&) { // nothing was made, or no more can be done
+        } catch (const FileError&) { // nothing was created, or cleaning up failed too
         }
         throw;
     }

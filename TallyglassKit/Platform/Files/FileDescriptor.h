@@ -11,29 +11,29 @@ namespace tallyglass {
 class FileDescriptor {
 public:
     FileDescriptor() noexcept = default;
-    /// Takes `number` over; a negative one owns nothing.
-    explicit FileDescriptor(int number) noexcept : m_number(number) {}
-    FileDescriptor(FileDescriptor&& other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
+    /// Takes ownership of `fd`; a negative one owns nothing.
+    explicit FileDescriptor(int fd) noexcept : m_fd(fd) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
-        std::swap(m_number, other.m_number);
+        std::swap(m_fd, other.m_fd);
         other.close();
         return *this;
     }
     ~FileDescriptor() { close(); }
 
-    /// The number, -1 when closed.
-    [[nodiscard]] int number() const noexcept { return m_number; }
-    [[nodiscard]] bool isOpen() const noexcept { return m_number >= 0; }
+    /// -1 when closed.
+    [[nodiscard]] int fd() const noexcept { return m_fd; }
+    [[nodiscard]] bool isOpen() const noexcept { return m_fd >= 0; }
 
-    /// Gives the descriptor away, open.
-    int release() noexcept { return std::exchange(m_number, -1); }
+    /// Gives up ownership without closing.
+    int release() noexcept { return std::exchange(m_fd, -1); }
     void close() noexcept {
         if (isOpen())
             ::close(release());
     }
 
 private:
-    int m_number = -1;
+    int m_fd = -1;
 };
 
 } // namespace tallyglass

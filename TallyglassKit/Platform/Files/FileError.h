@@ -1,9 +1,9 @@
-// A failure of the file system, in the platform's words. Immutable; any thread may read it.
+// A failure of the file system, with the platform's text. Immutable; any thread may read it.
 
 #pragma once
 
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/ErrorText.h"
 
 #include <memory>
 #include <string>
@@ -14,9 +14,9 @@ class FileError : public Error {
 public:
     /// `code` is an error number of the platform such as ENOENT.
     FileError(int code, const std::string& path) : FileError(code, path, errorText(code)) {}
-    /// The same with other words than the platform's.
-    FileError(int code, const std::string& path, const std::string& words)
-        : Error(path + ": " + words), m_code(code), m_path(std::make_shared<const std::string>(path)) {}
+    /// The same with another text than the platform's.
+    FileError(int code, const std::string& path, const std::string& text)
+        : Error(path + ": " + text), m_code(code), m_path(std::make_shared<const std::string>(path)) {}
 
     [[nodiscard]] int code() const noexcept { return m_code; }
     [[nodiscard]] const std::string& path() const noexcept { return *m_path; }

@@ -14,15 +14,15 @@ namespace tallyglass {
 
 namespace {
 
-/// What one read takes at most, so that a stop is seen soon.
+/// The most that one read takes, so that a stop takes effect soon.
 constexpr std::size_t readSize = std::size_t{16} << 20;
-/// Milliseconds after which a wait for input looks for a stop.
+/// Milliseconds between checks for a stop while waiting for input.
 constexpr int stopInterval = 100;
 
-/// The size of the open regular file, which is to be `most` at most.
+/// The size of the open regular file. Throws if it exceeds `most`.
 std::size_t checkedSize(const FileDescriptor& file, const std::string& path, std::size_t most) {
     struct stat status {};
-    if (fstat(file.number(), &status) != 0)
+    if (fstat(file.fd(), &status) != 0)
         throw FileError(errno, path);
     if (S_ISDIR(status.st_mode))
         throw FileError(EISDIR, path);
@@ -34,8 +34,7 @@ std::size_t checkedSize(const FileDescriptor& file, const std::string& path, std
     return size;
 }
 
-/// Reads until the end; `expected` is how many bytes that may be, `wait` returns when a read won't block for
-/// long.
+/// Reads until the end. `expected` is a hint of the size; `wait` returns when a read won't block for long.
 template <typename Wait>
 ByteBuffer readToEnd(int descriptor, const std::string& name, std::size_t expected, std::size_t most,
                      const std::stop_token& stop, Wait wait) {
@@ -65,8 +64,8 @@ ByteBuffer readFile(const std::string& path, std::stop_token stop, std::size_t m
     const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.isOpen())
         throw FileError(errno, path);
-    // A file may grow meanwhile, so the end counts and not the size; the byte more is for meeting the end.
-    return readToEnd(file.number(), path, checkedSize(file, path, most) + 1, most, stop, [] {});
+    // A file may grow meanwhile, so the size is only a hint; the extra byte lets the last read find the end.
+    return readToEnd(file.fd(), path, checkedSize(file, path, most) + 1, most, stop, [] {});
 }
 
 ByteBuffer readStandardInput(std::stop_token stop, std::size_t most) {

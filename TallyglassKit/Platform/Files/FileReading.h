@@ -1,5 +1,5 @@
-// Whole files as bytes. Any thread. A stop throws Cancelled, and more than `most` bytes a FileError with
-// EFBIG: for a file that has them already before anything is read, for one that grows as soon as it has.
+// Whole files as bytes. Any thread. A stop throws Cancelled. More than `most` bytes throw a FileError with
+// EFBIG: before reading if the file is that large already, else as soon as the limit is exceeded.
 
 #pragma once
 
@@ -12,13 +12,13 @@
 
 namespace tallyglass {
 
-/// The contents of the regular file at `path`, a symbolic link being followed. Throws FileError if it is
-/// missing, may not be read or is something else than a file: a folder has EISDIR, and a pipe or a device,
-/// which might never end, has EINVAL.
+/// The contents of the regular file at `path`; symbolic links are followed. Throws FileError if it is
+/// missing, unreadable or not a regular file: EISDIR for a folder, EINVAL for a pipe or device, which might
+/// never end.
 [[nodiscard]] ByteBuffer readFile(const std::string& path, std::stop_token stop = {},
                                   std::size_t most = SIZE_MAX);
 
-/// What the program is given on standard input, of whichever kind that is, up to its end.
+/// All of standard input, whatever its kind.
 [[nodiscard]] ByteBuffer readStandardInput(std::stop_token stop = {}, std::size_t most = SIZE_MAX);
 
 } // namespace tallyglass

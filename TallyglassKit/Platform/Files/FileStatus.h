@@ -1,4 +1,4 @@
-// What the file system says of one item, without opening it. A value; any thread.
+// The status of one file system item, without opening it. A value; any thread.
 
 #pragma once
 
@@ -16,23 +16,22 @@ struct FileStatus {
     Kind kind = Kind::file;
     std::uint64_t device = 0; ///< the file system that holds the item, within which `inode` is unique
     std::uint64_t inode = 0;
-    std::int64_t size = 0;                ///< bytes of the contents; of a link, of its target's path
+    std::int64_t size = 0;                ///< bytes of the contents; for a link, of its target's path
     std::int64_t modifiedSeconds = 0;     ///< since 1970, rounded down
-    std::int32_t modifiedNanoseconds = 0; ///< on top of them
+    std::int32_t modifiedNanoseconds = 0; ///< added to modifiedSeconds
 
     [[nodiscard]] bool isFolder() const { return kind == Kind::folder; }
     [[nodiscard]] Date modified() const {
         return dateSince1970(static_cast<double>(modifiedSeconds) + modifiedNanoseconds * 1e-9);
     }
 
-    /// The status of the item at `path`, a symbolic link being reported as itself; absent when it can't be
-    /// had, for whatever reason.
+    /// The status of the item at `path`, without following a symbolic link; absent on any failure.
     [[nodiscard]] static std::optional<FileStatus> of(const std::string& path);
 
     friend bool operator==(const FileStatus&, const FileStatus&) = default;
 };
 
-/// Whether there is an item at `path`, where a symbolic link counts as what it leads to.
+/// Whether there is an item at `path`; symbolic links are followed.
 [[nodiscard]] bool fileExists(const std::string& path);
 
 /// Whether there is a regular file at `path`, or a symbolic link to one, that this process may execute.

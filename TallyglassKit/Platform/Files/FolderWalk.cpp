@@ -12,13 +12,13 @@
 namespace tallyglass {
 
 WalkItem WalkItem::at(const std::string& path) {
-    // A slash at the end would make the system follow a link.
+    // A trailing slash would make the system follow a link.
     const auto end = path.find_last_not_of('/');
     std::string bare = end == std::string::npos ? path.substr(0, 1) : path.substr(0, end + 1);
     const WalkItem item{AT_FDCWD, bare, bare};
     const auto name = std::string_view(bare).substr(bare.rfind('/') + 1);
     if (name == "." || name == ".." || bare == "/")
-        item.fail(EINVAL); // a removal would find out only when it has emptied the folder
+        item.fail(EINVAL); // a removal would only fail after emptying the folder
     return item;
 }
 
@@ -50,7 +50,7 @@ void OpenFolder::open(const WalkItem& item, int flags) {
         openat(item.folder, item.name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK | flags));
     if (!folder.isOpen())
         item.fail();
-    m_folder.reset(fdopendir(folder.number()));
+    m_folder.reset(fdopendir(folder.fd()));
     if (!m_folder)
         item.fail();
     folder.release();
@@ -78,7 +78,7 @@ WalkItem OpenFolder::item(std::string name) const {
     if (!path.ends_with('/'))
         path += '/';
     path += name;
-    return {number(), std::move(name), std::move(path)};
+    return {fd(), std::move(name), std::move(path)};
 }
 
 void remove(const WalkItem& item, Removal removal, const std::stop_token& stop) {

@@ -1,6 +1,6 @@
-// The steps of a walk through a tree that others may change meanwhile. Each item is reached by its name in
-// the open folder that holds it and no link is followed, so a folder that is swapped for a link can't lead a
-// walk elsewhere. One thread at a time.
+// The steps of a walk through a tree that others may change meanwhile. Each item is opened by its name
+// relative to its open parent folder and no link is followed, so replacing a folder by a link can't redirect
+// a walk. One thread at a time.
 
 #pragma once
 
@@ -16,13 +16,13 @@ namespace tallyglass {
 
 class OpenFolder;
 
-/// An item as a walk reaches it. Doesn't outlive the folder that holds it.
+/// An item during a walk. Must not outlive its parent folder.
 struct WalkItem {
-    int folder;       ///< the descriptor of the folder that holds it
+    int folder;       ///< the descriptor of its parent folder
     std::string name; ///< in that folder
-    std::string path; ///< for the words of errors
+    std::string path; ///< for error messages
 
-    /// Where a walk begins. Throws FileError for a path that ends in "." or ".." or is the root.
+    /// The item at which a walk begins. Throws FileError for a path that ends in "." or ".." or is the root.
     [[nodiscard]] static WalkItem at(const std::string& path);
 
     [[nodiscard]] struct stat status() const;
@@ -37,11 +37,11 @@ class OpenFolder {
 public:
     /// Throws FileError.
     explicit OpenFolder(const WalkItem& item);
-    /// The folder at `path`, where a link counts as what it leads to.
+    /// The folder at `path`; symbolic links are followed.
     explicit OpenFolder(const std::string& path);
 
-    [[nodiscard]] int number() const { return dirfd(m_folder.get()); }
-    /// The names in it without "." and "..", ascending by their bytes. Can be asked for once.
+    [[nodiscard]] int fd() const { return dirfd(m_folder.get()); }
+    /// The names in it without "." and "..", ascending by their bytes. Can be read once.
     [[nodiscard]] std::vector<std::string> readNames();
     [[nodiscard]] WalkItem item(std::string name) const;
 
@@ -56,7 +56,7 @@ private:
     std::unique_ptr<DIR, Close> m_folder;
 };
 
-/// Whether a removal may open what is closed to it. Only for trees that we made ourselves.
+/// Whether a removal may change permissions that would prevent it. Only for trees that the program created.
 enum class Removal { asPermitted, forced };
 
 void remove(const WalkItem& item, Removal removal, const std::stop_token& stop);

@@ -21,16 +21,16 @@ void makePrivateFolder(const std::filesystem::path& folder) {
     if (folder.has_parent_path() && folder.has_relative_path())
         makePrivateFolder(folder.parent_path());
     if (mkdir(folder.c_str(), S_IRWXU) == 0) {
-        if (chmod(folder.c_str(), S_IRWXU) != 0) // the umask may have taken our own rights
+        if (chmod(folder.c_str(), S_IRWXU) != 0) // the umask may have removed the user's own rights
             throw FileError(errno, folder);
-    } else if (errno != EEXIST) { // another process may have been faster
+    } else if (errno != EEXIST) { // another process may have created it meanwhile
         throw FileError(errno, folder);
     }
 }
 
 void makePrivateFile(const std::filesystem::path& file) {
-    // Closing any descriptor of a file drops all of this process's locks on it, so none may be open here once
-    // another thread can find the file and lock it.
+    // Closing any descriptor of a file releases all of this process's locks on it, so none may be open here
+    // once another thread can find and lock the file.
     static std::mutex creation;
     const std::lock_guard lock(creation);
     struct stat status {};
@@ -39,16 +39,16 @@ void makePrivateFile(const std::filesystem::path& file) {
             throw FileError(EINVAL, file, "Not a regular file");
         return;
     }
-    // Where a link leads nowhere, the file is made there, which O_EXCL would forbid.
+    // A dangling link gets its target created, which O_EXCL would prevent.
     const bool isLink = lstat(file.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
     const FileDescriptor descriptor(
         open(file.c_str(), O_CREAT | (isLink ? 0 : O_EXCL) | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    if (descriptor.isOpen() ? fchmod(descriptor.number(), S_IRUSR | S_IWUSR) != 0 : errno != EEXIST)
+    if (descriptor.isOpen() ? fchmod(descriptor.fd(), S_IRUSR | S_IWUSR) != 0 : errno != EEXIST)
         throw FileError(errno, file);
 }
 
 void takeRightsFromOthers(const std::filesystem::path& path) {
-    // Without a descriptor, for the same reason.
+    // By path, without a descriptor, for the same reason.
     constexpr mode_t others = S_IRWXG | S_IRWXO;
     struct stat status {};
     if (lstat(path.c_str(), &status) != 0 || status.st_uid != geteuid() || !(status.st_mode & others))

@@ -1,5 +1,5 @@
-// Files and folders that their user alone may read, whatever the process's umask is. Failures are FileErrors.
-// Any thread.
+// Files and folders that only their user may read, whatever the process's umask. Failures are FileErrors. Any
+// thread.
 
 #pragma once
 
@@ -7,16 +7,15 @@
 
 namespace tallyglass {
 
-/// Makes `folder` and those above it that are missing, with mode 0700. Folders that stand are left as they
-/// are.
+/// Creates `folder` and its missing ancestors with mode 0700. Existing folders are left unchanged.
 void makePrivateFolder(const std::filesystem::path& folder);
 
-/// Makes an empty file with mode 0600, or where a link leads that has no target, unless something stands
-/// there already. Throws if that is a device or a pipe.
+/// Creates an empty file with mode 0600, or the target of a dangling link. Leaves an existing file unchanged;
+/// throws for a device or a pipe.
 void makePrivateFile(const std::filesystem::path& file);
 
-/// Takes the rights of others away from a file or folder of this user's. What belongs to someone else, stands
-/// on a disk without rights, or is a link, is left as it is, and so is what the link leads to.
+/// Removes all rights of other users from a file or folder of this user. An item of another user, on a file
+/// system without permissions, or a link is left unchanged, as is the link's target.
 void takeRightsFromOthers(const std::filesystem::path& path);
 
 } // namespace tallyglass

@@ -1,9 +1,9 @@
-// One child process from its launch to its end, both output streams collected whole.
+// Runs one child process to its end and collects both of its output streams.
 //
-// Any number of children may run at once on different threads. A run works on the calling thread alone: no
-// helper thread, no signal handler, and the children of other code in the process aren't touched; but if
-// the program ignores the ends of its children (SIGCHLD), a run puts an end to that. A child
-// gets the null device as standard input, no other descriptor of this process, and default signal handling.
+// Any number of children may run at once on different threads. A run uses the calling thread only: no helper
+// thread, no signal handler, and other children of the process aren't touched; but if the program ignores
+// SIGCHLD, a run resets that. A child gets the null device as standard input, no other descriptor of this
+// process, and default signal handling.
 
 #pragma once
 
@@ -22,18 +22,18 @@ namespace tallyglass {
 struct ChildProcess {
     std::string executable;                  ///< a path; no search for a bare name
     std::vector<std::string> arguments = {}; ///< without the executable itself
-    /// Between the request to terminate (SIGTERM) and the end by force (SIGKILL) of a child that is to stop;
-    /// time in which the computer sleeps counts.
+    /// The delay between SIGTERM and SIGKILL for a child that is to stop; includes time in which the computer
+    /// sleeps.
     std::chrono::milliseconds killAfter{5000};
-    /// Called on the running thread after each read of standard output, with all bytes that it has brought so
-    /// far; not after a stop. What it throws comes out of run() when the child has been killed.
+    /// Called on the calling thread after each read of standard output, with the total of bytes read so far;
+    /// not after a stop. An exception from it kills the child and propagates out of run().
     std::function<void(std::size_t total)> onOutput = {};
 
-    /// The child could not be started. The description is the platform's text for the reason.
+    /// The child could not be started. The description is the platform's text for the error.
     class LaunchError : public Error {
         using Error::Error;
     };
-    /// The child's output could not be read or kept, or its end not be learned.
+    /// The child's output could not be read or stored, or its exit status not be obtained.
     class OutputError : public Error {
         using Error::Error;
     };
@@ -52,18 +52,18 @@ struct ChildProcess {
         ByteBuffer errors; ///< standard error
     };
 
-    /// Launches the child and returns when it has ended and both streams too. A stream ends when the last
-    /// process that holds it has closed it, which can be later than the child's own end.
+    /// Launches the child and returns when it has ended and both streams are at their end. A stream ends when
+    /// the last process that has it open has closed it, which can be later than the child's own end.
     ///
-    /// A stop ends the child and throws Cancelled when it has gone, without waiting for the streams. A token
-    /// that is stopped beforehand still starts the child; a stop while only the streams are waited for ends
-    /// that wait.
+    /// A stop terminates the child and throws Cancelled when it has ended, without waiting for the streams. A
+    /// token that is stopped beforehand still starts the child; a stop while only the streams are open ends
+    /// the wait for them.
     ///
-    /// Throws LaunchError or OutputError. Whatever is thrown, the child has ended by then.
+    /// Throws LaunchError or OutputError. Whenever it throws, the child has ended.
     Result run(std::stop_token stop = {}) const;
 
-    /// Kills every child that a run has launched, and from then on those that are launched, at once: for a
-    /// program that is to end without waiting for `killAfter`. Any thread.
+    /// Kills every running child, and from then on each child as soon as it is launched: for a program that
+    /// is to exit without waiting for `killAfter`. Any thread.
     static void killAll();
 };
 

@@ -1,7 +1,7 @@
-// The child is held by a descriptor from its launch on, so no signal can reach another process that was given
-// its number. One poll() waits for all that can happen to it: output, its end, a stop, the time to kill.
+// The child is referred to by a pidfd from its launch on, so that no signal can reach another process with a
+// reused pid. One poll() waits for all events: output, the child's end, a stop, the delay before SIGKILL.
 
-#include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/ErrorText.h"
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
 #include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
@@ -20,7 +20,7 @@
 #include <optional>
 #include <span>
 
-extern "C" { // glibc 2.36 has forgotten it in this header
+extern "C" { // glibc 2.36 lacks it in this header
 #include <sys/pidfd.h>
 }
 
@@ -28,43 +28,44 @@ namespace tallyglass {
 
 namespace {
 
-/// What one read takes at least, if it is there, and what a stream starts with.
+/// The least memory that a read is given, and the initial size of a stream's buffer.
 constexpr std::size_t readSize = std::size_t{64} << 10;
-/// What one read takes at most: the child is woken after it, and should write while we read the rest.
+/// The most that one read takes: it wakes the child, which should write while we read the rest.
 constexpr std::size_t longestRead = std::size_t{512} << 10;
-/// Room in the pipe of standard output, so that the child goes on writing while we are busy.
+/// The capacity of the standard output pipe, so that the child can keep writing while we are busy.
 constexpr int pipeCapacity = 1 << 20;
 
-/// Passes on a descriptor that a system call gave, or fails the launch.
+/// Wraps a descriptor that a system call returned. Throws LaunchError for -1.
 FileDescriptor opened(int number) {
     if (number < 0)
         throw ChildProcess::LaunchError(errorText());
     return FileDescriptor(number);
 }
 
-/// One output stream: the read end of a pipe and what came out of it.
+/// One output stream: the read end of a pipe and the bytes read from it.
 class Stream {
 public:
-    /// Makes the pipe, whose write end goes to `writeEnd`.
+    /// Creates the pipe and stores its write end in `writeEnd`.
     explicit Stream(FileDescriptor& writeEnd) {
         std::array<int, 2> ends{};
         if (pipe2(ends.data(), O_CLOEXEC) != 0)
             throw ChildProcess::LaunchError(errorText());
         m_readEnd = FileDescriptor(ends[0]);
         writeEnd = FileDescriptor(ends[1]);
-        if (writeEnd.number() <= STDERR_FILENO) // the child's own streams will be put there, in turn
-            writeEnd = opened(fcntl(writeEnd.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+        if (writeEnd.fd() <=
+            STDERR_FILENO) // where the child's streams will be duplicated to, one after the other
+            writeEnd = opened(fcntl(writeEnd.fd(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     }
 
-    void widen() const { fcntl(m_readEnd.number(), F_SETPIPE_SZ, pipeCapacity); } // at best
+    void widen() const { fcntl(m_readEnd.fd(), F_SETPIPE_SZ, pipeCapacity); } // best effort
 
     [[nodiscard]] bool isOpen() const { return m_readEnd.isOpen(); }
-    [[nodiscard]] pollfd request() const { return {m_readEnd.number(), POLLIN, 0}; }
+    [[nodiscard]] pollfd request() const { return {m_readEnd.fd(), POLLIN, 0}; }
 
-    /// Takes what is there. Requires: poll() has reported the stream. Returns whether there were bytes.
+    /// Reads the available bytes. Requires: poll() has reported the stream. Returns whether there were any.
     bool read() {
         const auto space = room();
-        const auto count = ::read(m_readEnd.number(), space.data(), std::min(space.size(), longestRead));
+        const auto count = ::read(m_readEnd.fd(), space.data(), std::min(space.size(), longestRead));
         if (count > 0)
             m_bytes.commit(static_cast<std::size_t>(count));
         else if (count == 0)
@@ -90,15 +91,15 @@ private:
     ByteBuffer m_bytes;
 };
 
-/// How the child's side is set up.
+/// The attributes and file actions with which the child is spawned.
 class SpawnSettings {
 public:
     SpawnSettings(const FileDescriptor& output, const FileDescriptor& errors) {
         check(posix_spawn_file_actions_init(&m_actions));
         check(posix_spawnattr_init(&m_attributes));
         check(posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, _PATH_DEVNULL, O_RDONLY, 0));
-        check(posix_spawn_file_actions_adddup2(&m_actions, output.number(), STDOUT_FILENO));
-        check(posix_spawn_file_actions_adddup2(&m_actions, errors.number(), STDERR_FILENO));
+        check(posix_spawn_file_actions_adddup2(&m_actions, output.fd(), STDOUT_FILENO));
+        check(posix_spawn_file_actions_adddup2(&m_actions, errors.fd(), STDERR_FILENO));
         check(posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1));
         sigset_t signals;
         sigemptyset(&signals);
@@ -121,8 +122,8 @@ public:
                               const std::vector<std::string>& arguments) const {
         std::vector<char*> argv;
         const auto add = [&](const std::string& argument) {
-            check(argument.find('\0') == std::string::npos ? 0 : EINVAL); // the rest would be lost
-            argv.push_back(const_cast<char*>(argument.c_str()));          // as the interface wants it
+            check(argument.find('\0') == std::string::npos ? 0 : EINVAL); // it would be truncated there
+            argv.push_back(const_cast<char*>(argument.c_str()));          // the interface isn't const-correct
         };
         argv.reserve(arguments.size() + 2);
         add(executable);
@@ -143,7 +144,7 @@ private:
     posix_spawnattr_t m_attributes{};
 };
 
-/// A launched child. Whoever leaves early leaves no child behind: the destructor kills it.
+/// A launched child. The destructor kills it if it is still running.
 class Child {
 public:
     explicit Child(pid_t pid) : m_descriptor(pidfd_open(pid, 0)) {
@@ -167,18 +168,18 @@ public:
     }
 
     [[nodiscard]] bool isRunning() const { return m_descriptor.isOpen(); }
-    [[nodiscard]] pollfd request() const { return {m_descriptor.number(), POLLIN, 0}; }
-    /// Does nothing to a child that has gone.
-    void signal(int number) const { pidfd_send_signal(m_descriptor.number(), number, nullptr, 0); }
+    [[nodiscard]] pollfd request() const { return {m_descriptor.fd(), POLLIN, 0}; }
+    /// Does nothing if the child has ended.
+    void signal(int number) const { pidfd_send_signal(m_descriptor.fd(), number, nullptr, 0); }
 
-    /// Takes the end of the child. Requires: poll() has reported it.
+    /// Reaps the child. Requires: poll() has reported its end.
     void reap() {
         siginfo_t end{};
         const int error = wait(end);
-        m_killing.reset(); // which may be using the descriptor
+        m_killing.reset(); // it may be using the descriptor
         m_descriptor.close();
         if (error != 0)
-            throw ChildProcess::OutputError(errorText(error)); // another part of the program took the end
+            throw ChildProcess::OutputError(errorText(error)); // another part of the program has reaped it
         if (end.si_code == CLD_EXITED)
             m_end = ChildProcess::Exited{end.si_status};
         else
@@ -188,7 +189,7 @@ public:
         return m_end;
     }
 
-    /// Stopped once all children are to be killed.
+    /// Stopped when all children are to be killed.
     static std::stop_source& killing() {
         static std::stop_source source;
         return source;
@@ -201,18 +202,18 @@ private:
     };
 
     int wait(siginfo_t& end) const {
-        while (waitid(P_PIDFD, static_cast<id_t>(m_descriptor.number()), &end, WEXITED) != 0)
+        while (waitid(P_PIDFD, static_cast<id_t>(m_descriptor.fd()), &end, WEXITED) != 0)
             if (errno != EINTR)
                 return errno;
         return 0;
     }
 
     FileDescriptor m_descriptor;
-    std::optional<std::stop_callback<Kill>> m_killing; // after the descriptor, so that it goes first
+    std::optional<std::stop_callback<Kill>> m_killing; // declared after the descriptor, so destroyed first
     std::variant<ChildProcess::Exited, ChildProcess::Signalled> m_end;
 };
 
-/// The way of a stop from the thread that asks for it to the poll, and the time to kill that begins there.
+/// Passes a stop from the requesting thread to the poll, and then times the delay before SIGKILL.
 class StopRequest {
 public:
     /// A token that can't be stopped costs nothing.
@@ -223,11 +224,11 @@ public:
         m_timer = opened(timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK));
     }
 
-    void signal() const { eventfd_write(m_event.number(), 1); }
-    [[nodiscard]] pollfd request() const { return {m_event.number(), POLLIN, 0}; }
-    [[nodiscard]] pollfd timerRequest() const { return {m_timer.number(), POLLIN, 0}; }
+    void signal() const { eventfd_write(m_event.fd(), 1); }
+    [[nodiscard]] pollfd request() const { return {m_event.fd(), POLLIN, 0}; }
+    [[nodiscard]] pollfd timerRequest() const { return {m_timer.fd(), POLLIN, 0}; }
 
-    /// Takes the event that poll() has reported; from here the timer counts.
+    /// Clears the event that poll() has reported and starts the timer.
     void startTimer(std::chrono::milliseconds delay) const {
         clear(m_event);
         const auto seconds = std::chrono::floor<std::chrono::seconds>(delay);
@@ -235,24 +236,24 @@ public:
         times.it_value.tv_sec = seconds.count();
         times.it_value.tv_nsec = std::chrono::nanoseconds(delay - seconds).count();
         if (delay <= delay.zero())
-            times.it_value = {0, 1}; // zero would mean never
-        timerfd_settime(m_timer.number(), 0, &times, nullptr);
+            times.it_value = {0, 1}; // zero would disarm it
+        timerfd_settime(m_timer.fd(), 0, &times, nullptr);
     }
-    /// Takes the end of the timer, which poll() would report for ever.
+    /// Clears the timer's expiration, which poll() would keep reporting.
     void clearTimer() const { clear(m_timer); }
 
 private:
     static void clear(const FileDescriptor& event) {
         eventfd_t ignored = 0;
-        eventfd_read(event.number(), &ignored);
+        eventfd_read(event.fd(), &ignored);
     }
 
     FileDescriptor m_event;
     FileDescriptor m_timer;
 };
 
-/// Has the kernel keep the ends of children, which it discards in a program that was started with SIGCHLD
-/// ignored; a child's number could then be reused at once.
+/// Makes the kernel keep the exit status of children, which it discards in a program that was started with
+/// SIGCHLD ignored; a pid could then be reused at once.
 void keepChildStatus() {
     struct sigaction action {};
     sigaction(SIGCHLD, nullptr, &action);
@@ -275,7 +276,7 @@ ChildProcess::Result ChildProcess::run(std::stop_token stop) const {
     outputStream.widen();
     StopRequest stopRequest(stop);
     Child child(SpawnSettings(outputEnd, errorsEnd).spawn(executable, arguments));
-    outputEnd.close(); // or the streams would never end
+    outputEnd.close(); // else the streams would never end
     errorsEnd.close();
     const std::stop_callback onStop(stop, [&] { stopRequest.signal(); });
 
@@ -298,7 +299,7 @@ ChildProcess::Result ChildProcess::run(std::stop_token stop) const {
             child.signal(SIGKILL);
             stopRequest.clearTimer();
         }
-        if (isStopping) { // what is still coming is of no use, but the child may have to write it to end
+        if (isStopping) { // the output is discarded, but the child may block until it is read
             outputStream.drop();
             errorStream.drop();
         }

@@ -1,5 +1,5 @@
 #include "TallyglassKit/Platform/Error.h"
-#include "TallyglassKit/Platform/ErrorNumber.h"
+#include "TallyglassKit/Platform/ErrorText.h"
 #include "TallyglassKit/Platform/Processes/TerminationSignals.h"
 
 #include <poll.h>
@@ -50,7 +50,7 @@ TerminationSignals::Event TerminationSignals::wait(std::optional<std::chrono::mi
                 std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
             remaining = static_cast<int>(std::max(left, std::chrono::milliseconds(0)).count());
         }
-        std::array requests = {pollfd{m_signals.number(), POLLIN, 0}, pollfd{m_closed.number(), POLLIN, 0}};
+        std::array requests = {pollfd{m_signals.fd(), POLLIN, 0}, pollfd{m_closed.fd(), POLLIN, 0}};
         const int count = poll(requests.data(), requests.size(), remaining);
         if (count < 0 && errno == EINTR)
             continue;
@@ -59,13 +59,13 @@ TerminationSignals::Event TerminationSignals::wait(std::optional<std::chrono::mi
         if (count == 0)
             return TimedOut();
         signalfd_siginfo received{};
-        if (read(m_signals.number(), &received, sizeof received) == static_cast<ssize_t>(sizeof received))
+        if (read(m_signals.fd(), &received, sizeof received) == static_cast<ssize_t>(sizeof received))
             return Received{static_cast<int>(received.ssi_signo)};
     }
 }
 
 void TerminationSignals::close() const {
-    eventfd_write(m_closed.number(), 1);
+    eventfd_write(m_closed.fd(), 1);
 }
 
 } // namespace tallyglass

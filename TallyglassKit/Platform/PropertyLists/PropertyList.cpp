@@ -10,10 +10,10 @@ using namespace std::string_view_literals;
 
 namespace {
 
-// The two text forms share no beginning but "<", which opens an element of XML or else old-style data, in
-// hexadecimal digits; no element of a list has a name of such digits alone.
+// The two text forms can only be confused at "<", which opens an XML element or old-style data in hexadecimal
+// digits; no element of a list has a name of such digits alone.
 bool isXML(std::string_view bytes) {
-    // Blanks, byte-order marks, and NUL as the other half of a character in UTF-16.
+    // White space, byte-order marks, and NUL as the other half of a UTF-16 code unit.
     const std::size_t start = bytes.find_first_not_of(" \t\n\v\f\r\xEF\xBB\xBF\xFE\xFF\0"sv);
     if (start == std::string_view::npos || bytes[start] != '<')
         return false;

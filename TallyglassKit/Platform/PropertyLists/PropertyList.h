@@ -1,10 +1,10 @@
 // A property list in memory, read from any of its three forms: binary, XML or old-style text.
 //
-// Immutable and shared: any thread may read it. It owns all that its values borrow, so that the bytes it was
-// read from can go, and moves without moving any of it.
+// Immutable and shared: any thread may read it. It owns everything that its values borrow: the input isn't
+// needed any longer, and moving a list leaves its values valid.
 //
-// Memory: reading needs at most memoryPerByte times the size of the input and 64 KiB, whatever the bytes are.
-// Time: in proportion to the size of the input.
+// Memory: reading needs at most memoryPerByte times the size of the input and 64 KiB, for any input. Time:
+// linear in the size of the input.
 
 #pragma once
 
@@ -20,19 +20,18 @@ namespace tallyglass {
 
 class PropertyList {
 public:
-    /// Worst is "{a;a;...": 2 bytes make a pair of 32 that is first collected, in room that doubles, and then
-    /// kept with up to 11 for its place in the table of keys. In the binary form it is about half.
+    /// The worst case is "{a;a;...": 2 bytes make a pair of 32, first in a growing vector and then in the
+    /// storage, with up to 11 for its slot in the key table. The binary form needs about half.
     static constexpr std::size_t memoryPerByte = 64;
-    /// The largest input that can be read, which no longer one needs to be loaded for.
+    /// The largest input that can be parsed; longer files needn't be loaded.
     static constexpr std::size_t mostBytes = UINT32_MAX;
 
-    /// Reads bytes that begin as a binary list as such, others as XML or else as old-style text. Throws
-    /// PropertyListError; if no form fits, that of the form that the bytes look most like.
+    /// Parses the binary, XML or old-style form, detected by how the bytes begin. Throws PropertyListError.
     [[nodiscard]] static PropertyList parse(std::string_view bytes);
 
     [[nodiscard]] PropertyListValue root() const { return m_root; }
 
-    /// The bytes of memory that the list holds.
+    /// The memory of the list in bytes.
     [[nodiscard]] std::size_t memorySize() const { return m_storage.size(); }
 
 private:

@@ -23,7 +23,7 @@ PropertyListError PropertyListError::inText(std::string_view problem, std::strin
         if (c == '\n' || (c == '\r' && !(i + 1 < text.size() && text[i + 1] == '\n'))) {
             ++line;
             column = 1;
-        } else if ((c & 0xC0) != 0x80) { // a continuation byte is no column of its own
+        } else if ((c & 0xC0) != 0x80) { // a continuation byte isn't a column
             ++column;
         }
     }

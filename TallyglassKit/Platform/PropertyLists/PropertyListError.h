@@ -1,4 +1,5 @@
-// Why bytes are no property list: what is wrong and where. Immutable; any thread may read it.
+// Why bytes can't be parsed as a property list: the problem and its position. Immutable; any thread may read
+// it.
 
 #pragma once
 
@@ -17,7 +18,8 @@ public:
     /// A problem at a byte of a binary list.
     [[nodiscard]] static PropertyListError atByte(std::string_view problem, std::size_t offset);
 
-    /// A problem at the byte `offset` of `text`, told as line and column. Columns count characters, from 1.
+    /// A problem at the byte `offset` of `text`, reported as line and column. Columns count characters, from
+    /// 1.
     [[nodiscard]] static PropertyListError inText(std::string_view problem, std::string_view text,
                                                   std::size_t offset);
 };

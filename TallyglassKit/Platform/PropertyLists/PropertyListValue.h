@@ -1,9 +1,10 @@
 // One value of a property list: a scalar, or a container of further values.
 //
-// A value is a handle of 16 bytes that borrows from the PropertyList it comes from, and is good while that
-// lives. Immutable; any thread may read it. The values of a list form a graph without cycles, nested at most
-// 512 deep. A list in the binary form can share one container between many places, so that a walk over every
-// path may take time beyond any bound: whoever walks a whole list bounds the steps or remembers the visited.
+// A value is a handle of 16 bytes that borrows from its PropertyList and is valid for the lifetime of that.
+// Immutable; any thread may read it. The values of a list form a graph without cycles, nested at most 512
+// deep. A list in the binary form can share one container between many parents, so that visiting every path
+// may take exponential time: code that walks a whole list limits the steps or remembers the visited
+// containers.
 
 #pragma once
 
@@ -60,7 +61,7 @@ public:
     [[nodiscard]] bool isNull() const { return kind() == Kind::null; }
     [[nodiscard]] bool isDictionary() const { return kind() == Kind::dictionary; }
 
-    // Each is absent if the value is of another kind.
+    // Absent if the value is of another kind.
     [[nodiscard]] std::optional<bool> boolean() const;
     /// Absent also for an integer of 2^63 or more.
     [[nodiscard]] std::optional<std::int64_t> integer() const;
@@ -72,7 +73,7 @@ public:
     [[nodiscard]] std::optional<std::string_view> text() const;
     [[nodiscard]] std::optional<std::string_view> data() const;
     [[nodiscard]] std::optional<Date> date() const;
-    /// The date as it is kept, which loses nothing. Can be infinite or not a number.
+    /// The date as stored, without rounding. Can be infinite or NaN.
     [[nodiscard]] std::optional<double> secondsSince2001() const;
     [[nodiscard]] std::optional<std::span<const PropertyListValue>> array() const;
     [[nodiscard]] std::optional<std::span<const PropertyListValue>> set() const;
@@ -81,26 +82,26 @@ public:
 
     // Any number (integer, real or boolean) in one type.
     [[nodiscard]] std::optional<double> number() const;
-    /// Absent if the number isn't whole or doesn't fit.
+    /// Absent if the number isn't an integer or doesn't fit.
     [[nodiscard]] std::optional<std::int64_t> exactInteger() const;
-    /// Rounded toward zero. Absent if it doesn't fit or isn't a number.
+    /// Truncated toward zero. Absent if it doesn't fit or is NaN.
     [[nodiscard]] std::optional<std::int64_t> truncatedInteger() const;
 
     /// The value of a key, found in constant time. Absent if there is none, or if this isn't a dictionary.
     [[nodiscard]] std::optional<PropertyListValue> find(std::string_view key) const;
 
-    /// Tells a container from any other that holds something: one that is shared has the same at each place.
+    /// Identifies a container that isn't empty: a shared one has the same identity everywhere.
     [[nodiscard]] const void* identity() const { return kind() >= Kind::array ? m_elements : nullptr; }
 
-    /// How deep containers nest here: 0 for a scalar, 1 for a container without another in it.
+    /// The depth of nesting: 0 for a scalar, 1 for a container without another in it.
     [[nodiscard]] unsigned nesting() const { return kind() >= Kind::array ? tag() : 0; }
 
 private:
     friend class PropertyListStorage;
     friend class PropertyListBuilder;
 
-    // What the tag holds: the nesting of a container; the hash of a text if it serves as a key, else 0; 1 for
-    // an integer that is unsigned.
+    // The tag holds the nesting of a container, the hash of a text that is a key (else 0), or 1 for an
+    // integer that is unsigned.
     PropertyListValue(Kind kind, std::uint32_t tag, std::int64_t integer)
         : m_head(head(kind, tag)), m_integer(integer) {}
     PropertyListValue(Kind kind, double real) : m_head(head(kind, 0)), m_real(real) {}

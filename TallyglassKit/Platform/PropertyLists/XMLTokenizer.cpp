@@ -12,6 +12,12 @@
 #include <charconv>
 #include <cstring>
 
+// A pull parser with one pass over the document. What may follow is a state (Expected) that each tag is
+// checked against; the state after a value depends on the innermost container, whose kind is on a stack of
+// bits. Common tags are recognised by comparing their first eight bytes as one number; others are read
+// character by character. The text of an element is found by scanning for "<" and "&" and is copied only if a
+// reference or CDATA must be decoded.
+
 namespace tallyglass {
 
 enum class XMLTokenizer::Element : std::uint8_t {
@@ -28,7 +34,7 @@ enum class XMLTokenizer::Element : std::uint8_t {
     data,
 };
 
-// From `prolog` on, something else than a tag is due.
+// From `prolog` on, something else than a tag must follow.
 enum class XMLTokenizer::Expected : std::uint8_t {
     root,
     element,
@@ -51,7 +57,7 @@ std::string_view name(Element element) {
     return elementNames[static_cast<std::size_t>(element)];
 }
 
-// What the common tags look like when their first bytes are loaded as one number.
+// The first bytes of a common tag as one number.
 struct TagPattern {
     std::uint64_t bytes;
     std::uint64_t mask;
@@ -72,7 +78,7 @@ bool isNameEnd(char c) {
 
 constexpr std::string_view notUTF8 = "the text isn't UTF-8";
 
-/// Whether a reference may name this code point. NUL would pass for the end of a path.
+/// Whether a character reference may have this code point. NUL would end a path.
 constexpr bool isCharacter(std::uint32_t codePoint) {
     return codePoint != 0 && codePoint <= 0x10ffff && (codePoint < 0xd800 || codePoint > 0xdfff);
 }
@@ -105,8 +111,8 @@ bool XMLTokenizer::skip(const char (&literal)[N]) {
     return true;
 }
 
-inline void XMLTokenizer::skipBlanks() {
-    m_position = skipXMLBlanks(m_position, m_end);
+inline void XMLTokenizer::skipWhiteSpace() {
+    m_position = skipXMLWhiteSpace(m_position, m_end);
 }
 
 void XMLTokenizer::skipPast(std::string_view terminator, std::string_view what) {
@@ -116,10 +122,10 @@ void XMLTokenizer::skipPast(std::string_view terminator, std::string_view what) 
     m_position += offset + terminator.size();
 }
 
-/// Skips blanks, comments and processing instructions.
+/// Skips white space, comments and processing instructions.
 void XMLTokenizer::skipBetweenElements() {
     for (;;) {
-        skipBlanks();
+        skipWhiteSpace();
         if (skip("<!--"))
             skipPast("-->", "a comment");
         else if (skip("<?"))
@@ -171,7 +177,7 @@ void XMLTokenizer::readClosing() {
 
 // MARK: Tags
 
-/// Reads the tag that stands here, with its attributes.
+/// Reads the tag at the current position, with its attributes.
 inline XMLTokenizer::Tag XMLTokenizer::readTag() {
     constexpr auto key = pattern("<key>"), string = pattern("<string>"), integer = pattern("<integer"),
                    dictionary = pattern("<dict>"), endDictionary = pattern("</dict>"),
@@ -221,7 +227,7 @@ XMLTokenizer::Tag XMLTokenizer::readUncommonTag() {
     }
     tag.element = static_cast<Element>(known - elementNames.begin());
     m_position = nameEnd;
-    while (m_position != m_end) { // over the attributes, if there are any
+    while (m_position != m_end) { // skips the attributes
         const char c = *m_position++;
         if (c == '>')
             return tag;
@@ -244,7 +250,7 @@ void XMLTokenizer::readEndTag(Element element) {
         fail(m_tagStart, fmt::format("</{}> stands where </{}> belongs", name(tag.element), name(element)));
 }
 
-/// Says why a tag can't stand where it does.
+/// Throws for an unexpected tag.
 void XMLTokenizer::failAtTag(Tag tag) const {
     if (m_expected == Expected::root)
         fail(m_tagStart, "no value stands at the root");
@@ -271,7 +277,7 @@ XMLTokenizer::Token XMLTokenizer::next() {
             return Token::end;
         }
     }
-    skipBlanks();
+    skipWhiteSpace();
     m_tagStart = m_position;
     const Tag tag = readTag();
     if (tag.isEnd) {
@@ -368,7 +374,7 @@ inline XMLTokenizer::Token XMLTokenizer::finish(Token token) {
     return token;
 }
 
-// MARK: What elements hold
+// MARK: Contents of elements
 
 /// Reads the text of a key or string, up to its end tag.
 inline void XMLTokenizer::readText(Tag tag) {
@@ -386,7 +392,7 @@ inline void XMLTokenizer::readText(Tag tag) {
         fail(m_tagStart, notUTF8);
 }
 
-/// Goes on with text that holds references, CDATA or what it mustn't.
+/// Continues with text that contains references, CDATA or invalid characters.
 void XMLTokenizer::decodeText(Element element, const char* start) {
     for (m_decoded.clear();;) {
         m_decoded.append(start, m_position);
@@ -432,7 +438,7 @@ void XMLTokenizer::decodeReference() {
     appendUTF8(m_decoded, scalar);
 }
 
-/// What stands between the tags of an element that holds no markup.
+/// The text of an element that contains no markup.
 inline std::string_view XMLTokenizer::readRaw(Tag tag) {
     if (tag.isEmpty)
         return {};
@@ -449,7 +455,7 @@ inline void XMLTokenizer::readInteger(Tag tag) {
     const char* p = m_position;
     for (; p != last && *p >= '0' && *p <= '9'; ++p)
         value = value * 10 + static_cast<std::uint64_t>(*p - '0');
-    if (p == m_position || p == m_end || *p != '<') { // no plain number
+    if (p == m_position || p == m_end || *p != '<') { // not a plain number
         m_integer = valid(parseXMLInteger(readRaw(tag)), tag);
         return;
     }

@@ -1,13 +1,11 @@
-// Reads a property list in XML piece by piece, for a reader that builds a tree and for one that builds none.
+// Reads a property list in XML token by token, for readers with and without a tree.
 //
-// A token is a whole value or the edge of a container, never a bare tag, and the tokenizer sees to it that
-// the tokens make one well-formed property list: one root, a key before each value of a dictionary,
-// containers that close as they opened. It holds 512 nested containers, needs no recursion, and takes time in
-// proportion to the document. Text is a view of the document itself except where a reference or CDATA must be
-// decoded.
+// A token is a whole scalar or the start or end of a container, never a bare tag. The tokenizer ensures that
+// the tokens form one valid property list: one root, a key before each value of a dictionary, containers
+// closed in order. It allows 512 nested containers, needs no recursion, and takes time linear in the size of
+// the document. Text is a view of the document unless a reference or CDATA must be decoded.
 //
-// Text comes out as valid UTF-8. A document with a byte-order mark, or declared as ISO-8859-1, is converted
-// as a whole up front.
+// Text is valid UTF-8. A document in UTF-16 or ISO-8859-1 is converted as a whole first.
 //
 // One thread at a time. The document must outlive the tokenizer.
 
@@ -32,14 +30,14 @@ public:
         endDictionary,
         array, ///< begins one
         endArray,
-        key, ///< with text(); the token of its value, or a container's first, follows
+        key, ///< with text(); the first token of its value follows
         string,
         integer,
         real,
         boolean,
         date,
         data,
-        end, ///< of the document, once and for all
+        end, ///< of the document; no token follows
     };
 
     static constexpr std::size_t maximumDepth = 512;
@@ -49,17 +47,17 @@ public:
     XMLTokenizer(const XMLTokenizer&) = delete;
     XMLTokenizer& operator=(const XMLTokenizer&) = delete;
 
-    /// The next token. Throws PropertyListError; after that the tokenizer is of no more use.
+    /// The next token. Throws PropertyListError; after that the tokenizer must not be used.
     Token next();
 
-    /// Reads over the rest of the value that `first`, the token just returned, begins.
+    /// Skips the rest of the value that begins with `first`, the token just returned.
     void skipRest(Token first);
-    /// Reads over one whole value.
+    /// Skips one whole value.
     void skipValue() { skipRest(next()); }
 
-    /// Of a key or string: its text. Of data: its bytes. Valid until the next token.
+    /// The text of a key or string, or the bytes of data. Valid until the next token.
     [[nodiscard]] std::string_view text() const { return m_text; }
-    /// Whether text() needed no decoding, and so stays valid as long as the tokenizer.
+    /// Whether text() needed no decoding, and so is valid for the lifetime of the tokenizer.
     [[nodiscard]] bool isTextLasting() const { return m_text.data() != m_decoded.data(); }
     [[nodiscard]] XMLInteger integer() const { return m_integer; }
     [[nodiscard]] double real() const { return m_real; }
@@ -79,7 +77,7 @@ private:
     [[nodiscard]] std::size_t remaining() const { return static_cast<std::size_t>(m_end - m_position); }
     template <std::size_t N>
     bool skip(const char (&literal)[N]);
-    void skipBlanks();
+    void skipWhiteSpace();
     void skipPast(std::string_view terminator, std::string_view what);
     void skipBetweenElements();
 
@@ -103,16 +101,16 @@ private:
     template <typename Value>
     Value valid(const std::optional<Value>& value, Tag tag) const;
 
-    std::string m_converted; // the document in UTF-8, if it came in another encoding
+    std::string m_converted; // the document in UTF-8, if it had to be converted
     const char* m_begin = nullptr;
     const char* m_position = nullptr;
     const char* m_end = nullptr;
     const char* m_tagStart = nullptr; // of the last tag read, for errors
 
     std::size_t m_depth = 0;
-    std::bitset<maximumDepth> m_isDictionary; // of each open container, the outermost first
-    Expected m_expected;                      // what may come next
-    Expected m_expectedAfterValue;            // once a value in the innermost container is complete
+    std::bitset<maximumDepth> m_isDictionary; // for each open container, the outermost first
+    Expected m_expected;                      // what may follow
+    Expected m_expectedAfterValue;            // after a value in the innermost container
     bool m_isInPlist = false;
 
     std::string_view m_text;

@@ -56,14 +56,14 @@ public:
     [[nodiscard]] std::string text(std::int64_t bytes) const {
         if (bytes != 0)
             return icutext::toUtf8(numeric(bytes));
-        // The most costly of all, and often not needed.
+        // The most expensive one, and often not needed.
         std::call_once(m_zeroOnce, [this] { m_zero = spelledOutZero(); });
         return icutext::toUtf8(m_zero);
     }
 
 private:
     [[nodiscard]] icu::UnicodeString numeric(std::int64_t bytes) const {
-        // Negated as unsigned, since the least value has no positive counterpart.
+        // Negated as unsigned, since the minimum has no positive counterpart.
         const auto magnitude =
             bytes < 0 ? -static_cast<std::uint64_t>(bytes) : static_cast<std::uint64_t>(bytes);
         std::size_t unit = 0;
@@ -79,12 +79,12 @@ private:
         if (units[unit].powerOfTen ==
             3) // the file style writes "KB" where the symbol is "kB", or "Ko" for "ko"
             text.findAndReplace(u"k", u"K");
-        if (units[unit].powerOfTen == 18) // which ICU doesn't know; the symbol is the international one
+        if (units[unit].powerOfTen == 18) // unknown to ICU; the symbol is international
             text.append(u" EB");
         return text;
     }
 
-    /// The text of no kilobytes with the numeral as a capitalised word.
+    /// The text for zero kilobytes with the numeral as a capitalised word.
     [[nodiscard]] icu::UnicodeString spelledOutZero() const {
         icutext::Status status;
         const icu::RuleBasedNumberFormat speller(icu::URBNF_SPELLOUT, m_locale, status);

@@ -1,5 +1,4 @@
-// Byte counts in the user's words, as a file browser shows them: decimal units, "12.3 MB".
-// Any thread.
+// Byte counts in the user's language, as file browsers show them: decimal units, "12.3 MB". Any thread.
 
 #pragma once
 
@@ -14,7 +13,7 @@ namespace tallyglass {
 /// "1.23 GB", -1023 "-1 KB".
 ///
 /// No fraction for bytes and KB, up to one digit for MB, up to two above, rounded half to even. A count that
-/// would round to a thousand of its unit takes the next one: 999499 is "999 KB" and 999500 "1 MB".
+/// would round to a thousand of its unit uses the next one: 999499 is "999 KB" and 999500 "1 MB".
 [[nodiscard]] std::string formatByteCount(std::int64_t bytes,
                                           const UserLocale& locale = UserLocale::current());
 

@@ -1,5 +1,5 @@
-// Texts that Unicode calls canonically equivalent, such as "é" as one character and as "e" with an accent,
-// are one text to the system's comparison of strings. Here is the form by which they agree.
+// Canonical equivalence of Unicode texts, such as "é" as one code point and as "e" with a combining accent:
+// the system's comparison of strings treats them as equal.
 //
 // Free functions without state; any thread.
 
@@ -11,14 +11,14 @@
 
 namespace tallyglass {
 
-/// The composed form (NFC), the same for two texts exactly when they are equivalent. Its bytes are in the
-/// order of the characters' code points. Text that isn't UTF-8 stays as it is.
+/// The composed form (NFC), which is the same for two texts exactly if they are equivalent. Text that isn't
+/// UTF-8 is returned unchanged.
 [[nodiscard]] std::string canonicalForm(std::string_view text);
 
-/// Whether the canonical form is the text itself: for plain ASCII without looking any further.
+/// Whether the text is in canonical form. Fast for ASCII.
 [[nodiscard]] bool isCanonical(std::string_view text);
 
-/// The order of the canonical forms: by code points, with no regard to locale, and case counts.
+/// The order of the canonical forms: by code points, independent of locale, case-sensitive.
 [[nodiscard]] std::strong_ordering compareCanonically(std::string_view left, std::string_view right);
 
 } // namespace tallyglass

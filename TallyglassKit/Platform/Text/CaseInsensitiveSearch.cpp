@@ -15,28 +15,28 @@ namespace {
 
 constexpr char16_t dotlessI = u'ı';
 
-/// Turkic languages pair "I" with a letter outside ASCII, so there it stays itself, and folded() takes it for
-/// that letter. What is ASCII thus stays ASCII in every language.
+/// Turkic languages pair "I" with a letter outside ASCII, so there "I" isn't changed here and folded() maps
+/// it to that letter. ASCII text thus stays ASCII in every language.
 constexpr char lowered(char byte, bool isTurkic) {
     const bool changes = byte >= 'A' && byte <= 'Z' && !(isTurkic && byte == 'I');
     return static_cast<char>(changes ? byte | 0x20 : byte);
 }
 
 bool isAscii(std::string_view text) {
-    unsigned char bits = 0; // without an early exit, so that the loop is vectorised
+    unsigned char bits = 0; // no early exit, so that the loop is vectorised
     for (const char byte : text)
         bits |= static_cast<unsigned char>(byte);
     return bits < 0x80;
 }
 
-/// Equal for texts that differ in case or in canonically equivalent forms only.
+/// Equal for texts that differ only in case or canonical form.
 icu::UnicodeString folded(std::string_view text, bool isTurkic) {
     icutext::Status status;
     const icu::Normalizer2* composer = icu::Normalizer2::getNFCInstance(status);
     status.check("compose text");
     icu::UnicodeString result = composer->normalize(icutext::fromUtf8(text), status);
     result.foldCase(isTurkic ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT);
-    result = composer->normalize(result, status); // folding can take a composed letter apart
+    result = composer->normalize(result, status); // folding can decompose a letter
     status.check("compose text");
     if (isTurkic)
         result.findAndReplace(icu::UnicodeString(dotlessI), icu::UnicodeString(u'I'));
@@ -72,10 +72,10 @@ bool CaseInsensitiveSearch::isContainedIn(std::string_view other) const {
     return !m_ascii.empty() && isContainedInAscii(other);
 }
 
-// Lowers the whole path first, which takes a few vector instructions, so that the search is the library's
-// own.
+// Lower-cases the whole path first, which takes a few vector instructions, so that the library's search can
+// be used.
 bool CaseInsensitiveSearch::isContainedInAscii(std::string_view other) const {
-    std::array<char, 1024> room; // longer than nearly every path, and not cleared
+    std::array<char, 1024> room; // longer than nearly every path; uninitialised
     std::string longRoom;
     char* lower = room.data();
     if (other.size() > room.size()) {
@@ -92,7 +92,7 @@ bool CaseInsensitiveSearch::isContainedInUnicode(std::string_view other) const {
     const std::u16string_view units = view(text);
     for (auto at = units.find(m_folded); at != units.npos; at = units.find(m_folded, at + 1)) {
         const std::size_t end = at + m_folded.size();
-        if (end == units.size() || !isCombiningMark(units, end)) // else the last letter there is another one
+        if (end == units.size() || !isCombiningMark(units, end)) // else the last letter differs
             return true;
     }
     return false;

@@ -1,9 +1,8 @@
-// A text to look for in many others without regard to case, under the rules of the user's language.
+// A case-insensitive search for one text in many others, by the rules of the user's language.
 //
-// Case is all that is disregarded: "e" isn't found in "é". Whether a letter and its marks are one code point
-// or several makes no difference, so a name typed composed is found in a file system that keeps it
-// decomposed, and "e" is found in neither form. In Turkish and Azerbaijani "I" is the capital of "ı" and not
-// of "i".
+// Only case is ignored: "e" isn't found in "é". Canonically equivalent texts are equal, so a composed search
+// text is found in a decomposed file name, and "e" is found in neither form of "é". In Turkish and
+// Azerbaijani "I" is the capital of "ı" and not of "i".
 //
 // Made once per search text. Immutable after construction; any thread.
 
@@ -18,11 +17,11 @@ namespace tallyglass {
 
 class CaseInsensitiveSearch {
 public:
-    /// Looks for `text`, which may be empty: the empty text is contained in everything.
+    /// Searches for `text`; the empty text is contained in everything.
     explicit CaseInsensitiveSearch(std::string_view text, const UserLocale& locale = UserLocale::current());
 
-    /// Whether `other` contains the text. Tens of nanoseconds for a path in ASCII, about a microsecond for
-    /// another. Bytes that aren't UTF-8 equal only each other.
+    /// Whether `other` contains the text. Takes tens of nanoseconds for an ASCII path, about a microsecond
+    /// for others. Bytes that aren't UTF-8 are compared as they are.
     [[nodiscard]] bool isContainedIn(std::string_view other) const;
 
 private:
@@ -30,8 +29,8 @@ private:
     [[nodiscard]] bool isContainedInUnicode(std::string_view other) const;
 
     bool m_isTurkic;
-    std::u16string m_folded; ///< the text as it is compared
-    std::string m_ascii;     ///< the same in bytes; empty if it isn't all ASCII
+    std::u16string m_folded; ///< the folded text
+    std::string m_ascii;     ///< the same in bytes; empty if it isn't ASCII
 };
 
 } // namespace tallyglass

@@ -27,7 +27,7 @@ const std::array<Unit, unitCount>& allUnits() {
     return units;
 }
 
-/// Indices of units that a text may use, the larger one first.
+/// Indices of the units of a text, the larger one first.
 std::vector<std::size_t> allowed(DurationUnits units) {
     switch (units) {
     case DurationUnits::minutes:
@@ -84,7 +84,7 @@ private:
 std::optional<std::string> formatDuration(double seconds, DurationUnits units, DurationStyle style,
                                           const UserLocale& locale) {
     constexpr double tooLong = 0x1p63;
-    if (!(seconds >= 0 && seconds < tooLong)) // holds for what is no number, too
+    if (!(seconds >= 0 && seconds < tooLong)) // also for NaN
         return std::nullopt;
     const auto whole = static_cast<std::int64_t>(seconds);
     return style == DurationStyle::full

@@ -1,5 +1,4 @@
-// Durations in the user's words: "1h 10m" or "1 hour, 10 minutes".
-// Any thread.
+// Durations in the user's language: "1h 10m" or "1 hour, 10 minutes". Any thread.
 
 #pragma once
 
@@ -15,13 +14,13 @@ enum class DurationStyle {
     full,        ///< "1 hour, 10 minutes", for sentences
 };
 
-/// The units that a text may use, the smaller one taking what is left over.
+/// The units of a text; the smaller one has the remainder.
 enum class DurationUnits { minutes, hoursAndMinutes, daysAndHours };
 
-/// The text of `seconds`, cut off below the smallest unit. Units that are zero are left out; if all are, the
-/// text is that of zero of the smallest. A day has 24 hours.
+/// The text of `seconds`, truncated to the smallest unit. Units that are zero are omitted; if all are, the
+/// text is zero of the smallest. A day has 24 hours.
 ///
-/// Absent for a negative duration, one that is no number, and one too long to be counted.
+/// Absent if the duration is negative, NaN or too long.
 [[nodiscard]] std::optional<std::string> formatDuration(double seconds, DurationUnits units,
                                                         DurationStyle style,
                                                         const UserLocale& locale = UserLocale::current());

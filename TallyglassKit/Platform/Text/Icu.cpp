@@ -21,13 +21,13 @@ icu::Locale icuLocale(const UserLocale& locale) {
 std::unique_ptr<icu::TimeZone> icuTimeZone(const UserLocale& locale) {
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(fromUtf8(locale.timeZone)));
     if (*zone ==
-        icu::TimeZone::getUnknown()) // a TZ that names a file or a rule, which only the default knows
+        icu::TimeZone::getUnknown()) // TZ names a file or a rule, which only the default time zone supports
         zone.reset(icu::TimeZone::createDefault());
     return zone;
 }
 
 UDate icuDate(Date date) {
-    constexpr double furthest = 8.64e15; // a hundred million days: ICU counts a little further
+    constexpr double furthest = 8.64e15; // a hundred million days: ICU's limit is a little higher
     return std::clamp(std::round(secondsSince1970(date) * 1000), -furthest, furthest);
 }
 

@@ -1,5 +1,5 @@
-// What the sources of this folder share about ICU. Include it in sources only: no header of the kit shows
-// ICU. Any thread.
+// Helpers for ICU that the sources of this folder share. Included by sources only: no header of the kit
+// exposes ICU. Any thread.
 
 #pragma once
 
@@ -17,7 +17,7 @@
 
 namespace tallyglass::icutext {
 
-/// An ICU status that becomes an Error when checked. With ICU's data in place none of our calls fails.
+/// An ICU status that becomes an Error when checked. Our calls fail only if ICU's data is missing.
 class Status : public icu::ErrorCode {
 public:
     /// Throws an Error if a call has failed. `purpose` says what for, such as "format a byte count".
@@ -28,13 +28,13 @@ public:
 
 [[nodiscard]] std::unique_ptr<icu::TimeZone> icuTimeZone(const UserLocale& locale);
 
-/// Milliseconds since 1970, whole, and kept within what ICU's calendars can count. Requires: not NaN.
+/// Whole milliseconds since 1970, clamped to the range of ICU's calendars. Requires: not NaN.
 [[nodiscard]] UDate icuDate(Date date);
 
 [[nodiscard]] std::string toUtf8(const icu::UnicodeString& text);
 
-/// The Format(locale), made anew only when `locale` isn't that of the thread's call before: it takes far
-/// longer to make than to use. Each thread has its own, valid until its next call.
+/// A cached Format(locale), which is expensive to create: replaced when `locale` changes between calls. Each
+/// thread has its own, valid until its next call.
 template <typename Format>
 [[nodiscard]] const Format& formatFor(const UserLocale& locale) {
     struct Entry {

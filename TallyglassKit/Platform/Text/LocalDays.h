@@ -1,5 +1,4 @@
-// The days of the calendar on which moments fall where the user is.
-// Without shared mutable state; any thread.
+// The local calendar days of dates. Pure; any thread.
 
 #pragma once
 
@@ -12,8 +11,8 @@
 
 namespace tallyglass {
 
-/// The local day of each date, counted from 1970-01-01, in the time zone of `locale`. Dates beyond what
-/// calendars count fall on the furthest day that they do, one that is no number on the first of 1970.
+/// The local day of each date, counted from 1970-01-01, in the time zone of `locale`. Dates beyond the
+/// calendar's range are clamped; NaN is 1970-01-01.
 [[nodiscard]] std::vector<std::chrono::local_days>
 localDays(std::span<const Date> dates, const UserLocale& locale = UserLocale::current());
 

@@ -25,7 +25,7 @@ locale_t posixLocale() {
 
 std::optional<double> doubleOfText(std::string_view text) {
     if (text.empty() || whiteSpace.find(text.front()) != std::string_view::npos)
-        return std::nullopt; // strtod would skip it
+        return std::nullopt; // strtod would skip white space
     const std::string terminated(text);
     char* end = nullptr;
     const double value = strtod_l(terminated.c_str(), &end, posixLocale());

@@ -13,7 +13,7 @@ namespace tallyglass {
 namespace {
 
 struct Distance {
-    std::int32_t count = 0; ///< negative before the moment of reference
+    std::int32_t count = 0; ///< negative before the reference date
     URelativeDateTimeUnit unit = UDAT_REL_UNIT_SECOND;
 };
 
@@ -33,7 +33,7 @@ struct Formats {
         status.check("format a relative date");
     }
 
-    icutext::Status status; // first, since the others are made with it
+    icutext::Status status; // first, since the others are constructed with it
     const std::unique_ptr<const icu::Calendar> calendar;
     const icu::RelativeDateTimeFormatter words;
 };

@@ -1,5 +1,4 @@
-// How long ago a date was, in the user's words: "2 hours ago", "in 3 days".
-// Any thread.
+// How long ago a date was, in the user's language: "2 hours ago", "in 3 days". Any thread.
 
 #pragma once
 
@@ -10,10 +9,10 @@
 
 namespace tallyglass {
 
-/// The way from `relativeTo` to `date` in one unit, cut off: the largest of year, month, week, day, hour,
-/// minute and second that fits in whole. Counted on the calendar in the locale's time zone, so that a day is
-/// from one noon to the next even if the clocks change between. Within a second it is "in 0 seconds", which
-/// is also the text for a date that is no number.
+/// The time from `relativeTo` to `date` in one unit, truncated: the largest of year, month, week, day, hour,
+/// minute and second of which there is at least one. Computed on the calendar in the locale's time zone, so
+/// that a day is from one noon to the next even if the clocks change between. Within a second, and for NaN,
+/// it is "in 0 seconds".
 [[nodiscard]] std::string formatRelativeDate(Date date, Date relativeTo,
                                              const UserLocale& locale = UserLocale::current());
 

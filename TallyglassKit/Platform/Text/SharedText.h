@@ -1,5 +1,5 @@
-// An immutable text that many values hold at once, at the cost of one pointer each: a million rows name the
-// same comparison, and their lists of differences are a handful of texts.
+// A reference-counted immutable text at the cost of one pointer: a million rows share the identifier of their
+// comparison, and a handful of lists of differences.
 //
 // SharedText is a value, equal by its text; copies may be used on any threads. TextPool isn't thread-safe.
 
@@ -35,12 +35,12 @@ public:
             delete m_owned;
     }
 
-    /// Valid as long as any copy lives.
+    /// Valid for the lifetime of any copy.
     [[nodiscard]] const std::string& string() const noexcept { return m_owned ? m_owned->text : emptyText(); }
     operator const std::string&() const noexcept { return string(); }
     operator std::string_view() const noexcept { return string(); }
 
-    /// True when both hold the very same text in memory; false says nothing.
+    /// Whether both share one text in memory; if not, the texts may still be equal.
     [[nodiscard]] bool sharesTextWith(const SharedText& other) const noexcept {
         return m_owned == other.m_owned;
     }
@@ -71,16 +71,16 @@ private:
     Owned* m_owned = nullptr;
 };
 
-/// Hands out one SharedText for equal texts, while a long list is being made.
+/// Returns the same SharedText for equal texts, for building a long list.
 class TextPool {
 public:
     [[nodiscard]] SharedText share(std::string_view text) {
         if (text == m_last)
-            return m_last; // neighbouring rows mostly agree
+            return m_last; // neighbouring rows mostly have the same text
         auto found = m_texts.find(text);
         if (found == m_texts.end()) {
             if (m_texts.size() >= capacity)
-                m_texts.clear(); // texts that hardly repeat gain nothing from being kept
+                m_texts.clear(); // texts that rarely repeat aren't worth keeping
             found = m_texts.emplace(text).first;
         }
         return m_last = *found;

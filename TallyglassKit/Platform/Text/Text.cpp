@@ -32,8 +32,8 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-bool containsIgnoringCase(std::string_view text, std::string_view words) {
-    return !std::ranges::search(text, words, {}, lowered, lowered).empty() || words.empty();
+bool containsIgnoringCase(std::string_view text, std::string_view part) {
+    return !std::ranges::search(text, part, {}, lowered, lowered).empty() || part.empty();
 }
 
 } // namespace tallyglass

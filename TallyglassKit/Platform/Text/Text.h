@@ -1,4 +1,4 @@
-// Questions about UTF-8 text that need no language. Any thread.
+// Functions on UTF-8 text that don't depend on a language. Any thread.
 
 #pragma once
 
@@ -10,7 +10,7 @@ namespace tallyglass {
 /// of Unicode.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
-/// Whether `text` contains `words`, whatever the case of their letters. Requires: `words` is ASCII.
-[[nodiscard]] bool containsIgnoringCase(std::string_view text, std::string_view words);
+/// Whether `text` contains `part`, ignoring the case of ASCII letters. Requires: `part` is ASCII.
+[[nodiscard]] bool containsIgnoringCase(std::string_view text, std::string_view part);
 
 } // namespace tallyglass

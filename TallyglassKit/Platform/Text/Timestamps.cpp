@@ -23,7 +23,7 @@ public:
         status.check("find a date pattern");
         monthAndDay = format(generator->getBestPattern(u"MMMd", status), locale);
         monthAndYear = format(generator->getBestPattern(u"yMMM", status), locale);
-        // The long joint, which is the "at" of "Nov 22 at 7 PM", takes {1} for the date and {0} for the time.
+        // The long pattern, with the "at" of "Nov 22 at 7 PM", has {1} for the date and {0} for the time.
         const icu::SimpleFormatter joint(generator->getDateTimeFormat(UDAT_LONG, status), 2, 2, status);
         icu::UnicodeString pattern;
         joint.format(generator->getBestPattern(u"jmm", status), generator->getBestPattern(u"yMMMd", status),
@@ -76,7 +76,7 @@ std::optional<std::string> formatIso8601(Date date) {
     constexpr auto first = sys_time<milliseconds>(sys_days(year(0) / January / 1));
     constexpr auto end = sys_time<milliseconds>(sys_days(year(10000) / January / 1));
     if (!(roundedMilliseconds >= static_cast<double>(first.time_since_epoch().count()) &&
-          roundedMilliseconds < static_cast<double>(end.time_since_epoch().count()))) // nor what is no number
+          roundedMilliseconds < static_cast<double>(end.time_since_epoch().count()))) // also for NaN
         return std::nullopt;
 
     const sys_time<milliseconds> moment(milliseconds(static_cast<std::int64_t>(roundedMilliseconds)));

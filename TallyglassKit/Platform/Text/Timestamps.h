@@ -1,6 +1,5 @@
-// Dates as text: for the user in the words and the time zone of a locale, for programs in ISO 8601.
-// Any thread. No date is out of bounds: one beyond what calendars count shows
-// as the furthest that they do, and one that is no number as "—".
+// Dates as text: for the user in the language and the time zone of a locale, for programs in ISO 8601. Any
+// thread. Dates beyond the calendar's range are clamped; NaN is "—".
 
 #pragma once
 
@@ -12,7 +11,7 @@
 
 namespace tallyglass {
 
-/// "Nov 22, 2026 at 7:38 PM": an abbreviated date and a short time. The blank before PM is U+202F.
+/// "Nov 22, 2026 at 7:38 PM": an abbreviated date and a short time. The space before PM is U+202F.
 [[nodiscard]] std::string formatTimestamp(Date date, const UserLocale& locale = UserLocale::current());
 
 /// "Nov 22": an abbreviated month and the day.

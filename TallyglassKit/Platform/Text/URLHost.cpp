@@ -22,7 +22,7 @@ bool isScheme(std::string_view text) {
     return !text.empty() && isLetter(text.front()) && std::ranges::all_of(text, follows);
 }
 
-// Whether a host may hold the character as it stands. Bytes beyond ASCII may: names aren't always encoded.
+// Whether a host may contain the character unencoded. Bytes beyond ASCII may: names aren't always encoded.
 bool isHostCharacter(char c) {
     const auto byte = static_cast<unsigned char>(c);
     return byte > 0x20 && byte != 0x7f &&

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
-/// One step through the bytes: how many belong together, and whether they are a character.
+/// A sequence of bytes, which is one character if it is well-formed.
 struct Sequence {
     std::size_t length;
     bool isWellFormed;

@@ -1,6 +1,5 @@
-// Whose words and whose clock on the wall: the language and region in which values are shown, and the time
-// zone in which dates are. Every function that makes text for a user takes one, and the user's own without
-// one.
+// The language and region in which values are formatted, and the time zone for dates. Every function that
+// formats for the user takes one, by default the user's own.
 //
 // A value; any thread.
 
@@ -12,10 +11,10 @@ namespace tallyglass {
 
 struct UserLocale {
     std::string identifier; ///< language and region, such as "en_US" or "tr"
-    std::string timeZone;   ///< Olson name, such as "Europe/Berlin"; the machine's when it is unknown
+    std::string timeZone;   ///< an IANA name, such as "Europe/Berlin"; the machine's time zone if unknown
 
-    /// The user's, as the environment and the machine had it when this was first called. An environment
-    /// without a language, such as LANG=C, counts as English (United States).
+    /// The user's, as set in the environment when this was first called. An environment without a language,
+    /// such as LANG=C, counts as English (United States).
     [[nodiscard]] static const UserLocale& current();
 
     friend bool operator==(const UserLocale&, const UserLocale&) = default;

@@ -64,7 +64,7 @@ TEST(FileStatus, keepsTheFractionOfTheModificationTimeApart) {
     EXPECT_EQ(status->modified(), dateSince1970(-1.75));
 }
 
-TEST(FileExists, takesALinkAsWhatItLeadsTo) {
+TEST(FileExists, followsALink) {
     const TemporaryFolder folder;
     fs::create_symlink("nowhere", folder / "link");
 
@@ -89,7 +89,7 @@ TEST(ReadFile, returnsAllBytes) {
 
     EXPECT_EQ(readFile(folder.write("file", contents)).view(), contents);
     EXPECT_EQ(readFile(folder.write("empty", "")).view(), "");
-    EXPECT_TRUE(readFile("/proc/self/status").view().starts_with("Name:")); // which tells no size
+    EXPECT_TRUE(readFile("/proc/self/status").view().starts_with("Name:")); // which reports no size
 }
 
 TEST(ReadFile, refusesMoreThanTheMostOfAFileOfAnySize) {
@@ -102,7 +102,7 @@ TEST(ReadFile, refusesMoreThanTheMostOfAFileOfAnySize) {
     EXPECT_EQ(failure([&] { static_cast<void>(readFile("/proc/self/status", {}, 3)); }), EFBIG);
 }
 
-TEST(ReadFile, failsInThePlatformsWords) {
+TEST(ReadFile, failsWithThePlatformsText) {
     const ResourceGuard guard;
     const TemporaryFolder folder;
     mkfifo((folder / "pipe").c_str(), S_IRUSR | S_IWUSR);

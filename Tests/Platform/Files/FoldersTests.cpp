@@ -35,7 +35,7 @@ protected:
         }
     }
 
-    /// Does the test without the rights of the administrator, if it has them.
+    /// Drops root's rights for the test.
     template <typename Work>
     void asOrdinaryUser(const Work& work) {
         fs::permissions(folder.path(), fs::perms::all);

@@ -36,7 +36,7 @@ ChildProcess::Result run(std::vector<std::string> steps) {
     return child(std::move(steps)).run();
 }
 
-/// Whether `bytes` are what the child's flood of that size writes.
+/// Whether `bytes` are the child's flood of that size.
 bool isFlood(std::string_view bytes, std::size_t size) {
     std::string block(std::size_t{64} << 10, '\0');
     for (std::size_t index = 0; index < block.size(); ++index)
@@ -49,20 +49,20 @@ bool isFlood(std::string_view bytes, std::size_t size) {
     return true;
 }
 
-/// Runs the child and stops it when it has written something.
+/// Runs the child and stops it after its first output.
 void stopAtOutput(ChildProcess child) {
     std::stop_source source;
     child.onOutput = [&](std::size_t) { source.request_stop(); };
     EXPECT_THROW(child.run(source.get_token()), Cancelled);
 }
 
-/// In each of its tests, what is there at the end must be what was there at the beginning.
+/// Checks after each test that no descriptor, child or thread was leaked.
 class ChildProcessTest : public testing::Test {
     ResourceGuard m_guard;
 };
 
 using ChildProcessOutput = ChildProcessTest;
-using ChildProcessSurroundings = ChildProcessTest;
+using ChildProcessEnvironment = ChildProcessTest;
 using ChildProcessEnd = ChildProcessTest;
 using ChildProcessStop = ChildProcessTest;
 using ChildProcessFailure = ChildProcessTest;
@@ -111,7 +111,7 @@ TEST_F(ChildProcessOutput, isReportedByItsRunningTotal) {
     EXPECT_EQ(totals.back(), 1000000U);
 }
 
-TEST_F(ChildProcessSurroundings, argumentsArriveAsTheyStand) {
+TEST_F(ChildProcessEnvironment, argumentsArriveUnmodified) {
     const std::vector<std::string> arguments = {"", " a  b ", "\"q'\\$HOME`*", "n\nl", "Öl/\xFF", "-x"};
     std::vector<std::string> steps = {"--echo"};
     std::string expected;
@@ -123,7 +123,7 @@ TEST_F(ChildProcessSurroundings, argumentsArriveAsTheyStand) {
     EXPECT_EQ(run(steps).output.view(), expected);
 }
 
-TEST_F(ChildProcessSurroundings, descriptorsOfThisProcessStayInIt) {
+TEST_F(ChildProcessEnvironment, descriptorsOfThisProcessStayInIt) {
     const FileDescriptor inheritable(open("/", O_RDONLY | O_DIRECTORY));
 
     const auto result = run({"--list-descriptors"});
@@ -133,7 +133,7 @@ TEST_F(ChildProcessSurroundings, descriptorsOfThisProcessStayInIt) {
     EXPECT_EQ(std::ranges::count(result.output.view(), '\n'), 3);
 }
 
-TEST_F(ChildProcessSurroundings, blockedAndIgnoredSignalsAreNotPassedOn) {
+TEST_F(ChildProcessEnvironment, blockedAndIgnoredSignalsAreNotPassedOn) {
     sigset_t blocked;
     sigset_t before;
     sigemptyset(&blocked);
@@ -149,7 +149,7 @@ TEST_F(ChildProcessSurroundings, blockedAndIgnoredSignalsAreNotPassedOn) {
     EXPECT_EQ(result.output.view(), "");
 }
 
-TEST_F(ChildProcessSurroundings, environmentAndWorkingDirectoryAreInherited) {
+TEST_F(ChildProcessEnvironment, environmentAndWorkingDirectoryAreInherited) {
     setenv("TALLYGLASS_TEST", "some value", 1);
 
     const auto result = run({"--environment", "TALLYGLASS_TEST", "--print-working-directory"});
@@ -157,7 +157,7 @@ TEST_F(ChildProcessSurroundings, environmentAndWorkingDirectoryAreInherited) {
     EXPECT_EQ(result.output.view(), "some value" + std::filesystem::current_path().string());
 }
 
-TEST_F(ChildProcessSurroundings, thisProcessNeedsNoStandardStreams) {
+TEST_F(ChildProcessEnvironment, thisProcessNeedsNoStandardStreams) {
     const auto runWithoutStreams = [] {
         for (const int descriptor : {0, 1, 2})
             close(descriptor);

@@ -1,5 +1,5 @@
 #include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
-#include "Tests/Platform/PropertyLists/BinaryPropertyListFile.h"
+#include "Tests/Support/BinaryPropertyListFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -172,7 +172,8 @@ TEST(BinaryPropertyListReader, acceptsNestingOf512AndNoMore) {
 }
 
 TEST(BinaryPropertyListReader, countsNestingThroughSharedContainers) {
-    // The root holds first a chain of 300, so that it is known, and then one of 300 that ends in it.
+    // The root's first element is a chain of 300 containers, its second another chain of 300 that ends in the
+    // first.
     BinaryPropertyListFile file{.referenceWidth = 2};
     file.objects.push_back(object(0xA2, bigEndian(1, 2) + bigEndian(301, 2)));
     for (std::uint64_t i = 1; i <= 600; ++i)
@@ -184,7 +185,7 @@ TEST(BinaryPropertyListReader, refusesCycles) {
     EXPECT_THAT(errorOfObjects({object(0xA1, "\0"s)}), testing::HasSubstr("holds itself, at byte 8"));
     EXPECT_THAT(errorOfObjects({"\xD1\x01\x02", "\x51k", object(0xC1, "\0"s)}),
                 testing::HasSubstr("holds itself"));
-    // Objects 1 and 2 are one, which is only seen by their offset.
+    // Objects 1 and 2 have the same offset.
     const BinaryPropertyListFile file{.offsetWidth = 1};
     EXPECT_THAT(errorOf(file.withTable("bplist00\xA1\x01\xA1\x02"s, "\x08\x0A\x0A", 3)),
                 testing::HasSubstr("holds itself"));
@@ -206,7 +207,7 @@ TEST(BinaryPropertyListReader, sharesWhatIsReferredToTwice) {
 }
 
 TEST(BinaryPropertyListReader, takesEntriesOfOneOffsetForOneObject) {
-    // 200 entries name one array of 200 elements.
+    // 200 entries refer to one array of 200 elements.
     std::string area = "bplist00\xAF\x10\xC8"s;
     for (int i = 0; i < 200; ++i)
         area += static_cast<char>(i + 1);
@@ -225,8 +226,8 @@ TEST(BinaryPropertyListReader, takesEntriesOfOneOffsetForOneObject) {
 }
 
 TEST(BinaryPropertyListReader, refusesContainersThatOverlap) {
-    // Each array begins 4 bytes behind the one before and spans the rest of them: quadratic if believed. All
-    // the other references that their bytes make are to a boolean.
+    // Each array begins 4 bytes after the previous one and overlaps all later ones: quadratic memory if
+    // accepted. All other references in their bytes are to a boolean.
     const std::uint64_t count = 2000;
     std::string area = "bplist00\x08"s;
     std::string root = object(0xAF, "\x11"s + bigEndian(count, 2));

@@ -1,6 +1,6 @@
 #include "TallyglassKit/Platform/PropertyLists/Internal/PropertyListBuilder.h"
 #include "TallyglassKit/Platform/PropertyLists/PropertyList.h"
-#include "Tests/Platform/PropertyLists/BinaryPropertyListFile.h"
+#include "Tests/Support/BinaryPropertyListFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

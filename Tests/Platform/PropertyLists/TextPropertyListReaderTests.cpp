@@ -19,7 +19,7 @@ std::string errorOf(const std::string& text) {
     return "none";
 }
 
-/// The text that a list consisting of it alone gives.
+/// The text of a list that consists of it alone.
 std::string textOf(const std::string& list) {
     return std::string(PropertyList::parse(list).root().text().value());
 }

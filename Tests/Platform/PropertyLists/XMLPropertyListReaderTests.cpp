@@ -22,12 +22,12 @@ struct List {
     PropertyListValue root;
 };
 
-/// The text of the value that the document holds at its root.
+/// The text of the document's root value.
 std::string textIn(std::string_view xml) {
     return std::string(List(xml).root.text().value_or("no text"));
 }
 
-/// Why the document can't be read.
+/// The error for the document.
 std::string problem(std::string_view xml) {
     try {
         const List list(xml);
@@ -99,7 +99,7 @@ TEST(XMLPropertyListReader, holdsExactlyOneRoot) {
     EXPECT_THAT(problem(" "), HasSubstr("ends too early"));
 }
 
-TEST(XMLPropertyListReader, skipsWhatStandsBetweenElementsAndInTags) {
+TEST(XMLPropertyListReader, skipsEverythingElseBetweenElementsAndInTags) {
     const List list("<!-- > --><?stylesheet a='?'?><plist a=\"/>\"><!----><dict note='<&>' ><!-- x --><key "
                     "b=\"\">k</key >"
                     "<?p?><array ><true /><!-- y --></array ></dict\n></plist >");
@@ -126,7 +126,7 @@ TEST(XMLPropertyListReader, decodesReferencesAndCDATA) {
             << reference;
 }
 
-TEST(XMLPropertyListReader, keepsTextAsItStands) {
+TEST(XMLPropertyListReader, keepsTextUnchanged) {
     EXPECT_EQ(textIn("<string> a\r\n\tb \r</string>"), " a\r\n\tb \r");
     EXPECT_EQ(textIn("<string>a]]>b</string>"), "a]]>b");
 }

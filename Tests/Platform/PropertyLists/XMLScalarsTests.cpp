@@ -26,7 +26,7 @@ std::string base64(std::string_view text) {
 
 } // namespace
 
-TEST(XMLScalars, takesIntegersWithBlanksSignsAndHexadecimalDigits) {
+TEST(XMLScalars, takesIntegersWithWhiteSpaceSignsAndHexadecimalDigits) {
     EXPECT_EQ(signedInteger(" \n+ 12"), 12);
     EXPECT_EQ(signedInteger("-012"), -12);
     EXPECT_EQ(signedInteger("0x1F"), 31);

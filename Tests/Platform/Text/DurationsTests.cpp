@@ -29,7 +29,7 @@ TEST(Durations, keepToTheAllowedUnits) {
               "1,000,000,000 days");
 }
 
-TEST(Durations, areAbsentForWhatCantBeCounted) {
+TEST(Durations, areAbsentIfNegativeOrTooLong) {
     for (const double seconds : {-1.0, std::nan(""), HUGE_VAL, 0x1p63})
         EXPECT_EQ(formatDuration(seconds, DurationUnits::minutes, DurationStyle::full, english),
                   std::nullopt);

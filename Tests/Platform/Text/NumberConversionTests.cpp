@@ -36,7 +36,7 @@ TEST(NumberConversion, readsIntegersThatFit) {
         EXPECT_FALSE(integerOfText(text)) << text;
 }
 
-TEST(NumberConversion, readsBooleansBehindBlanksSignAndZeros) {
+TEST(NumberConversion, readsBooleansAfterWhiteSpaceSignAndZeros) {
     for (const char* text : {"YES", "yes", "true", "T", "1", "9x", " \t+001", "-1", "0y"})
         EXPECT_TRUE(booleanOfText(text)) << text;
     for (const char* text : {"", "NO", "false", "0", "000", "on", "--1", "+ 1", ".1"})

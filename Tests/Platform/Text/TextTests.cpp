@@ -20,14 +20,14 @@ TEST(DecodeUTF8, replacesEachMaximalPartOfAnIllFormedSequence) {
         EXPECT_EQ(decodeUTF8(bytes), expected);
         EXPECT_FALSE(isUTF8(bytes));
     };
-    check("12345678\x80 9", "12345678\uFFFD 9");                               // a byte that only continues
+    check("12345678\x80 9", "12345678\uFFFD 9");                               // a lone continuation byte
     check("\xE2\x82", "\uFFFD");                                               // cut off
     check("\xE2\x82z\xF0\x9F\x98", "\uFFFDz\uFFFD");                           //
     check("\xC0\x80", "\uFFFD\uFFFD");                                         // overlong
     check("\xE0\x80\xAF", "\uFFFD\uFFFD\uFFFD");                               //
     check("\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD");                               // a surrogate
     check("\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD");                     // beyond the last character
-    check("\xF8\x88\x80\x80\x80\xFF", "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"); // no lead of any
+    check("\xF8\x88\x80\x80\x80\xFF", "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"); // invalid lead bytes
     check("a\xF1\x80\x80\xE1\x80\xC2"
           "b",
           "a\uFFFD\uFFFD\uFFFDb");

@@ -1,6 +1,6 @@
-// The child that the tests of child processes run. Its arguments are steps, done from left to right; it exits
-// with 0 after the last. A step that waits for a pipe goes on when the pipe's other end has been opened and
-// closed, and gives up after a minute, so that a failed test leaves nothing behind.
+// The child for the tests of child processes. Its arguments are steps, executed from left to right; it exits
+// with 0 after the last. A step that waits for a pipe continues when the pipe's other end has been opened and
+// closed, and gives up after a minute, so that a failed test leaves no process behind.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -52,7 +52,7 @@ void waitFor(const std::string& pipe) {
 void listDescriptors() {
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         const auto target = std::filesystem::read_symlink(entry).string();
-        if (target.find("/proc/") == std::string::npos) // not the one that lists
+        if (target.find("/proc/") == std::string::npos) // not the one of this listing
             std::cout << entry.path().filename().string() << " " << target << "\n";
     }
 }

@@ -15,8 +15,16 @@
 #include <vector>
 
 // A file is "bplist0" and a digit, the objects, a table of their offsets, and a trailer of 32 bytes. An
-// object begins with a marker byte of type and size. A container names its elements by their index in the
-// table. All numbers are big-endian.
+// object begins with a marker byte of type and size. A container refers to its elements by their index in the
+// table, so that the objects form a graph. All numbers are big-endian.
+//
+// The reader traverses the graph depth first from the root with an explicit stack. It creates each container,
+// and each text that is long or must be converted, only once and finds it again by its index; cycles are
+// found by the state of an object: unread, open or made.
+//
+// To bound memory, each object that is created once claims its bytes of the file. The objects of a valid file
+// don't overlap; if the claims exceed the file's size, they do, and the file is rejected. Before that, it
+// gets a second pass in which table entries with equal offsets count as one object.
 
 namespace tallyglass {
 
@@ -31,10 +39,11 @@ constexpr std::size_t trailerSize = 32;
 // How many objects are fetched ahead of their use.
 constexpr std::size_t prefetched = 32;
 
-// A shorter text is cheaper to look at again than to remember.
+// A shorter text is cheaper to check again than to remember.
 constexpr std::size_t shortText = 64;
 
-// The 8 bytes from a place on, big-endian. They always exist: the trailer is behind all that is read so.
+// The 8 bytes at `place`, big-endian. They always exist, as the trailer follows everything that is read this
+// way.
 std::uint64_t word(const char* place) {
     std::uint64_t result = 0;
     std::memcpy(&result, place, sizeof result);
@@ -43,7 +52,7 @@ std::uint64_t word(const char* place) {
     return result;
 }
 
-/// Numbers of one width, one behind the other, of which the low 64 bits count.
+/// An array of numbers of one width, of which the low 64 bits are used.
 class Column {
 public:
     Column(const char* start, std::size_t width)
@@ -58,10 +67,10 @@ private:
 
     const char* m_start;
     std::size_t m_stride;
-    std::size_t m_unused; // low bits of a word from the start, which belong to the next number
+    std::size_t m_unused; // low bits of a loaded word that belong to the next number
 };
 
-/// The extents of a file, checked against its size.
+/// The layout of a file, checked against its size.
 struct Layout {
     explicit Layout(std::string_view bytes);
 
@@ -103,11 +112,7 @@ Layout::Layout(std::string_view bytes) {
                 objectsEnd + i * offsetWidth);
 }
 
-/// Goes through the objects from the root on, depth first, with a stack of its own.
-///
-/// What takes memory or time beyond its references (a container, a text that is long or must be converted) is
-/// made once and remembered by its index. Objects of a sound file don't overlap, so all these together are no
-/// larger than the file; a file in which they are is refused, as it could grow without bound.
+/// One pass over the objects.
 class BinaryReader {
 public:
     BinaryReader(std::string_view bytes, const Layout& layout, PropertyListStorage& storage)
@@ -116,18 +121,18 @@ public:
           m_kept(storage.keep(bytes.substr(0, layout.objectsEnd))),
           m_unclaimed(layout.objectsEnd - headerSize), m_states(layout.objectCount) {}
 
-    /// Thrown when the objects need more bytes than there are.
+    /// Thrown when the objects claim more bytes than the file has.
     struct Overlap {
         std::size_t offset;
     };
 
-    /// Takes table entries of one offset for one object.
+    /// Makes table entries with equal offsets refer to one object.
     void joinEqualOffsets();
 
     PropertyListValue read();
 
 private:
-    enum State : std::uint32_t { unread, open, made }; // made + n: is number n of m_made
+    enum State : std::uint32_t { unread, open, made }; // made + n: element n of m_made
 
     struct Open {
         Kind kind;
@@ -148,9 +153,9 @@ private:
     [[nodiscard]] std::uint64_t numberAt(std::size_t offset, std::size_t width) const;
     void claim(std::size_t size, std::size_t offset);
 
-    /// Makes an object. A container with something in it is only opened, and made when that is filled.
+    /// Creates an object. A container that isn't empty is only opened here, and finished when it is filled.
     PropertyListValue make(std::uint32_t index);
-    /// Makes the elements of a container, until one is opened.
+    /// Creates the elements of a container, until one of them is opened.
     void fill(Open& container);
     void prefetch(const Open& container) const;
     void close();
@@ -165,13 +170,13 @@ private:
     const Layout& m_layout;
     PropertyListStorage& m_storage;
     Column m_offsets;        // of the objects, by their index
-    std::string_view m_kept; // the objects, as values borrow them
+    std::string_view m_kept; // a copy of the objects, from which values borrow
     std::size_t m_unclaimed;
     std::vector<std::uint32_t> m_states;
-    std::vector<std::uint32_t> m_first; // the index that stands for an index; empty if each is its own
+    std::vector<std::uint32_t> m_first; // maps an index to the first with the same offset; empty if unused
     std::vector<PropertyListValue> m_made;
     std::vector<Open> m_open;
-    std::set<std::string_view> m_longKeys; // so that equal ones are one, and comparing them takes no time
+    std::set<std::string_view> m_longKeys; // so that equal ones share their bytes and compare by pointer
 };
 
 void BinaryReader::joinEqualOffsets() {
@@ -220,8 +225,7 @@ void BinaryReader::fill(Open& container) {
     }
 }
 
-// Objects lie anywhere, so that most of the time would go into waiting for memory, one object after the
-// other.
+// Objects lie anywhere in memory: without prefetching, most of the time would be spent on cache misses.
 void BinaryReader::prefetch(const Open& container) const {
     const std::size_t count = std::min(prefetched, container.values.size() - container.next);
     std::array<std::uint32_t, prefetched> indices;
@@ -292,7 +296,7 @@ PropertyListValue BinaryReader::makeInteger(std::size_t offset) const {
     if (width > 16)
         throw PropertyListError::atByte("an integer is too wide", offset);
     const std::uint64_t low = numberAt(offset + 1, width);
-    // The narrow ones have no sign. The wide serve for what a signed number of 8 bytes can't hold.
+    // Narrow integers are unsigned. 16 bytes are used for what 8 signed bytes can't hold.
     const bool isSigned = width == 8 || (width == 16 && m_bytes[offset + 1] < 0);
     return isSigned ? PropertyListValue::ofInteger(static_cast<std::int64_t>(low))
                     : PropertyListValue::ofUnsigned(low);
@@ -369,8 +373,8 @@ std::uint64_t BinaryReader::numberAt(std::size_t offset, std::size_t width) cons
 BinaryReader::Extent BinaryReader::extent(std::size_t offset, std::size_t unit) const {
     std::size_t start = offset + 1;
     std::uint64_t count = m_bytes[offset] & 0xF;
-    if (count == 0xF) { // the count follows, as an integer object
-        const auto marker = static_cast<unsigned char>(m_bytes[start]); // there is a table behind the objects
+    if (count == 0xF) { // the count follows as an integer object
+        const auto marker = static_cast<unsigned char>(m_bytes[start]); // in bounds, as the table follows
         const std::size_t width = std::size_t{1} << (marker & 0xF);
         if (marker >> 4 != 1 || width > 16)
             throw PropertyListError::atByte("a count isn't an integer", start);
@@ -401,7 +405,7 @@ PropertyListValue readBinaryPropertyList(std::string_view bytes, PropertyListSto
     } catch (const BinaryReader::Overlap&) {
         storage = {};
     }
-    // Perhaps only because the table names some objects twice.
+    // The table may list some objects twice.
     try {
         BinaryReader reader(bytes, layout, storage);
         reader.joinEqualOffsets();

@@ -9,11 +9,11 @@
 
 namespace tallyglass {
 
-/// Whether bytes claim to be a binary list.
+/// Whether bytes begin like a binary list.
 [[nodiscard]] bool isBinaryPropertyList(std::string_view bytes);
 
-/// Reads a binary list into `storage` and returns its root. Objects that no path from the root reaches are
-/// left unread. Throws PropertyListError.
+/// Reads a binary list into `storage` and returns its root. Objects that aren't reachable from the root are
+/// ignored. Throws PropertyListError.
 [[nodiscard]] PropertyListValue readBinaryPropertyList(std::string_view bytes, PropertyListStorage& storage);
 
 } // namespace tallyglass

@@ -1,4 +1,4 @@
-// Looks through bytes sixteen at a time. Any thread.
+// Scans bytes sixteen at a time. Any thread.
 
 #pragma once
 
@@ -22,7 +22,7 @@ inline std::uint64_t loadWord(const char* bytes) {
     return word;
 }
 
-/// Sixteen bytes. Each mask has one bit for a byte, the lowest for the first.
+/// Sixteen bytes. A mask has one bit per byte, the lowest for the first.
 class ByteBlock {
 public:
     static constexpr std::ptrdiff_t size = 16;
@@ -62,8 +62,8 @@ private:
 #endif
 };
 
-/// The first byte that is no white space of XML, or the end.
-inline const char* skipXMLBlanks(const char* begin, const char* end) {
+/// The first byte that isn't XML white space, or the end.
+inline const char* skipXMLWhiteSpace(const char* begin, const char* end) {
     const char* p = begin;
     for (; end - p >= ByteBlock::size; p += ByteBlock::size) {
         const ByteBlock block(p);
@@ -79,10 +79,10 @@ inline const char* skipXMLBlanks(const char* begin, const char* end) {
 
 struct MarkupScan {
     const char* end; ///< the first '<' or '&', or the end of the bytes
-    bool isASCII;    ///< what lies before it
+    bool isASCII;    ///< whether the bytes before `end` are
 };
 
-/// Where text in a document of markup ends.
+/// The end of a run of text in a document with markup.
 inline MarkupScan scanToMarkup(const char* begin, const char* end) {
     std::uint32_t nonASCII = 0;
     const char* p = begin;

@@ -7,7 +7,7 @@ namespace tallyglass {
 
 namespace {
 
-// Up to so many pairs, comparing hashes one after the other is as fast as a table.
+// Up to this number of pairs, comparing hashes one after the other is as fast as a table.
 constexpr std::size_t largestWithoutTable = 12;
 
 template <typename T>

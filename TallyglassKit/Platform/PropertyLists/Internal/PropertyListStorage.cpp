@@ -20,7 +20,7 @@ constexpr std::size_t largestBlock = 4 << 20;
 char* PropertyListStorage::allocateBytes(std::size_t size, bool aligned) {
     if (size > static_cast<std::size_t>(m_back - m_front)) {
         const std::size_t usual = std::clamp(std::bit_ceil(m_size), smallestBlock, largestBlock);
-        // What is large gets a block of its own, so that at most a quarter of a block is lost at its end.
+        // Large allocations get a block of their own, so that at most a quarter of a block is wasted.
         const bool alone = size > usual / 4;
         const std::size_t blockSize = alone ? size : usual;
         MemoryBlock& newest = m_blocks.emplace_back();

@@ -27,20 +27,20 @@ public:
     PropertyListStorage(PropertyListStorage&&) noexcept = default;
     PropertyListStorage& operator=(PropertyListStorage&&) noexcept = default;
 
-    /// Copies bytes that values are to borrow.
+    /// Copies bytes from which values borrow.
     [[nodiscard]] std::string_view keep(std::string_view bytes);
 
-    /// Room for the elements of an array or a set, or for the pairs of a dictionary: 2 * count values. The
-    /// caller writes every one, and then finishes the container.
+    /// Memory for the elements of an array or a set, or for the pairs of a dictionary: 2 * count values. The
+    /// caller writes all of them and then finishes the container.
     [[nodiscard]] std::span<PropertyListValue> allocate(PropertyListValue::Kind kind, std::size_t count);
 
-    /// Makes a container of values that allocate() gave. `nesting` is 1 more than the greatest of the values.
-    /// Requires: in a dictionary, every other value from the first is one that asKey() gave.
+    /// Creates a container from values that allocate() returned. `nesting` is 1 more than the greatest of the
+    /// values. Requires: the keys of a dictionary come from asKey().
     [[nodiscard]] PropertyListValue finish(PropertyListValue::Kind kind, std::span<PropertyListValue> values,
                                            unsigned nesting, DuplicateKeys duplicates);
 
-    /// A text with the hash by which dictionaries find it. Takes time with the length of the text, unless the
-    /// text is one that asKey() gave.
+    /// The text with its hash as a key. Takes time linear in the length of the text, unless it comes from
+    /// asKey().
     [[nodiscard]] static PropertyListValue asKey(PropertyListValue text);
     [[nodiscard]] static bool isKey(PropertyListValue text) { return text.tag() != 0; }
 
@@ -55,8 +55,9 @@ private:
     char* allocateBytes(std::size_t size, bool aligned);
 
     std::vector<MemoryBlock> m_blocks;
-    char* m_front = nullptr; // of the newest block: values are laid from here up, as they are aligned,
-    char* m_back = nullptr;  // and bytes from here down
+    char* m_front =
+        nullptr;            // of the newest block: values, which are aligned, are allocated upwards from here
+    char* m_back = nullptr; // and bytes downwards from here
     std::size_t m_size = 0;
 };
 

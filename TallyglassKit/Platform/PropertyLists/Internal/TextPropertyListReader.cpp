@@ -10,6 +10,10 @@
 #include <optional>
 #include <string>
 
+// One pass over the text without recursion: the stack of open containers is the builder's, and the innermost
+// of them decides whether a pair of a dictionary or an element of an array follows. White space and comments
+// may separate tokens. Strings are views of the text unless they have escapes.
+
 namespace tallyglass {
 
 namespace {
@@ -23,7 +27,7 @@ bool isUnquoted(char c) {
            c == '$' || c == '/' || c == ':' || c == '.' || c == '-';
 }
 
-// NeXTSTEP's character set, in which octal escapes are, from 0x80 on; below it is ASCII.
+// NeXTSTEP's character set, which octal escapes use, from 0x80 on; below it is ASCII.
 constexpr char16_t nextStepCharacters[] =
     u"\u00A0\u00C0\u00C1\u00C2\u00C3\u00C4\u00C5\u00C7\u00C8\u00C9\u00CA\u00CB\u00CC\u00CD\u00CE\u00CF"
     u"\u00D0\u00D1\u00D2\u00D3\u00D4\u00D5\u00D6\u00D9\u00DA\u00DB\u00DC\u00DD\u00DE\u00B5\u00D7\u00F7"
@@ -49,7 +53,6 @@ std::optional<unsigned> hexDigit(char c) {
     return {};
 }
 
-/// Goes through the text once; the builder's stack of open containers is the only one.
 class TextReader {
 public:
     TextReader(std::string_view text, PropertyListStorage& storage)
@@ -62,16 +65,16 @@ private:
     void readElement();
     void readValue();
     void readData();
-    /// A string that is good until the next one is read.
+    /// A string that is valid until the next one is read.
     std::string_view readString();
     std::string_view readQuoted(char quote);
     void readEscape();
     [[nodiscard]] char32_t readUnicodeEscape();
     [[nodiscard]] unsigned readDigits(unsigned base, int most);
 
-    void skipBlanks();
+    void skipWhiteSpace();
     void skipComment();
-    [[nodiscard]] std::size_t blankSize() const;
+    [[nodiscard]] std::size_t whiteSpaceSize() const;
     [[nodiscard]] bool atEnd() const { return m_at == m_text.size(); }
     [[nodiscard]] bool sees(char c) const { return !atEnd() && m_text[m_at] == c; }
     [[nodiscard]] bool sees(std::string_view text) const { return m_text.substr(m_at).starts_with(text); }
@@ -81,14 +84,14 @@ private:
     std::string_view m_text;
     PropertyListBuilder m_builder;
     std::size_t m_at = 0;
-    bool m_isAfterValue = false; // so that a separator or the end of the container is due
+    bool m_isAfterValue = false; // a separator or the end of the container must follow
     std::string m_decoded;
 };
 
 PropertyListValue TextReader::read() {
     if (const auto invalid = findInvalidUTF8(m_text); invalid != std::string_view::npos)
         m_builder.fail("a byte that isn't UTF-8", invalid);
-    skipBlanks();
+    skipWhiteSpace();
     if (atEnd()) {
         m_builder.beginDictionary(m_at);
         m_builder.end();
@@ -96,13 +99,13 @@ PropertyListValue TextReader::read() {
     }
     readValue();
     while (m_builder.depth() > 0) {
-        skipBlanks();
+        skipWhiteSpace();
         if (m_builder.isInDictionary())
             readPair();
         else
             readElement();
     }
-    skipBlanks();
+    skipWhiteSpace();
     if (!atEnd())
         m_builder.fail("text follows the end of the list", m_at);
     return m_builder.root();
@@ -117,14 +120,14 @@ void TextReader::readPair() {
     if (sees('}'))
         return closeContainer();
     m_builder.key(readString());
-    skipBlanks();
+    skipWhiteSpace();
     if (sees(';')) {
         m_builder.keyAsText();
         m_isAfterValue = true;
         return;
     }
     expect('=', "after a key");
-    skipBlanks();
+    skipWhiteSpace();
     readValue();
 }
 
@@ -166,7 +169,7 @@ void TextReader::readData() {
     while (!sees('>')) {
         if (atEnd())
             m_builder.fail("data without its end", start);
-        if (const std::size_t blank = blankSize()) {
+        if (const std::size_t blank = whiteSpaceSize()) {
             m_at += blank;
             continue;
         }
@@ -284,18 +287,18 @@ unsigned TextReader::readDigits(unsigned base, int most) {
     return value;
 }
 
-std::size_t TextReader::blankSize() const {
+std::size_t TextReader::whiteSpaceSize() const {
     const char c = m_text[m_at];
     if (c == ' ' || (c >= '\t' && c <= '\r'))
         return 1;
     return sees(lineSeparator) || sees(paragraphSeparator) ? lineSeparator.size() : 0;
 }
 
-void TextReader::skipBlanks() {
+void TextReader::skipWhiteSpace() {
     while (!atEnd()) {
         if (sees("//") || sees("/*"))
             skipComment();
-        else if (const std::size_t size = blankSize())
+        else if (const std::size_t size = whiteSpaceSize())
             m_at += size;
         else
             break;

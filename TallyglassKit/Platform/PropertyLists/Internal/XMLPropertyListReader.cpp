@@ -14,7 +14,7 @@ PropertyListValue readXMLPropertyList(std::string_view bytes, PropertyListStorag
     for (;;) {
         switch (xml.next()) {
         case Token::dictionary:
-            builder.beginDictionary(0); // the tokenizer has seen to the nesting
+            builder.beginDictionary(0); // the tokenizer limits the nesting
             break;
         case Token::array:
             builder.beginArray(0);

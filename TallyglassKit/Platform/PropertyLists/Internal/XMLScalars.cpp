@@ -63,7 +63,7 @@ std::optional<XMLInteger> parseXMLInteger(std::string_view text) {
 std::optional<double> parseXMLReal(std::string_view text) {
     removeBlanks(text);
     const bool isNegative = removeSign(text);
-    // from_chars would take a second sign, and "nan(...)".
+    // from_chars would accept a second sign, and "nan(...)".
     if (text.empty() || text.front() == '-' || text.back() == ')')
         return std::nullopt;
     double magnitude = 0;
@@ -84,7 +84,7 @@ std::optional<Date> parseXMLDate(std::string_view text) {
             value = value * 10 + (c - '0');
         return value;
     };
-    // Months roll over here, the smaller fields by being added up.
+    // Months roll over here, the smaller fields by the addition.
     const auto month =
         std::chrono::year(number(0, 4)) / std::chrono::January + std::chrono::months(number(5, 2) - 1);
     const auto days = std::chrono::sys_days(month / 1).time_since_epoch().count() + number(8, 2) - 1;
@@ -96,7 +96,7 @@ bool decodeBase64(std::string_view text, std::string& bytes) {
     bytes.clear();
     bytes.reserve(text.size() / 4 * 3);
     std::uint32_t group = 0;
-    int sextetCount = 0; // of the group at hand, with its padding
+    int sextetCount = 0; // in the current group, with its padding
     int paddingCount = 0;
     for (const char c : text) {
         if (isXMLBlank(c))

@@ -1,5 +1,5 @@
-// What stands between the tags of a property list's scalar elements. Values are absent where the text doesn't
-// follow the grammar. Any thread.
+// Parses the text of a property list's scalar elements. Values are absent if the text doesn't follow the
+// grammar. Any thread.
 
 #pragma once
 
@@ -24,17 +24,17 @@ struct XMLInteger {
     friend bool operator==(const XMLInteger&, const XMLInteger&) = default;
 };
 
-/// Blanks, a sign, blanks, then decimal digits or "0x" and hexadecimal ones.
+/// White space, a sign, white space, then decimal digits or "0x" and hexadecimal ones.
 [[nodiscard]] std::optional<XMLInteger> parseXMLInteger(std::string_view text);
 
-/// Blanks, a sign, then a decimal number with or without an exponent, or "nan", "inf" or "infinity" in any
-/// case. A number beyond the range of a double is absent.
+/// White space, a sign, then a decimal number with or without an exponent, or "nan", "inf" or "infinity" in
+/// any case. A number beyond the range of a double is absent.
 [[nodiscard]] std::optional<double> parseXMLReal(std::string_view text);
 
-/// Exactly "YYYY-MM-DDThh:mm:ssZ". Fields out of their range roll over into the next.
+/// Exactly "YYYY-MM-DDThh:mm:ssZ". Fields out of range roll over into the next.
 [[nodiscard]] std::optional<Date> parseXMLDate(std::string_view text);
 
-/// Base64 with blanks anywhere, padded to whole groups, into `bytes`, which it replaces.
+/// Decodes Base64, padded to whole groups and with white space anywhere, into `bytes`, which it replaces.
 [[nodiscard]] bool decodeBase64(std::string_view text, std::string& bytes);
 
 /// The white space of XML.

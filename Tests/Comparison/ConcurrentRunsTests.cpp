@@ -1,4 +1,4 @@
-// Runs of one comparison that meet on one cache, as those of two windows or of a window and the command line.
+// Concurrent runs of one comparison on one cache, as from two windows or a window and the command line.
 
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
@@ -33,15 +33,15 @@ TMUtilResult toolOutput() {
     return {.exitCode = 0, .stdout = text + "</array></dict></plist>", .stderr = {}};
 }
 
-class MeetingRunsTest : public testing::Test {
+class ConcurrentRunsTest : public testing::Test {
 protected:
-    /// One run. The store of the other is another connection to the same file.
+    /// One run. The other run's store is another connection to the same file.
     Comparison compare(bool useCache, const DiffEngine::OnProgress& progress = {},
                        const std::stop_token& stop = {}) {
         return DiffEngine(runner, store, 100, clock).compare(from, to, options, useCache, progress, stop);
     }
 
-    /// Does `work` once, when the first batch of a run is in the store.
+    /// Runs `work` once, when the first batch of a run is stored.
     static DiffEngine::OnProgress atFirstBatch(std::function<void()> work) {
         return [work = std::move(work)](const DiffEngine::Progress& event) mutable {
             if (std::holds_alternative<DiffEngine::Storing>(event) && work)
@@ -49,7 +49,7 @@ protected:
         };
     }
 
-    /// What another run does, begun that many seconds after this one.
+    /// The other run, begun that many seconds after this one.
     Comparison otherBegins(int seconds) {
         return other.beginComparison(
             Comparison(from, to, {}, {}, 3, options.cacheKey(), dateSince1970(1'800'000'000.0 + seconds)));
@@ -86,7 +86,7 @@ protected:
     const std::string id = Comparison::makeID(from, to, options.cacheKey());
 };
 
-TEST_F(MeetingRunsTest, takesTheResultOfARunThatEndedMeanwhile) {
+TEST_F(ConcurrentRunsTest, takesTheResultOfARunThatEndedMeanwhile) {
     const auto otherRuns = [this] {
         otherBegins(-60);
         otherStores(2);
@@ -95,7 +95,7 @@ TEST_F(MeetingRunsTest, takesTheResultOfARunThatEndedMeanwhile) {
     expectOthersRows(compare(true, atFirstBatch(otherRuns)), 2);
 }
 
-TEST_F(MeetingRunsTest, isAnsweredByNoOlderReadingWhenTheCacheIsNotWanted) {
+TEST_F(ConcurrentRunsTest, returnsNoOlderResultWhenTheCacheIsNotWanted) {
     const auto otherRuns = [this](int seconds, bool ends) {
         return atFirstBatch([this, seconds, ends] {
             otherBegins(seconds);
@@ -109,7 +109,7 @@ TEST_F(MeetingRunsTest, isAnsweredByNoOlderReadingWhenTheCacheIsNotWanted) {
     expectOthersRows(compare(false, otherRuns(60, true)), 2);
 }
 
-TEST_F(MeetingRunsTest, takesTheRowBackFromARunThatHasNoRowsYetOrFailed) {
+TEST_F(ConcurrentRunsTest, takesTheRowBackFromARunThatHasNoRowsYetOrFailed) {
     expectOwnRows(compare(false, atFirstBatch([this] { otherBegins(60); })));
     expectOwnRows(compare(false, atFirstBatch([this] {
                               otherBegins(60);
@@ -118,7 +118,7 @@ TEST_F(MeetingRunsTest, takesTheRowBackFromARunThatHasNoRowsYetOrFailed) {
                           })));
 }
 
-TEST_F(MeetingRunsTest, takesTheRowBackWithNoRowsOfItsOwn) {
+TEST_F(ConcurrentRunsTest, takesTheRowBackWithNoRowsOfItsOwn) {
     tool = [this] {
         otherBegins(60);
         return TMUtilResult{.exitCode = 0, .stdout = "<plist><dict/></plist>", .stderr = {}};
@@ -127,7 +127,7 @@ TEST_F(MeetingRunsTest, takesTheRowBackWithNoRowsOfItsOwn) {
     EXPECT_FALSE(store.comparison(id)->isPartial);
 }
 
-TEST_F(MeetingRunsTest, waitsForARunThatIsStoringAndTakesItsResult) {
+TEST_F(ConcurrentRunsTest, waitsForARunThatIsStoringAndTakesItsResult) {
     std::jthread storing;
     const auto result = compare(true, atFirstBatch([&] {
                                     otherBegins(60);
@@ -140,14 +140,14 @@ TEST_F(MeetingRunsTest, waitsForARunThatIsStoringAndTakesItsResult) {
     expectOthersRows(result, 301);
 }
 
-TEST_F(MeetingRunsTest, takesTheRowBackFromARunThatDied) {
+TEST_F(ConcurrentRunsTest, takesTheRowBackFromARunThatDied) {
     expectOwnRows(compare(true, atFirstBatch([this] { // makes no progress for five seconds
                               otherBegins(60);
                               otherStores(2);
                           })));
 }
 
-TEST_F(MeetingRunsTest, isStoppedWhileItWaitsAndLeavesTheOthersRow) {
+TEST_F(ConcurrentRunsTest, isStoppedWhileItWaitsAndLeavesTheOthersRow) {
     std::stop_source stop;
     std::jthread stopper;
     const auto otherStoresAndWeStop = [&] {
@@ -162,7 +162,7 @@ TEST_F(MeetingRunsTest, isStoppedWhileItWaitsAndLeavesTheOthersRow) {
     EXPECT_EQ(store.comparison(id)->completedAt, std::nullopt);
 }
 
-TEST_F(MeetingRunsTest, leavesTheOthersRowAloneWhenItFails) {
+TEST_F(ConcurrentRunsTest, leavesTheOthersRowAloneWhenItFails) {
     for (const bool isCancelled : {false, true}) {
         tool = [&]() -> TMUtilResult {
             otherBegins(60);
@@ -176,12 +176,12 @@ TEST_F(MeetingRunsTest, leavesTheOthersRowAloneWhenItFails) {
     }
 }
 
-TEST_F(MeetingRunsTest, storesAgainWhenTheRowIsDeletedAmongItsBatches) {
+TEST_F(ConcurrentRunsTest, storesAgainWhenTheRowIsDeletedAmongItsBatches) {
     expectOwnRows(compare(true, atFirstBatch([this] { other.deleteComparison(id); })));
 }
 
-TEST_F(MeetingRunsTest, isAnsweredByARunThatEndsJustBeforeItBegins) {
-    clock = [this] { // asked for after the cache was
+TEST_F(ConcurrentRunsTest, returnsTheResultOfARunThatEndsJustBeforeItBegins) {
+    clock = [this] { // called after the cache lookup
         otherBegins(-60);
         otherStores(2);
         other.finishComparison(id, std::nullopt);
@@ -191,7 +191,7 @@ TEST_F(MeetingRunsTest, isAnsweredByARunThatEndsJustBeforeItBegins) {
     expectOthersRows(compare(true), 2);
 }
 
-TEST_F(MeetingRunsTest, writesForARunOnlyWhileTheRowIsItsOwn) {
+TEST_F(ConcurrentRunsTest, writesForARunOnlyWhileTheRowIsItsOwn) {
     const auto expectNoWrites = [this](const Comparison& run) {
         const auto before = store.comparison(id);
         const auto rows = store.changeCount(id);
@@ -215,7 +215,7 @@ TEST_F(MeetingRunsTest, writesForARunOnlyWhileTheRowIsItsOwn) {
     expectNoWrites(second);
 }
 
-TEST_F(MeetingRunsTest, answersAllThreadsOfAProcess) {
+TEST_F(ConcurrentRunsTest, completesInAllThreadsOfAProcess) {
     clock = systemTime;
     std::vector<std::jthread> threads;
     for (int number = 0; number < 6; ++number)
@@ -229,7 +229,7 @@ TEST_F(MeetingRunsTest, answersAllThreadsOfAProcess) {
     expectOwnRows(store.comparison(id).value());
 }
 
-TEST_F(MeetingRunsTest, answersAllProcessesThatSurvive) {
+TEST_F(ConcurrentRunsTest, completesInAllProcessesThatSurvive) {
     std::minstd_rand random(17);
     for (int round = 0; round < 4; ++round) {
         store.deleteComparison(id);

@@ -1,4 +1,4 @@
-// A machine of a test's own, with the host tmutil that serves it.
+// A temporary machine with its host tmutil.
 
 #pragma once
 
@@ -40,7 +40,7 @@ public:
         std::filesystem::create_symlink(program("tmutil"), paths().tool());
     }
 
-    /// Makes the machine itself; `more` are further options of the verb.
+    /// Creates the machine; `more` are further options of the verb.
     void setUp(const std::vector<std::string>& more = {}) const {
         std::vector<std::string> arguments{"setup", "--source", source(), "--destination",
                                            disk(),  "--name",   "Disk"};
@@ -61,7 +61,7 @@ public:
             result.push_back(line);
         return result;
     }
-    /// Where a backup keeps the source.
+    /// The path of the source in a backup.
     std::filesystem::path inBackup(const std::string& backup) const {
         return backup + "/Data" + source().string();
     }
@@ -80,7 +80,8 @@ private:
     TemporaryFolder m_folder;
 };
 
-/// Everything in a tree that a backup must keep, by path: kind, permissions, date, and contents or target.
+/// All properties in a tree that a backup must preserve, by path: kind, permissions, date, and contents or
+/// target.
 inline std::map<std::string, std::string> describeTree(const std::filesystem::path& root) {
     namespace fs = std::filesystem;
     std::map<std::string, std::string> result;

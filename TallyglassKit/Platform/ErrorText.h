@@ -1,5 +1,5 @@
-// The platform's words for its error numbers. Any thread; needs no descriptor, since having none left is one
-// of them.
+// The platform's texts for its error numbers. Any thread. Opens no file, so that it can report that no
+// descriptor is left.
 
 #pragma once
 

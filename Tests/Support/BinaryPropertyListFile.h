@@ -1,4 +1,4 @@
-// Makes files in the binary form byte by byte, sound ones and others.
+// Builds files in the binary form byte by byte, valid or not.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// A runner whose tmutil is a function of its arguments, and which notes what was asked of it.
+// A runner with a function for tmutil, which records its calls.
 
 #pragma once
 
@@ -12,21 +12,21 @@
 
 namespace tallyglass::test {
 
-class StandInRunner {
+class FakeRunner {
 public:
     using Arguments = TMUtilRunner::Arguments;
 
     /// Exits 0 with `output` on standard output, whatever the command.
-    explicit StandInRunner(std::string output)
-        : StandInRunner([output = std::move(output)](std::stop_token) {
+    explicit FakeRunner(std::string output)
+        : FakeRunner([output = std::move(output)](std::stop_token) {
               return TMUtilResult{.exitCode = 0, .stdout = output, .stderr = {}};
           }) {}
     /// Fails with `exitCode` and `error` on standard error.
-    StandInRunner(std::int32_t exitCode, std::string error)
-        : StandInRunner([exitCode, error = std::move(error)](std::stop_token) {
+    FakeRunner(std::int32_t exitCode, std::string error)
+        : FakeRunner([exitCode, error = std::move(error)](std::stop_token) {
               return TMUtilResult{.exitCode = exitCode, .stdout = {}, .stderr = error};
           }) {}
-    explicit StandInRunner(std::function<TMUtilResult(std::stop_token)> answer)
+    explicit FakeRunner(std::function<TMUtilResult(std::stop_token)> answer)
         : m_runner([calls = m_calls, answer = std::move(answer)](const Arguments& arguments, auto,
                                                                  const auto&, std::stop_token stop) {
               {
