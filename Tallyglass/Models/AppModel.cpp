@@ -1,5 +1,6 @@
-#include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
+
+#include "Tallyglass/Desktop/Workspace.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,5 @@
 #include "Tallyglass/Models/BackupChangesModel.h"
+
 #include "TallyglassKit/Access/BackupListing.h"
 #include "TallyglassKit/Access/NearestMatch.h"
 #include "TallyglassKit/Comparison/BackupVolume.h"

@@ -1,4 +1,5 @@
 #include "Tallyglass/Models/ContinuousTimer.h"
+
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/ErrorText.h"
 

@@ -1,4 +1,5 @@
 #include "Tallyglass/Models/DiffModel.h"
+
 #include "TallyglassKit/Access/BackupListing.h"
 #include "TallyglassKit/Access/ManifestReader.h"
 #include "TallyglassKit/Comparison/ChangeFilter.h"

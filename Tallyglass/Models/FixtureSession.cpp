@@ -38,7 +38,7 @@ ScreenActions actionsOf(std::string_view name, const FixtureMachine& machine) {
     return actions;
 }
 
-AppEnvironment surroundingsOf(const std::shared_ptr<FixtureTool>& tool, double passed) {
+AppEnvironment environmentOf(const std::shared_ptr<FixtureTool>& tool, double passed) {
     AppEnvironment result(
         tool->files().paths(),
         TMUtilRunner([tool](const TMUtilRunner::Arguments& arguments, std::chrono::milliseconds,
@@ -62,7 +62,7 @@ std::optional<FixtureSession> FixtureSession::make(std::string_view name, Date n
     if (!machine)
         return std::nullopt;
     const auto tool = std::make_shared<FixtureTool>(name, now);
-    return FixtureSession{.environment = surroundingsOf(tool, passedTime(name, *machine)),
+    return FixtureSession{.environment = environmentOf(tool, passedTime(name, *machine)),
                           .actions = actionsOf(name, *machine),
                           .measuresRate = machine->rate.has_value()};
 }

@@ -12,12 +12,10 @@ namespace {
 constexpr std::string_view mount = "/Volumes/.timemachine/6D8A4C1E-53F0-4B0B-9C34-2C1B7A9E0F52";
 constexpr std::string_view volume = "Macintosh HD - Data";
 
-/// The root of the backup of so many days ago. The last one is as old as that of a made-up machine, and so
-/// finds its row in the manifest.
-std::string rootOfBackup(int age, Date now) {
+/// The root of the backup that is so many days older than the newest one.
+std::string rootOfBackup(int age, Date newest) {
     const std::string name =
-        BackupPath::stamp(now - std::chrono::minutes(38) - std::chrono::hours(24 * age)) +
-        std::string(BackupPath::suffix);
+        BackupPath::stamp(newest - std::chrono::hours(24 * age)) + std::string(BackupPath::suffix);
     return fmt::format("{}/{}/{}", mount, name, name);
 }
 
@@ -117,25 +115,25 @@ std::string asTMUtilSays(const ChangeRecord& row, std::string_view from, std::st
                                 {"Differences", fixture::array(differences)}});
 }
 
-FixtureAnswer resultOf(std::string_view name, Date now) {
+FixtureAnswer resultOf(std::string_view name, Date newest) {
     std::vector<std::string> changes;
     for (const ChangeRecord& row : rowsOf(name))
-        changes.push_back(asTMUtilSays(row, rootOfBackup(1, now), rootOfBackup(0, now)));
+        changes.push_back(asTMUtilSays(row, rootOfBackup(1, newest), rootOfBackup(0, newest)));
     return {.output = fixture::propertyList(fixture::dictionary({{"Changes", fixture::array(changes)}}))};
 }
 
-FixtureAnswer listingOf(int oldestAge, Date now) {
+FixtureAnswer listingOf(int oldestAge, Date newest) {
     FixtureAnswer answer;
     for (int age = oldestAge; age >= 0; --age)
-        answer.output += rootOfBackup(age, now) + "\n";
+        answer.output += rootOfBackup(age, newest) + "\n";
     return answer;
 }
 
 } // namespace
 
-FixtureComparisons FixtureComparisons::make(std::string_view name, Date now) {
-    const FixtureAnswer result = resultOf(name, now);
-    FixtureComparisons all{.listing = listingOf(30, now), .backups = result, .changes = result};
+FixtureComparisons FixtureComparisons::make(std::string_view name, Date newest) {
+    const FixtureAnswer result = resultOf(name, newest);
+    FixtureComparisons all{.listing = listingOf(30, newest), .backups = result, .changes = result};
     if (name == "compare-running")
         all.backups = {.isWaiting = true};
     else if (name == "compare-failure")
@@ -147,7 +145,7 @@ FixtureComparisons FixtureComparisons::make(std::string_view name, Date now) {
     else if (name == "changes-failure")
         all.changes = {.failure = "tmutil: the backup disk was disconnected."};
     else if (name == "changes-oldest")
-        all.listing = listingOf(0, now);
+        all.listing = listingOf(0, newest);
     return all;
 }
 

@@ -48,7 +48,8 @@ struct FixtureComparisons {
     FixtureAnswer backups; ///< compared on the compare screen
     FixtureAnswer changes; ///< in one backup
 
-    [[nodiscard]] static FixtureComparisons make(std::string_view name, Date now);
+    /// `newest` is the date of the newest backup; there is one a day.
+    [[nodiscard]] static FixtureComparisons make(std::string_view name, Date newest);
 };
 
 } // namespace tallyglass

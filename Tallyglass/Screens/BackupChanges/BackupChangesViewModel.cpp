@@ -1,5 +1,6 @@
-#include "Tallyglass/Controls/QtConversions.h"
 #include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
+
+#include "Tallyglass/Controls/QtConversions.h"
 
 namespace tallyglass {
 

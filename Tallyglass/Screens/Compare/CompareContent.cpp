@@ -1,7 +1,8 @@
+#include "Tallyglass/Screens/Compare/CompareContent.h"
+
 #include "Tallyglass/Controls/Lists/ChangeRowContent.h"
 #include "Tallyglass/Controls/QtConversions.h"
 #include "Tallyglass/Models/DiffModel.h"
-#include "Tallyglass/Screens/Compare/CompareContent.h"
 
 #include <QCoreApplication>
 

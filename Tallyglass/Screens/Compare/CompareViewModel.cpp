@@ -1,5 +1,6 @@
-#include "Tallyglass/Controls/QtConversions.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
+
+#include "Tallyglass/Controls/QtConversions.h"
 #include "TallyglassKit/Comparison/ChangeFilter.h"
 
 #include <algorithm>

@@ -10,7 +10,7 @@
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
 
-#include <qqmlintegration.h>
+#include <QtQml/qqml.h>
 
 namespace tallyglass {
 

@@ -1,9 +1,10 @@
+#include "Tallyglass/Screens/Shell/ScreenPictures.h"
+
 #include "Tallyglass/Controls/Theme/Theme.h"
 #include "Tallyglass/Models/DiffModel.h"
 #include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
-#include "Tallyglass/Screens/Shell/ScreenPictures.h"
 #include "TallyglassKit/Platform/Error.h"
 
 #include <fmt/format.h>
@@ -119,9 +120,11 @@ void ScreenPictures::compareBackups(const QQuickItem& screen) {
     while (diff->isLoadingBackups() ||
            (diff->backups().empty() && !diff->error() && !diff->unavailableReason()))
         waitForEvents();
+    if (!diff->canRun() || diff->comparison() || diff->error())
+        return;
     if (m_actions.liftsDepthLimit)
         diff->setUnlimitedDepth(true);
-    if (m_actions.comparing != none && diff->canRun() && !diff->comparison() && !diff->error()) {
+    if (m_actions.comparing != none) {
         diff->run(true);
         const auto text = diff->progressText();
         while (m_actions.comparing == finish ? diff->progressText().has_value()

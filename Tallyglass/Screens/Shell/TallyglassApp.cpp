@@ -1,7 +1,8 @@
+#include "Tallyglass/Screens/Shell/TallyglassApp.h"
+
 #include "Tallyglass/Controls/Theme/Theme.h"
 #include "Tallyglass/Screens/Shell/AppDelegate.h"
 #include "Tallyglass/Screens/Shell/ScreenPictures.h"
-#include "Tallyglass/Screens/Shell/TallyglassApp.h"
 #include "Tallyglass/Screens/Shell/TrayPresence.h"
 
 #include <QGuiApplication>
@@ -35,6 +36,10 @@ TallyglassApp::TallyglassApp(const ApplicationOptions& options)
       m_updater(UpdaterOptions::ofThisBuild(), m_alerts, m_workspace),
       m_context(m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_updater) {
     startModel();
+    if (m_options.screenshots) { // or else the window would be drawn while what it shows comes in
+        while (!hasData())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     loadWindow();
     if (m_options.screenshots)
         return;
@@ -130,8 +135,6 @@ void TallyglassApp::savePictures(const std::filesystem::path& folder,
                                  const std::function<void(const QString&)>& written) {
     theme().setReduceMotion(true);
     m_window->show();
-    while (!hasData())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     const auto dismiss = [this] { m_alerts.answer(false); };
     const AppcastItem newer{.version = QStringLiteral("9.9"),
                             .name = QStringLiteral("9.9"),

@@ -47,7 +47,7 @@ public:
     /// Brings the window to the front, closed or not.
     void reopen();
 
-    /// Draws every screen and sheet into `folder`, when the data is there. Throws `Error`.
+    /// Draws every screen and sheet into `folder`. Requires: the options ask for it. Throws `Error`.
     void savePictures(const std::filesystem::path& folder,
                       const std::function<void(const QString&)>& written);
 

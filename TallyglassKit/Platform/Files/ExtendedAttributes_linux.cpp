@@ -1,4 +1,5 @@
 #include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
+
 #include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <sys/xattr.h>

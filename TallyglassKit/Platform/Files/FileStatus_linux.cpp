@@ -1,5 +1,6 @@
-#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 #include "TallyglassKit/Platform/Files/FileStatus.h"
+
+#include "TallyglassKit/Platform/Files/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
