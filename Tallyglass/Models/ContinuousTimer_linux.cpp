@@ -1,5 +1,4 @@
 #include "Tallyglass/Models/ContinuousTimer.h"
-
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/ErrorText.h"
 

@@ -1,5 +1,4 @@
 #include "TallyglassKit/Platform/Files/ExtendedAttributes.h"
-
 #include "TallyglassKit/Platform/Files/FileError.h"
 
 #include <sys/xattr.h>

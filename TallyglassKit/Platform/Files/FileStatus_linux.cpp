@@ -1,6 +1,5 @@
-#include "TallyglassKit/Platform/Files/FileStatus.h"
-
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileStatus.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

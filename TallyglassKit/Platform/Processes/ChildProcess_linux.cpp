@@ -1,10 +1,9 @@
 // The child is referred to by a pidfd from its launch on, so that no signal can reach another process with a
 // reused pid. One poll() waits for all events: output, the child's end, a stop, the delay before SIGKILL.
 
-#include "TallyglassKit/Platform/Processes/ChildProcess.h"
-
 #include "TallyglassKit/Platform/ErrorText.h"
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
+#include "TallyglassKit/Platform/Processes/ChildProcess.h"
 
 #include <fcntl.h>
 #include <paths.h>

@@ -1,7 +1,6 @@
-#include "TallyglassKit/Platform/Processes/TerminationSignals.h"
-
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/ErrorText.h"
+#include "TallyglassKit/Platform/Processes/TerminationSignals.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
