@@ -1,4 +1,4 @@
-#include "Tallyglass/Controls/Lists/ItemInBackups.h"
+#include "Tallyglass/Screens/Context/ItemInBackups.h"
 #include "Tests/Support/FakeWorkspace.h"
 #include "Tests/Support/QtMain/Until.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -21,22 +21,6 @@ protected:
     test::FakeWorkspace workspace;
     ItemInBackups item;
 };
-
-TEST_F(ItemLookup, findsTheItemBelowTheVolumeThatHasIt) {
-    folder.write("old/Applications/Users/alex/app", "");
-    folder.write("old/Data/Users/alex/notes", "");
-    EXPECT_EQ(ItemInBackups::find(root("old"), "/Users/alex/notes"), folder / "old/Data/Users/alex/notes");
-    EXPECT_EQ(ItemInBackups::find(root("old"), "/Users/alex"), folder / "old/Applications/Users/alex");
-    EXPECT_FALSE(ItemInBackups::find(root("old"), "/Users/alex/other"));
-    EXPECT_FALSE(ItemInBackups::find(root("new"), "/Users/alex/notes"));
-    EXPECT_EQ(ItemInBackups::find(root("old"), root("old")), folder / "old");
-}
-
-TEST_F(ItemLookup, findsALinkThatLeadsNowhere) {
-    std::filesystem::create_directories(folder / "old/Data");
-    std::filesystem::create_symlink("/nowhere", folder / "old/Data/link");
-    EXPECT_EQ(ItemInBackups::find(root("old"), "/link"), folder / "old/Data/link");
-}
 
 TEST_F(ItemLookup, showsTheItemOnlyWhereItIs) {
     folder.write("new/Data/added", "");

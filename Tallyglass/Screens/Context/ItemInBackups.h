@@ -45,11 +45,6 @@ public:
     Q_INVOKABLE void showInOlder();
     Q_INVOKABLE void showInNewer();
 
-    /// The place of `path` in the backup with this root: below one of its volumes, the first by name that has
-    /// it, since a change doesn't tell the volume. Absent if none has it. Blocks.
-    [[nodiscard]] static std::optional<std::filesystem::path> find(const std::string& root,
-                                                                   const std::string& path);
-
 signals:
     void workspaceChanged();
     void isInOlderChanged();
