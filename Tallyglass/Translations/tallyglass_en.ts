@@ -667,13 +667,6 @@
     </message>
 </context>
 <context>
-    <name>FilterField</name>
-    <message>
-        <source>Clear</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>FullDiskAccessGuide</name>
     <message>
         <source>Done</source>
@@ -761,17 +754,6 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
 </context>
 <context>
-    <name>LoadFailure</name>
-    <message>
-        <source>A part of Tallyglass can&apos;t be shown</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The program or Qt isn&apos;t completely installed. Install what is missing, then start Tallyglass again.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>LockedNotice</name>
     <message>
         <source>Show me how</source>
@@ -830,7 +812,7 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
 </context>
 <context>
-    <name>Shell</name>
+    <name>RootView</name>
     <message>
         <source>Overview</source>
         <translation type="unfinished"></translation>
@@ -847,6 +829,16 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
         <source>Exclusions</source>
         <translation type="unfinished"></translation>
     </message>
+</context>
+<context>
+    <name>SearchField</name>
+    <message>
+        <source>Clear</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Shell</name>
     <message>
         <source>Lite mode</source>
         <translation type="unfinished"></translation>
