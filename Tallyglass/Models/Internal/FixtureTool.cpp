@@ -44,6 +44,13 @@ TMUtilResult answer(const FixtureAnswer& from, const TMUtilRunner::OnBytes& onBy
     return from.failure.empty() ? success(from.output) : failure(from.failure);
 }
 
+/// Without a destination they are on a disk that isn't one any more.
+Date newestBackup(const FixtureMachine& machine, Date now) {
+    const auto& destinations = machine.settings.destinations;
+    const auto latest = destinations.empty() ? std::nullopt : destinations.front().latestSnapshot();
+    return latest.value_or(now - std::chrono::minutes(38));
+}
+
 template <typename Value>
 std::string entry(std::string_view key, const std::optional<Value>& value) {
     return value ? fmt::format("{} = \"{}\";\n", key, *value) : std::string();
@@ -65,8 +72,9 @@ std::string statusText(const BackupStatus& status) {
 } // namespace
 
 FixtureTool::FixtureTool(std::string_view name, Date now)
-    : m_machine(FixtureMachine::make(name, now).value()), m_comparisons(FixtureComparisons::make(name, now)),
-      m_files(m_machine), m_now(now) {}
+    : m_machine(FixtureMachine::make(name, now).value()),
+      m_comparisons(FixtureComparisons::make(name, newestBackup(m_machine, now))), m_files(m_machine),
+      m_now(now) {}
 
 Date FixtureTool::now() const {
     return m_machine.rate && m_readings < 2 ? m_now - std::chrono::duration<double>(AppModel::runningInterval)
