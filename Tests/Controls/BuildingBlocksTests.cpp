@@ -123,12 +123,13 @@ TEST(SegmentedPicker, tellsAScreenReaderWhatTheArrowsPick) {
 
 class SheetTest : public testing::Test {
 protected:
-    QmlScreen screen{"import QtQuick.Controls.Basic as Basic\n"
-                     "Basic.ApplicationWindow { property int closings: 0; width: 720; height: 560; visible: true\n"
-                     "Button { id: opener; text: 'Open'; onClicked: sheet.open() }\n"
-                     "Sheet { id: sheet; objectName: 'sheet'; title: 'Guide'; onClosed: closings += 1\n"
-                     "  Body { text: 'Words' }\n"
-                     "  Button { text: 'First' } Button { text: 'Second' } } }"};
+    QmlScreen screen{
+        "import QtQuick.Controls.Basic as Basic\n"
+        "Basic.ApplicationWindow { property int closings: 0; width: 720; height: 560; visible: true\n"
+        "Button { id: opener; text: 'Open'; onClicked: sheet.open() }\n"
+        "Sheet { id: sheet; objectName: 'sheet'; title: 'Guide'; onClosed: closings += 1\n"
+        "  Body { text: 'Words' }\n"
+        "  Button { text: 'First' } Button { text: 'Second' } } }"};
     void SetUp() override {
         screen.theme().setReduceMotion(true);
         screen.key(Qt::Key_Tab);

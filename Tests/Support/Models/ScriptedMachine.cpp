@@ -1,5 +1,6 @@
-#include "TallyglassKit/Access/BackupPath.h"
 #include "Tests/Support/Models/ScriptedMachine.h"
+
+#include "TallyglassKit/Access/BackupPath.h"
 
 #include <fmt/chrono.h>
 
