@@ -1,6 +1,6 @@
 #include "Tests/Screens/Timeline/TimelineScreen.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <QHoverEvent>
 #include <QMouseEvent>
