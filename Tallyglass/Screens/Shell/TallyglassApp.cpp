@@ -80,7 +80,11 @@ void TallyglassApp::loadWindow() {
     m_engine = std::make_unique<QQmlEngine>();
     m_engine->addImportPath(QStringLiteral("qrc:/"));
     connect(m_engine.get(), &QQmlEngine::quit, qGuiApp, &QGuiApplication::quit, Qt::QueuedConnection);
-    QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/Tallyglass/Shell/Main.qml")));
+    // The types are loaded on the engine's own thread; what the model reads comes in meanwhile.
+    QQmlComponent component(m_engine.get(), QUrl(QStringLiteral("qrc:/Tallyglass/Shell/Main.qml")),
+                            QQmlComponent::Asynchronous);
+    while (component.isLoading())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     if (component.isReady())
         m_window.reset(qobject_cast<QQuickWindow*>(component.createWithInitialProperties(
             {{QStringLiteral("context"), QVariant::fromValue(&m_context)}})));
