@@ -44,11 +44,11 @@ TEST(TallyglassApp, showsTheWholeWindowWithItsData) {
 
     app.showWindow();
 
+    test::waitUntil([&] { return screen.find(QAccessible::List, "Sections").has_value(); });
     test::waitUntil([&] { return screen.find(QAccessible::Heading, "Backup Disk").has_value(); });
     EXPECT_EQ(screen.value("Destination capacity"), "88 percent used, running low");
     EXPECT_TRUE(screen.hasText("Last backup was skipped"));
     EXPECT_TRUE(screen.find(QAccessible::Button, "Refresh").has_value());
-    EXPECT_TRUE(screen.find(QAccessible::List, "Sections").has_value());
     EXPECT_TRUE(screen.find(QAccessible::Grouping, "Configuration").has_value());
 }
 
