@@ -89,8 +89,8 @@ TEST(Button, isPressedByScreenReaderAndReturn) {
 }
 
 TEST(SegmentedPicker, movesByArrowsAndByScreenReader) {
-    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; options: ['One', 'Two', 'Three'];"
-                     "onPicked: index => currentIndex = index } }");
+    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; model: ['One', 'Two', 'Three'];"
+                     "onActivated: index => currentIndex = index } }");
     const auto checked = [&](const char* name) {
         return screen.tree().get(QAccessible::RadioButton, name).isChecked();
     };
@@ -108,8 +108,8 @@ TEST(SegmentedPicker, movesByArrowsAndByScreenReader) {
 }
 
 TEST(SegmentedPicker, tellsAScreenReaderWhatTheArrowsPick) {
-    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; options: ['One', 'Two', 'Three'];"
-                     "onPicked: index => currentIndex = index } }");
+    QmlScreen screen("Item { SegmentedPicker { label: 'Metric'; model: ['One', 'Two', 'Three'];"
+                     "onActivated: index => currentIndex = index } }");
     static_cast<void>(screen.tree()); // a screen reader is there
     screen.key(Qt::Key_Tab);
     EXPECT_EQ(screen.tree().get(QAccessible::Grouping, "Metric").value(), "One");
@@ -187,7 +187,7 @@ TEST(Reveal, takesNoRoomWhileItIsHidden) {
     QmlScreen screen(
         "Column { id: column; property bool more: false; spacing: 8\n"
         "Rectangle { width: 50; height: 10 }\n"
-        "Reveal { width: 50; spacing: 8; shown: column.more; Rectangle { width: 50; height: 20 } }\n"
+        "Reveal { width: 50; spacing: 8; revealed: column.more; Rectangle { width: 50; height: 20 } }\n"
         "Rectangle { width: 50; height: 10 } }");
     auto* column = qobject_cast<QQuickItem*>(screen.root());
     double lowest = 28;

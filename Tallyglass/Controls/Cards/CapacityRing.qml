@@ -16,10 +16,10 @@ Item {
     Accessible.name: content.accessibleName
     Accessible.description: content.accessibleValue
     onFractionChanged: {
-        turn.stop();
-        turn.to = fraction;
+        animation.stop();
+        animation.to = fraction;
         if (ready && !Theme.reduceMotion)
-            turn.start();
+            animation.start();
         else
             arc.fraction = fraction;
     }
@@ -33,7 +33,7 @@ Item {
         trackColor: Theme.track
 
         NumberAnimation {
-            id: turn
+            id: animation
             target: arc
             property: "fraction"
             duration: Theme.animationDuration
@@ -61,8 +61,8 @@ Item {
         }
     }
     HoverHandler { id: hover }
-    Tip {
-        shown: hover.hovered && ring.content.detail !== ""
+    LazyToolTip {
+        active: hover.hovered && ring.content.detail !== ""
         text: ring.content.detail
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// A titled container for one block of a screen. Its children stand in a column.
+// A titled container for one block of a screen, with its children in a column.
 Rectangle {
     id: card
     property string title
@@ -29,7 +29,7 @@ Rectangle {
             active: card.title !== ""
             visible: active
             sourceComponent: Item {
-                implicitHeight: Math.max(symbol.height, words.height)
+                implicitHeight: Math.max(symbol.height, heading.height)
                 Symbol {
                     id: symbol
                     anchors.verticalCenter: parent.verticalCenter
@@ -37,7 +37,7 @@ Rectangle {
                     color: card.symbolColor
                 }
                 Headline {
-                    id: words
+                    id: heading
                     anchors.verticalCenter: parent.verticalCenter
                     x: symbol.visible ? symbol.width + Theme.unit : 0
                     width: parent.width - x

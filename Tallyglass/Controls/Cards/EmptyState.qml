@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Layouts
 import Tallyglass.Controls
 
-// What a screen or card shows when it has nothing to show, and what to do next, or while it waits. Buttons go below the
-// text.
+// What a screen or card shows without content or while it waits, and what to do next. Its children are buttons below
+// the text.
 Item {
     id: empty
     property string title
     property string systemImage
     property string description
-    property bool busy: false ///< a spinner takes the place of the image
+    property bool busy: false ///< shows a busy indicator instead of the image
     default property alias actions: row.data
 
     Layout.fillWidth: true
@@ -24,7 +24,8 @@ Item {
 
         BusyIndicator {
             Layout.alignment: Qt.AlignHCenter
-            visible: empty.busy
+            running: empty.busy
+            visible: running
             size: Theme.displaySize * 1.5
             color: Theme.accent
         }

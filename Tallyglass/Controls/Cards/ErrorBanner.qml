@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tallyglass.Controls
 
-// Says calmly what went wrong last, in the words of the error.
+// The text of the last error.
 Rectangle {
     id: banner
     required property string text

@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// Stands in the place of what can't be shown without Full Disk Access, and leads to the guide.
+// Replaces what can't be shown without Full Disk Access, and leads to the guide.
 EmptyState {
     id: notice
     required property string heading
@@ -13,7 +13,7 @@ EmptyState {
     description: text
 
     Button {
-        kind: Button.Prominent
+        highlighted: true
         text: qsTr("Show me how")
         systemImage: "sparkles"
         onClicked: notice.guideRequested()

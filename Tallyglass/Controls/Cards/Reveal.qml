@@ -1,20 +1,20 @@
 import QtQuick
 import Tallyglass.Controls
 
-// Lets what it holds appear and leave in a column: it fades while what stands below makes room.
+// Lets its children appear and disappear in a column: they fade while the items below move.
 Item {
     id: reveal
-    property bool shown: true
+    property bool revealed: true
     property real spacing: 0 // of the column
     default property alias items: holder.data
 
-    property real progress: shown ? 1 : 0
+    property real progress: revealed ? 1 : 0
     Behavior on progress {
         enabled: !Theme.reduceMotion
         NumberAnimation { duration: Theme.animationDuration; easing.type: Easing.OutCubic }
     }
 
-    // Together with the column's spacing it grows from nothing.
+    // With the spacing of the column it grows from zero.
     implicitHeight: (holder.height + spacing) * progress - spacing
     visible: progress > 0
     opacity: progress

@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// Stands where a section's screen isn't built yet.
+// The placeholder for a section's screen that isn't built yet.
 Item {
     property alias text: notice.title
     property alias systemImage: notice.systemImage

@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// One number: what is measured, the value and a small line below. One text to a screen reader.
+// One number: its label, its value and a caption. One text to a screen reader.
 Item {
     id: tile
     property string label

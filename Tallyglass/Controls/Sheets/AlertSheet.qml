@@ -1,10 +1,9 @@
 import QtQuick
 import QtQuick.Layouts
-import Tallyglass.Context
 import Tallyglass.Controls
 
-// A question or a message that has to be answered before anything else: a symbol, a title, a text and up to two
-// buttons. Escape answers as the cancelling button does, or as the only one.
+// A modal question or message: a symbol, a title, a text and up to two buttons. Escape answers like the button that
+// cancels, or like the only one.
 Sheet {
     id: alert
     property string systemImage: "info.circle"
@@ -52,7 +51,7 @@ Sheet {
             onClicked: alert.close()
         },
         Button {
-            kind: Button.Prominent
+            highlighted: true
             text: alert.confirmText
             focus: true
             onClicked: {

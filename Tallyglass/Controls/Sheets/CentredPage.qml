@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// Shows one thing in the middle, and scrolls when there is too little room for it.
+// Shows one item in the centre, and scrolls when it is too high.
 FocusScope {
     id: centred
     default property alias items: page.items

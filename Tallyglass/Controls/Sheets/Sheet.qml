@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Tallyglass.Controls
 
-// A modal card over the dimmed window. Children stand in a column that scrolls when the window is too low; `buttons`
+// A modal card over the dimmed window. Its children are in a column that scrolls when the window is too low; `buttons`
 // stay below them.
 SheetFrame {
     id: sheet

@@ -2,15 +2,15 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A modal card over the dimmed window, for a content of any kind. Escape closes it; Tab stays within it; what had
-// the keyboard before gets it back.
+// A modal card over the dimmed window, with any content. Escape closes it; Tab stays within it; the item that had the
+// keyboard focus before gets it back.
 T.Popup {
     id: sheet
     property string title
     property real preferredWidth: Theme.unit * 64
 
-    property Item formerFocus: null
-    // The item that the popup makes around its content is the dialog to a screen reader.
+    property Item previousFocusItem: null
+    // To a screen reader, the item that the popup puts around its content is the dialog.
     readonly property Binding accessibleName: Binding {
         target: sheet.contentItem?.parent?.Accessible ?? null
         property: "name"
@@ -26,17 +26,17 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape
 
-    onAboutToShow: formerFocus = parent?.Window.activeFocusItem ?? null
+    onAboutToShow: previousFocusItem = parent?.Window.activeFocusItem ?? null
     onOpened: {
         if (!contentItem.activeFocus)
             contentItem.forceActiveFocus(Qt.TabFocusReason);
-        if (parent.Window.activeFocusItem === contentItem) // nothing in it asks for the keyboard first
+        if (parent.Window.activeFocusItem === contentItem) // no item in it asks for the focus
             contentItem.nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason);
     }
     onClosed: {
-        if (formerFocus)
-            formerFocus.forceActiveFocus(Qt.PopupFocusReason);
-        formerFocus = null;
+        if (previousFocusItem)
+            previousFocusItem.forceActiveFocus(Qt.PopupFocusReason);
+        previousFocusItem = null;
     }
 
     enter: Transition {
@@ -53,7 +53,7 @@ T.Popup {
         color: Theme.windowBackground
         radius: Theme.radius
         border.color: Theme.line
-        Rectangle { // a soft edge below
+        Rectangle { // the shadow
             anchors.fill: parent
             anchors.margins: -1
             anchors.topMargin: 2

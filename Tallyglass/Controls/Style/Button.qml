@@ -3,16 +3,14 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A button in one of three weights. With `systemImage` a symbol stands before the text; a tool button
-// without text needs a `hint`, which names it.
+// A push button. `highlighted` marks the main action; a `flat` one has no frame. A button without text needs a
+// `hint`, which names it.
 T.Button {
     id: button
-    enum Kind { Plain, Prominent, Tool }
-    property int kind: Button.Plain
     property string systemImage
     property string hint
 
-    readonly property color ink: kind === Button.Prominent ? Theme.onAccent : Theme.text
+    readonly property color textColor: highlighted ? Theme.onAccent : Theme.text
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, implicitHeight)
     implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + topPadding + bottomPadding)
@@ -33,14 +31,14 @@ T.Button {
             spacing: Theme.unit * 0.75
             Symbol {
                 name: button.systemImage
-                color: button.kind === Button.Plain ? Theme.accent : button.ink
+                color: button.highlighted || button.flat ? button.textColor : Theme.accent
             }
             Label {
                 Layout.fillWidth: true
                 visible: text !== ""
                 text: button.text
-                color: button.ink
-                font.weight: button.kind === Button.Prominent ? Font.DemiBold : Font.Normal
+                color: button.textColor
+                font.weight: button.highlighted ? Font.DemiBold : Font.Normal
                 wrapMode: Text.NoWrap
                 elide: Text.ElideMiddle
                 Accessible.ignored: true
@@ -49,21 +47,21 @@ T.Button {
     }
     background: Rectangle {
         radius: Theme.controlRadius
-        color: button.kind === Button.Prominent ? Theme.accent
+        color: button.highlighted ? Theme.accent
              : button.hovered || button.down ? Theme.hoverBackground
-             : button.kind === Button.Tool ? "transparent" : Theme.controlBackground
-        border.width: button.kind === Button.Plain ? 1 : 0
+             : button.flat ? "transparent" : Theme.controlBackground
+        border.width: button.highlighted || button.flat ? 0 : 1
         border.color: Theme.line
-        opacity: button.kind === Button.Prominent && (button.hovered || button.down) ? 0.88 : 1
-        FocusRing { shown: button.visualFocus }
+        opacity: button.highlighted && (button.hovered || button.down) ? 0.88 : 1
+        FocusRing { visible: button.visualFocus }
     }
 
-    // A button that has the focus is pressed by Return too, as by the space bar.
+    // The focused button is pressed by Return too, as by the space bar.
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    Tip {
-        shown: button.hovered && button.hint !== ""
+    LazyToolTip {
+        active: button.hovered && button.hint !== ""
         text: button.hint
     }
 }

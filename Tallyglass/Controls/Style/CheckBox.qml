@@ -2,27 +2,23 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// Turns an option on or off. What is set decides `isOn`; a change of the user is told by `switched`.
+// Turns an option on or off.
 T.CheckBox {
     id: control
-    property bool isOn: false
-    signal switched(bool isOn)
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight)
     leftPadding: indicator.width + Theme.unit
-    checked: isOn
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
-    Accessible.onPressAction: flip()
-    Accessible.onToggleAction: flip()
-    onClicked: flip()
+    Accessible.onPressAction: toggleByUser()
+    Accessible.onToggleAction: toggleByUser()
 
-    function flip() {
-        const wanted = !isOn;
-        checked = Qt.binding(() => isOn);
-        if (enabled)
-            switched(wanted);
+    function toggleByUser() {
+        if (!enabled)
+            return;
+        toggle();
+        toggled();
     }
 
     indicator: Rectangle {
@@ -33,7 +29,7 @@ T.CheckBox {
         color: control.checked ? Theme.accent : Theme.cardBackground
         border.width: control.checked ? 0 : 1
         border.color: Theme.secondaryText
-        FocusRing { shown: control.visualFocus }
+        FocusRing { visible: control.visualFocus }
         Symbol {
             anchors.centerIn: parent
             visible: control.checked

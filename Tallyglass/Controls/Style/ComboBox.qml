@@ -3,17 +3,11 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// Picks one of any number of entries, of which only those in sight are made. The arrows, Home and End change the
-// choice, the space bar opens the list, typing goes to the entry that begins so. `pickedIndex` is what is
-// picked; a choice of the user is told by `activated`.
+// Picks one of any number of entries, of which only the visible ones exist. The arrows, Home and End change the
+// choice, the space bar opens the list, typing goes to the entry that begins so.
 T.ComboBox {
-    id: box
+    id: control
     property string label
-    property int pickedIndex: -1
-
-    currentIndex: pickedIndex
-    onCountChanged: currentIndex = Qt.binding(() => pickedIndex) // the list has its own idea when it changes
-    onModelChanged: currentIndex = Qt.binding(() => pickedIndex)
 
     implicitWidth: Theme.unit * 5 + Theme.bodySize * 12
     implicitHeight: Theme.controlHeight
@@ -23,46 +17,50 @@ T.ComboBox {
     Accessible.name: label
     Accessible.description: displayText
     Accessible.onPressAction: if (enabled) popup.open()
-    Accessible.onIncreaseAction: step(1)
-    Accessible.onDecreaseAction: step(-1)
+    Accessible.onIncreaseAction: stepByUser(1)
+    Accessible.onDecreaseAction: stepByUser(-1)
 
-    function step(by: int) {
-        const target = Math.max(0, Math.min(count - 1, currentIndex + by));
-        if (enabled && target !== currentIndex)
-            activated(target);
+    function stepByUser(by: int) {
+        const before = currentIndex;
+        if (enabled && by > 0)
+            incrementCurrentIndex();
+        else if (enabled)
+            decrementCurrentIndex();
+        if (currentIndex !== before)
+            activated(currentIndex);
     }
 
     contentItem: Label {
-        text: box.displayText
+        text: control.displayText
         wrapMode: Text.NoWrap
         elide: Text.ElideMiddle
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
     indicator: Symbol {
-        x: box.width - width - Theme.unit * 0.75
-        y: (box.height - height) / 2
+        x: control.width - width - Theme.unit * 0.75
+        y: (control.height - height) / 2
         name: "chevron.down"
         color: Theme.secondaryText
     }
     background: Rectangle {
         radius: Theme.controlRadius
-        color: box.enabled && (box.hovered || box.down) ? Theme.hoverBackground : Theme.controlBackground
+        color: control.enabled && (control.hovered || control.down) ? Theme.hoverBackground : Theme.controlBackground
         border.color: Theme.line
-        FocusRing { shown: box.visualFocus }
+        FocusRing { visible: control.visualFocus }
     }
 
     delegate: T.ItemDelegate {
         id: entry
         required property int index
         required text
-        readonly property bool current: index === box.currentIndex
+        readonly property bool current: index === control.currentIndex
 
         width: ListView.view ? ListView.view.width : 0
         implicitHeight: Theme.controlHeight
         leftPadding: Theme.unit
         rightPadding: Theme.unit * 2
-        highlighted: index === box.highlightedIndex
+        highlighted: index === control.highlightedIndex
         hoverEnabled: true
         Accessible.name: text
         Accessible.selectable: true
@@ -93,11 +91,11 @@ T.ComboBox {
     }
 
     popup: T.Popup {
-        readonly property real room: box.Window.window ? box.Window.window.height - Theme.unit * 4 : 400
+        readonly property real maximumHeight: control.Window.window ? control.Window.window.height - Theme.unit * 4 : 400
 
-        y: box.height + Theme.unit / 2
-        width: box.width
-        height: Math.min(entries.contentHeight + topPadding + bottomPadding, Theme.controlHeight * 10, room)
+        y: control.height + Theme.unit / 2
+        width: control.width
+        height: Math.min(entries.contentHeight + topPadding + bottomPadding, Theme.controlHeight * 10, maximumHeight)
         margins: Theme.unit
         padding: Theme.unit / 2
 
@@ -107,12 +105,12 @@ T.ComboBox {
         contentItem: ListView {
             id: entries
             clip: true
-            model: box.delegateModel
-            currentIndex: box.highlightedIndex
+            model: control.delegateModel
+            currentIndex: control.highlightedIndex
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
             Accessible.role: Accessible.List
-            Accessible.name: box.label
+            Accessible.name: control.label
             T.ScrollBar.vertical: ScrollBar {}
         }
         background: Rectangle {

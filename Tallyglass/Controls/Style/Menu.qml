@@ -2,10 +2,10 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A menu that opens below the button that it belongs to.
+// A menu, opened at a point or below its button.
 T.Menu {
     id: menu
-    // The item that the menu makes around its content is what a screen reader meets.
+    // A screen reader meets the item that the menu puts around its content.
     readonly property Binding accessibleName: Binding {
         target: menu.contentItem?.parent?.Accessible ?? null
         property: "name"

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// How far a job is, from 0 to 1.
+// The progress of a job, from 0 to 1.
 T.ProgressBar {
     id: bar
     property string label
@@ -18,14 +18,14 @@ T.ProgressBar {
         radius: height / 2
         color: Theme.track
     }
-    property real shown: visualPosition
-    Behavior on shown {
+    property real drawnPosition: visualPosition
+    Behavior on drawnPosition {
         enabled: !Theme.reduceMotion
         NumberAnimation { duration: Theme.animationDuration; easing.type: Easing.OutCubic }
     }
     contentItem: Item {
         Rectangle {
-            width: Math.max(bar.shown * parent.width, bar.value > 0 ? height : 0)
+            width: Math.max(bar.drawnPosition * parent.width, bar.value > 0 ? height : 0)
             height: parent.height
             radius: height / 2
             color: Theme.accent

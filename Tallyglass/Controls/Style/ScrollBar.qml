@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// The thin bar at the edge of what scrolls.
+// A thin scroll bar, visible while there is something to scroll.
 T.ScrollBar {
     id: bar
     implicitWidth: contentItem.implicitWidth + padding * 2

@@ -2,21 +2,21 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// Picks one of a few options that stand side by side, or in lines where it is too narrow for that. One stop for Tab; the arrows, Home and End move.
+// Radio buttons in one frame, side by side, or in lines where it is too narrow. One stop for Tab; the arrows, Home and
+// End move. `activated` asks for another `currentIndex`, which stays what it is bound to.
 Item {
     id: picker
     property string label
-    property var options: []
+    property var model: []
     property int currentIndex: 0
-    signal picked(int index)
+    signal activated(int index)
 
-    readonly property bool visualFocus: activeFocus && !byPointer
-    property bool byPointer: false
+    property bool focusedByPointer: false
 
-    function move(index: int) {
-        const target = Math.max(0, Math.min(options.length - 1, index));
+    function pick(index: int) {
+        const target = Math.max(0, Math.min(model.length - 1, index));
         if (target !== currentIndex)
-            picked(target);
+            activated(target);
     }
 
     implicitWidth: segments.naturalWidth + 4
@@ -24,17 +24,17 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.Grouping
     Accessible.name: label
-    Accessible.description: options[currentIndex] ?? ""
+    Accessible.description: model[currentIndex] ?? ""
 
-    onActiveFocusChanged: if (!activeFocus) byPointer = false
-    Keys.onLeftPressed: move(currentIndex - 1)
-    Keys.onRightPressed: move(currentIndex + 1)
+    onActiveFocusChanged: if (!activeFocus) focusedByPointer = false
+    Keys.onLeftPressed: pick(currentIndex - 1)
+    Keys.onRightPressed: pick(currentIndex + 1)
     Keys.onPressed: event => {
-        byPointer = false;
+        focusedByPointer = false;
         if (event.key === Qt.Key_Home)
-            move(0);
+            pick(0);
         else if (event.key === Qt.Key_End)
-            move(options.length - 1);
+            pick(model.length - 1);
         else
             return;
         event.accepted = true;
@@ -46,7 +46,7 @@ Item {
         color: hover.hovered ? Theme.hoverBackground : Theme.controlBackground
     }
     HoverHandler { id: hover }
-    FocusRing {}
+    FocusRing { visible: picker.activeFocus && !picker.focusedByPointer }
 
     Flow {
         id: segments
@@ -60,7 +60,7 @@ Item {
         y: 2
         width: picker.width - 4
         Repeater {
-            model: picker.options
+            model: picker.model
             T.RadioButton {
                 id: segment
                 required property int index
@@ -71,16 +71,16 @@ Item {
                 checked: current
                 focusPolicy: Qt.NoFocus
                 hoverEnabled: true
-                implicitWidth: widestWords.implicitWidth + Theme.unit * 3
+                implicitWidth: widestText.implicitWidth + Theme.unit * 3
                 implicitHeight: Theme.controlHeight - 4
                 Accessible.name: text
                 Accessible.focused: current && picker.activeFocus
-                Accessible.onPressAction: picker.move(index)
+                Accessible.onPressAction: picker.pick(index)
                 onClicked: {
-                    checked = Qt.binding(() => segment.current); // the picker decides
-                    picker.byPointer = true;
+                    checked = Qt.binding(() => segment.current);
+                    picker.focusedByPointer = true;
                     picker.forceActiveFocus(Qt.MouseFocusReason);
-                    picker.move(index);
+                    picker.pick(index);
                 }
 
                 contentItem: Label {
@@ -99,7 +99,7 @@ Item {
                     border.color: Theme.line
                 }
                 Label { // as wide as when it is picked, so that nothing moves
-                    id: widestWords
+                    id: widestText
                     visible: false
                     text: segment.text
                     wrapMode: Text.NoWrap

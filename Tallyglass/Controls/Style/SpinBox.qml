@@ -2,107 +2,89 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A whole number that goes up and down in steps of one: words that hold it, and two buttons. The up and down
-// keys step too. A step of the user is told by `stepped`.
-Item {
-    id: stepper
-    required property string text // such as "Depth: 3"
-    property int value: 0
-    property int from: 0
-    property int to: 10
-    signal stepped(int value)
+// A whole number that goes up and down: a label with the number, and two buttons. The arrow keys step too.
+T.SpinBox {
+    id: control
+    required property string label // such as "Depth: 3"
 
-    readonly property bool visualFocus: activeFocus && !byPointer
-    property bool byPointer: false
+    readonly property real stepWidth: Math.max(Theme.controlHeight, Theme.unit * 4)
 
-    function step(by: int) {
-        const target = Math.max(from, Math.min(to, value + by));
-        if (enabled && target !== value)
-            stepped(target);
-    }
-
-    implicitWidth: words.implicitWidth + Theme.unit + buttons.width
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlHeight
+    rightPadding: stepWidth * 2 + 2 + Theme.unit
+    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.5
-    activeFocusOnTab: true
     Accessible.role: Accessible.SpinBox
-    Accessible.name: text
-    Accessible.focusable: true
-    Accessible.onIncreaseAction: step(1)
-    Accessible.onDecreaseAction: step(-1)
+    Accessible.name: label
+    Accessible.onIncreaseAction: stepByUser(1)
+    Accessible.onDecreaseAction: stepByUser(-1)
+    Keys.onLeftPressed: stepByUser(-1)
+    Keys.onRightPressed: stepByUser(1)
 
-    onActiveFocusChanged: if (!activeFocus) byPointer = false
-    Keys.onUpPressed: press(1)
-    Keys.onDownPressed: press(-1)
-    Keys.onRightPressed: press(1)
-    Keys.onLeftPressed: press(-1)
-
-    function press(by: int) {
-        byPointer = false;
-        step(by);
+    function stepByUser(by: int) {
+        const before = value;
+        if (enabled && by > 0)
+            increase();
+        else if (enabled)
+            decrease();
+        if (value !== before)
+            valueModified();
     }
 
-    Label {
-        id: words
-        anchors { left: parent.left; right: buttons.left; rightMargin: Theme.unit; verticalCenter: parent.verticalCenter }
-        text: stepper.text
+    component StepButton: Rectangle {
+        required property string systemImage
+        required property bool pressed
+        required property bool hovered
+
+        y: 1
+        radius: Theme.controlRadius - 1
+        color: enabled && (hovered || pressed) ? Theme.hoverBackground : "transparent"
+        Symbol {
+            anchors.centerIn: parent
+            name: parent.systemImage
+            color: Theme.text
+            opacity: parent.enabled ? 1 : 0.35
+        }
+    }
+
+    contentItem: Label {
+        text: control.label
+        verticalAlignment: Text.AlignVCenter
         wrapMode: Text.NoWrap
         elide: Text.ElideRight
         Accessible.ignored: true
     }
-    Rectangle {
-        id: buttons
-        anchors { right: parent.right; verticalCenter: parent.verticalCenter }
-        width: row.width + 2
-        height: parent.height
-        radius: Theme.controlRadius
-        color: Theme.controlBackground
-        border.color: Theme.line
-        FocusRing { shown: stepper.visualFocus }
-
-        Row {
-            id: row
-            x: 1
-            y: 1
-            Repeater {
-                model: [{ symbol: "minus", by: -1 }, { symbol: "plus", by: 1 }]
-                T.AbstractButton {
-                    id: half
-                    required property var modelData
-                    readonly property bool possible: stepper.enabled && (modelData.by < 0 ? stepper.value > stepper.from : stepper.value < stepper.to)
-
-                    width: Math.max(Theme.controlHeight, Theme.unit * 4)
-                    height: buttons.height - 2
-                    focusPolicy: Qt.NoFocus
-                    hoverEnabled: true
-                    autoRepeat: true
-                    Accessible.ignored: true
-                    onClicked: {
-                        stepper.byPointer = true;
-                        stepper.forceActiveFocus(Qt.MouseFocusReason);
-                        stepper.step(modelData.by);
-                    }
-
-                    contentItem: Item {
-                        Symbol {
-                            anchors.centerIn: parent
-                            name: half.modelData.symbol
-                            color: Theme.text
-                            opacity: half.possible ? 1 : 0.35
-                        }
-                    }
-                    background: Rectangle {
-                        radius: Theme.controlRadius - 1
-                        color: half.possible && (half.hovered || half.down) ? Theme.hoverBackground : "transparent"
-                    }
-                }
+    background: Item {
+        Rectangle {
+            anchors.right: parent.right
+            width: control.stepWidth * 2 + 2
+            height: parent.height
+            radius: Theme.controlRadius
+            color: Theme.controlBackground
+            border.color: Theme.line
+            FocusRing { visible: control.visualFocus }
+            Rectangle {
+                anchors.centerIn: parent
+                width: 1
+                height: parent.height - Theme.unit
+                color: Theme.line
             }
         }
-        Rectangle {
-            anchors.centerIn: parent
-            width: 1
-            height: parent.height - Theme.unit
-            color: Theme.line
-        }
+    }
+    down.indicator: StepButton {
+        x: control.width - width * 2 - 1
+        width: control.stepWidth
+        height: control.height - 2
+        systemImage: "minus"
+        pressed: control.down.pressed
+        hovered: control.down.hovered
+    }
+    up.indicator: StepButton {
+        x: control.width - width - 1
+        width: control.stepWidth
+        height: control.height - 2
+        systemImage: "plus"
+        pressed: control.up.pressed
+        hovered: control.up.hovered
     }
 }

@@ -11,10 +11,10 @@ T.Switch {
     leftPadding: indicator.width + Theme.unit
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
-    Accessible.onPressAction: flip()
-    Accessible.onToggleAction: flip()
+    Accessible.onPressAction: toggleByUser()
+    Accessible.onToggleAction: toggleByUser()
 
-    function flip() {
+    function toggleByUser() {
         if (!enabled)
             return;
         toggle();
@@ -28,8 +28,8 @@ T.Switch {
         radius: height / 2
         color: control.checked ? Theme.accent : Theme.secondaryText
         FocusRing {
-            shown: control.visualFocus
-            radius: parent.radius + 3
+            visible: control.visualFocus
+            radius: parent.height / 2 + 3
         }
         Rectangle {
             x: control.visualPosition * (parent.width - width - 4) + 2

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// What appears under the pointer to explain or complete what is there.
+// A text under the pointer that explains or completes its parent.
 T.ToolTip {
     id: tip
     x: parent ? Math.max(0, (parent.width - implicitWidth) / 2) : 0
@@ -18,7 +18,7 @@ T.ToolTip {
         font.pixelSize: Theme.captionSize
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
 
-        Label { // as wide as its longest line, which a text that wraps doesn't tell
+        Label { // gives the width of the longest line, which wrapped text doesn't
             id: unwrapped
             visible: false
             text: tip.text

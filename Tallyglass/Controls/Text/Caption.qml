@@ -1,6 +1,6 @@
 import Tallyglass.Controls
 
-// The small, quiet text below or beside what it explains.
+// Small, subdued text that explains what it is next to.
 Label {
     color: Theme.secondaryText
     font.pixelSize: Theme.captionSize

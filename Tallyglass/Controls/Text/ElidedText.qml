@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// One line that loses its middle when it is too long, and shows the whole under the pointer.
+// One line of text, elided in the middle when too long; then a tool tip has the whole.
 Label {
     id: label
     wrapMode: Text.NoWrap
@@ -9,8 +9,8 @@ Label {
     elide: Text.ElideMiddle
 
     HoverHandler { id: hover }
-    Tip {
-        shown: hover.hovered && label.truncated
+    LazyToolTip {
+        active: hover.hovered && label.truncated
         text: label.text
     }
 }

@@ -17,5 +17,5 @@ TextEdit {
     Accessible.name: text
 
     onActiveFocusChanged: if (!activeFocus) deselect()
-    FocusRing { shown: edit.activeFocus }
+    FocusRing { visible: edit.activeFocus }
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// A symbol by the system's name for it. Decoration: what it says stands in words beside it.
+// A symbol by its name in the system. Decoration: the text beside it has its meaning.
 Text {
     property string name
     property real size: Theme.symbolSize
@@ -11,7 +11,7 @@ Text {
     color: Theme.text
     font.family: Theme.symbolFont
     font.pixelSize: size
-    // The line of the symbol font is as high as its square; a fixed box keeps neighbours still.
+    // A glyph of the symbol font is square; a box of fixed size keeps neighbours still.
     width: implicitWidth
     lineHeightMode: Text.FixedHeight
     lineHeight: size

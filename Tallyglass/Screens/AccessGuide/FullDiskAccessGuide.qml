@@ -4,17 +4,17 @@ import Tallyglass.AccessGuide
 import Tallyglass.Context
 import Tallyglass.Controls
 
-// Leads through granting Full Disk Access, to this program or to the helper.
+// Guides through granting Full Disk Access to this program or to the helper.
 Sheet {
     id: guide
     required property ScreenContext context
-    property bool forHelper: false // rather than to the program
+    property bool forHelper: false // instead of the program
 
-    title: state.content.title
+    title: guideViewModel.content.title
     preferredWidth: Theme.unit * 80
 
     AccessGuideViewModel {
-        id: state
+        id: guideViewModel
         context: guide.context
         forHelper: guide.forHelper
         isOpen: guide.opened
@@ -25,8 +25,8 @@ Sheet {
         spacing: Theme.unit * 2
         Symbol {
             Layout.alignment: Qt.AlignTop
-            name: state.content.symbol
-            color: Theme.colors[state.content.role]
+            name: guideViewModel.content.symbol
+            color: Theme.colors[guideViewModel.content.role]
             size: Theme.displaySize * 1.5
         }
         ColumnLayout {
@@ -34,11 +34,11 @@ Sheet {
             spacing: Theme.unit / 2
             Title {
                 Layout.fillWidth: true
-                text: state.content.title
+                text: guideViewModel.content.title
             }
             Label {
                 Layout.fillWidth: true
-                text: state.content.text
+                text: guideViewModel.content.text
                 color: Theme.secondaryText
             }
         }
@@ -51,17 +51,17 @@ Sheet {
     }
     FDADragIllustration {
         width: parent.width
-        item: state.content.item
-        itemUrl: state.itemUrl
+        itemName: guideViewModel.content.item
+        itemUrl: guideViewModel.itemUrl
         itemSymbol: guide.forHelper ? "terminal.fill" : "clock.arrow.trianglehead.counterclockwise.rotate.90"
-        description: state.content.illustration
+        description: guideViewModel.content.illustration
     }
     Column {
         id: steps
         width: parent.width
         spacing: Theme.unit * 1.5
         Repeater {
-            model: state.content.steps
+            model: guideViewModel.content.steps
             RowLayout {
                 id: step
                 required property accessStep modelData
@@ -112,15 +112,15 @@ Sheet {
             Layout.fillWidth: true
             spacing: Theme.unit
             Button {
-                kind: Button.Prominent
-                text: state.content.primaryText
+                highlighted: true
+                text: guideViewModel.content.primaryText
                 systemImage: "arrow.up.forward.app"
-                onClicked: state.openSettings()
+                onClicked: guideViewModel.openSettings()
             }
             Button {
-                text: state.content.secondaryText
-                systemImage: state.content.secondarySymbol
-                onClicked: state.help()
+                text: guideViewModel.content.secondaryText
+                systemImage: guideViewModel.content.secondarySymbol
+                onClicked: guideViewModel.help()
             }
             Row {
                 height: Theme.controlHeight
@@ -128,16 +128,16 @@ Sheet {
                 spacing: Theme.unit / 2
                 Symbol {
                     anchors.verticalCenter: parent.verticalCenter
-                    name: state.content.statusSymbol
-                    color: Theme.colors[state.content.role]
+                    name: guideViewModel.content.statusSymbol
+                    color: Theme.colors[guideViewModel.content.role]
                 }
                 Label {
                     anchors.verticalCenter: parent.verticalCenter
-                    text: state.content.status
-                    color: granted ? Theme.textColors[state.content.role] : Theme.secondaryText
+                    text: guideViewModel.content.status
+                    color: granted ? Theme.textColors[guideViewModel.content.role] : Theme.secondaryText
                     wrapMode: Text.NoWrap
 
-                    readonly property bool granted: state.content.statusSymbol !== ""
+                    readonly property bool granted: guideViewModel.content.statusSymbol !== ""
                 }
             }
         }

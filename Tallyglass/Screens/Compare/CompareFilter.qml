@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass.Compare
 import Tallyglass.Controls
 
-// Which of the changes are listed.
+// Picks which changes are listed.
 GridLayout {
     id: filter
     required property CompareViewModel viewModel
@@ -37,8 +37,8 @@ GridLayout {
                 text: kind.label
                 systemImage: kind.symbol
                 symbolColor: Theme.colors[kind.role]
-                isOn: kind.isOn
-                onFlipped: filter.viewModel.toggleKind(index)
+                checked: kind.isOn
+                onToggled: filter.viewModel.toggleKind(index)
             }
         }
         Label {

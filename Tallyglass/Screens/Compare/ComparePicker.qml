@@ -3,14 +3,13 @@ import QtQuick.Layouts
 import Tallyglass.Compare
 import Tallyglass.Controls
 
-// The card in which two backups and the way of comparing them are picked, and the comparison is started, watched
-// and stopped.
+// Picks two backups and how they are compared, and starts, follows and stops the comparison.
 Card {
     id: card
     required property CompareViewModel viewModel
     readonly property comparePickerContent content: viewModel.picker
 
-    // Two pickers and the arrow side by side, if there is room for the words in them.
+    // Two pickers and the arrow side by side, if their texts fit.
     readonly property bool stacked: width - padding * 2 < 2 * from.implicitWidth + Theme.unit * 3 + arrow.width
 
     title: qsTr("Compare two backups")
@@ -57,7 +56,7 @@ Card {
                 label: qsTr("From")
                 model: card.viewModel.backups
                 textRole: "text"
-                pickedIndex: card.content.fromIndex
+                currentIndex: card.content.fromIndex
                 onActivated: index => card.viewModel.pickFrom(index)
             }
         }
@@ -86,7 +85,7 @@ Card {
                 label: qsTr("To")
                 model: card.viewModel.backups
                 textRole: "text"
-                pickedIndex: card.content.toIndex
+                currentIndex: card.content.toIndex
                 onActivated: index => card.viewModel.pickTo(index)
             }
         }
@@ -98,8 +97,8 @@ Card {
             id: attributes
             width: parent.width
             text: qsTr("Also compare extended attributes and ownership")
-            isOn: card.content.compareExtendedAttributes
-            onSwitched: isOn => card.viewModel.setCompareExtendedAttributes(isOn)
+            checked: card.content.compareExtendedAttributes
+            onToggled: card.viewModel.setCompareExtendedAttributes(checked)
         }
         Caption {
             width: parent.width
@@ -116,12 +115,12 @@ Card {
             width: parent.width
             spacing: Theme.unit * 2
             SpinBox {
-                text: card.content.depthText
+                label: card.content.depthText
                 value: card.content.depth
                 from: 1
                 to: 12
                 enabled: !card.content.unlimitedDepth
-                onStepped: value => card.viewModel.setDepth(value)
+                onValueModified: card.viewModel.setDepth(value)
             }
             Switch {
                 text: qsTr("No limit")
@@ -145,7 +144,7 @@ Card {
             visible: !card.content.isRunning
             spacing: Theme.unit
             Button {
-                kind: Button.Prominent
+                highlighted: true
                 text: qsTr("Compare")
                 systemImage: "play.fill"
                 enabled: card.content.canRun

@@ -207,7 +207,7 @@ Card {
                     FocusRing {
                         anchors.margins: 0
                         radius: Theme.controlRadius
-                        shown: line.current && lines.activeFocus && !lines.byPointer
+                        visible: line.current && lines.activeFocus && !lines.byPointer
                     }
                 }
                 ChangeRow {
@@ -240,9 +240,9 @@ Card {
                 y: pointer.row * card.rowHeight
                 width: parent.width
                 height: card.rowHeight
-                Tip {
-                    shown: lines.itemAtIndex(pointer.row)?.truncated ?? false
-                    text: shown ? card.rows.pathAt(pointer.row) : ""
+                LazyToolTip {
+                    active: lines.itemAtIndex(pointer.row)?.truncated ?? false
+                    text: active ? card.rows.pathAt(pointer.row) : ""
                 }
             }
         }

@@ -3,53 +3,53 @@ import Tallyglass.Compare
 import Tallyglass.Context
 import Tallyglass.Controls
 
-// Two backups are picked and compared; below stands what changed between them.
+// Picks two backups, compares them and lists what changed between them.
 ScrollPage {
     id: page
     required property ScreenContext context
 
     maximumContentWidth: Theme.unit * 130
-    onVisibleChanged: if (visible) state.appear()
+    onVisibleChanged: if (visible) compareViewModel.appear()
 
     CompareViewModel {
-        id: state
+        id: compareViewModel
         context: page.context
     }
 
     Title {
         width: parent.width
-        visible: !state.isLocked
+        visible: !compareViewModel.isLocked
         text: qsTr("Compare")
     }
     LockedNotice {
-        parent: page // in the middle of what can be seen
+        parent: page // centred in the visible part
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
-        visible: state.isLocked
+        visible: compareViewModel.isLocked
         heading: qsTr("Comparing backups needs Full Disk Access")
         text: qsTr("tmutil cannot read backup contents without it, so there is nothing to diff.")
         onGuideRequested: page.context.openSheet(ScreenContext.AppAccessGuide)
     }
     ComparePicker {
         width: parent.width
-        visible: !state.isLocked
-        viewModel: state
+        visible: !compareViewModel.isLocked
+        viewModel: compareViewModel
     }
     Reveal {
         width: parent.width
-        shown: !state.isLocked && state.error !== ""
+        revealed: !compareViewModel.isLocked && compareViewModel.error !== ""
         spacing: page.spacing
-        ErrorBanner { width: parent.width; text: state.error }
+        ErrorBanner { width: parent.width; text: compareViewModel.error }
     }
     CompareSummary {
         width: parent.width
-        visible: !state.isLocked && state.hasSummary
-        content: state.summary
+        visible: !compareViewModel.isLocked && compareViewModel.hasSummary
+        content: compareViewModel.summary
     }
     CompareResults {
         width: parent.width
-        visible: !state.isLocked && state.hasResults
-        viewModel: state
+        visible: !compareViewModel.isLocked && compareViewModel.hasResults
+        viewModel: compareViewModel
         page: page
         context: page.context
     }

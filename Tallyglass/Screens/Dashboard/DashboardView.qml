@@ -3,8 +3,8 @@ import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// Which destination, how full, is a backup running, how have the backups gone, how is Time Machine set up. A wide
-// window shows the last block beside the others.
+// The destination and how full it is, the running backup, the timeline, the health of the backups, and the
+// configuration, which a wide window shows beside the others.
 ScrollPage {
     id: dashboard
     required property ScreenContext context
@@ -23,7 +23,7 @@ ScrollPage {
     Reveal {
         id: error
         width: parent.width
-        shown: dashboardViewModel.error !== ""
+        revealed: dashboardViewModel.error !== ""
         spacing: dashboard.spacing
         Loader {
             width: parent.width
@@ -32,7 +32,7 @@ ScrollPage {
         }
     }
     Loader {
-        parent: dashboard // in the middle of what can be seen
+        parent: dashboard // centred in the visible part
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
         active: !dashboardViewModel.hasDestination
@@ -71,7 +71,7 @@ ScrollPage {
             Reveal {
                 id: activity
                 width: parent.width
-                shown: dashboardViewModel.isRunning
+                revealed: dashboardViewModel.isRunning
                 spacing: dashboard.spacing
                 Loader {
                     width: parent.width

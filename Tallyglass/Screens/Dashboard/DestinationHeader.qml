@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// Which destination this is, how full it is and how many backups it holds.
+// The name of a destination, how full it is and how many backups it has.
 Card {
     id: header
     required property destinationHeaderContent content
@@ -18,10 +18,10 @@ Card {
         id: area
         width: parent.width
         readonly property real gap: Theme.unit * 2
-        // Ring, words and tiles from top to bottom, or words and tiles beside the ring, or the tiles below both.
-        readonly property real wordsHeight: words.height + (header.tilesBelow ? 0 : gap + tiles.height)
-        readonly property real headHeight: header.stacked ? ring.height + gap + words.height
-                                                          : Math.max(ring.height, wordsHeight)
+        // Ring, texts and tiles from top to bottom, or texts and tiles beside the ring, or the tiles below both.
+        readonly property real textsHeight: texts.height + (header.tilesBelow ? 0 : gap + tiles.height)
+        readonly property real headHeight: header.stacked ? ring.height + gap + texts.height
+                                                          : Math.max(ring.height, textsHeight)
 
         implicitHeight: headHeight + (header.tilesBelow ? gap + tiles.height : 0)
 
@@ -32,9 +32,9 @@ Card {
             content: header.content.ring
         }
         Column {
-            id: words
+            id: texts
             x: header.stacked ? 0 : ring.width + Theme.unit * 4
-            y: header.stacked ? ring.height + area.gap : (parent.headHeight - parent.wordsHeight) / 2
+            y: header.stacked ? ring.height + area.gap : (parent.headHeight - parent.textsHeight) / 2
             width: parent.width - x
             spacing: Theme.unit
 
@@ -61,8 +61,8 @@ Card {
                     Accessible.name: header.content.name
 
                     HoverHandler { id: hover }
-                    Tip {
-                        shown: hover.hovered && name.truncated
+                    LazyToolTip {
+                        active: hover.hovered && name.truncated
                         text: name.text
                     }
                 }
@@ -93,8 +93,8 @@ Card {
         }
         DestinationTiles {
             id: tiles
-            x: header.tilesBelow ? 0 : words.x
-            y: (header.tilesBelow ? area.headHeight : words.y + words.height) + area.gap
+            x: header.tilesBelow ? 0 : texts.x
+            y: (header.tilesBelow ? area.headHeight : texts.y + texts.height) + area.gap
             width: parent.width - x
             contents: header.tileContents
         }

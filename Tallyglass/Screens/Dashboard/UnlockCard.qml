@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// What only works with Full Disk Access, and the way there.
+// The features that need Full Disk Access, and how to grant it.
 Card {
     id: card
     required property unlockCardContent content
@@ -48,7 +48,7 @@ Card {
     Flow {
         width: parent.width
         Button {
-            kind: Button.Prominent
+            highlighted: true
             text: qsTr("Show me how")
             systemImage: "sparkles"
             onClicked: card.guideRequested()

@@ -3,18 +3,18 @@ import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Shell
 
-// Starts a backup, or stops the one that runs.
+// Starts a backup, or stops the running one.
 Button {
     id: button
     required property ScreenContext context
 
-    kind: Button.Tool
-    text: backup.content.text
-    systemImage: backup.content.symbol
-    onClicked: backup.press()
+    flat: true
+    text: buttonViewModel.content.text
+    systemImage: buttonViewModel.content.symbol
+    onClicked: buttonViewModel.press()
 
     BackupButtonViewModel {
-        id: backup
+        id: buttonViewModel
         context: button.context
     }
 }

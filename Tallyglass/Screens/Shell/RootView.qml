@@ -10,15 +10,15 @@ import Tallyglass.FileHistory
 import Tallyglass.Shell
 import Tallyglass.Timeline
 
-// The window's content: the sidebar, and beside it the screen of the section that is picked there. A screen is made
-// when its section is first shown, and stays.
+// The content of the window: the sidebar, and beside it the screen of the current section. A screen is created when its
+// section is first shown, and kept.
 FocusScope {
     id: root
     required property ScreenContext context
     property real sidebarWidth: 190
     property int sectionIndex: 0
 
-    /// The screen that is shown.
+    /// The current screen.
     property Item screen: null
 
     /// In the order of the sidebar.
@@ -59,11 +59,12 @@ FocusScope {
         loader.sheet = sheet;
         loader.subject = subject;
         loader.active = true;
-        loader.item.open();
-        return loader.item;
+        const content = loader.item as SheetFrame;
+        content.open();
+        return content;
     }
 
-    component SheetLoader: Loader { // until the sheet has been closed
+    component SheetLoader: Loader { // keeps the sheet until it is closed
         id: loader
         property int sheet
         property var subject
@@ -105,7 +106,7 @@ FocusScope {
 
     Rectangle {
         id: side
-        // Larger text takes more, but leaves the screens most of a small window.
+        // Grows with the text, but leaves most of a small window to the screen.
         width: Math.min(root.sidebarWidth * Math.max(1, Theme.textScale), root.width * 0.36)
         height: parent.height
         color: Theme.sidebarBackground
@@ -116,7 +117,7 @@ FocusScope {
             viewModel: shellViewModel
             sections: root.sections
             sectionIndex: root.sectionIndex
-            onPicked: index => root.sectionIndex = index
+            onActivated: index => root.sectionIndex = index
         }
     }
     Rectangle {
@@ -170,7 +171,7 @@ FocusScope {
                             return;
                         active = true;
                         root.screen = item;
-                        if (!sidebar.hasKeyboard)
+                        if (!sidebar.hasFocus)
                             forceActiveFocus(Qt.OtherFocusReason);
                     }
                 }

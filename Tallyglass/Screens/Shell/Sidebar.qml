@@ -3,17 +3,17 @@ import QtQuick.Layouts
 import Tallyglass.Controls
 import Tallyglass.Shell
 
-// The sections, one below the other. One stop for Tab; up, down, Home and End move between them.
+// The list of sections. One stop for Tab; Up, Down, Home and End move between them.
 Item {
     id: sidebar
     required property ShellViewModel viewModel
     required property var sections
     required property int sectionIndex
-    signal picked(int index)
-    readonly property alias hasKeyboard: rows.activeFocus
+    signal activated(int index)
+    readonly property alias hasFocus: rows.activeFocus
 
     function move(index: int) {
-        picked(Math.max(0, Math.min(sections.length - 1, index)));
+        activated(Math.max(0, Math.min(sections.length - 1, index)));
     }
 
     Accessible.role: Accessible.Pane
@@ -48,8 +48,8 @@ Item {
                 width: rows.width
                 text: modelData.title
                 systemImage: modelData.systemImage
-                current: index === sidebar.sectionIndex
-                focused: current && rows.activeFocus
+                highlighted: index === sidebar.sectionIndex
+                focused: highlighted && rows.activeFocus
                 onClicked: {
                     rows.forceActiveFocus(Qt.MouseFocusReason);
                     sidebar.move(index);

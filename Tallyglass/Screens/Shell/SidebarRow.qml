@@ -6,7 +6,6 @@ import Tallyglass.Controls
 T.ItemDelegate {
     id: row
     required property string systemImage
-    required property bool current
     required property bool focused
 
     implicitHeight: Theme.controlHeight + Theme.unit / 2
@@ -15,7 +14,7 @@ T.ItemDelegate {
     focusPolicy: Qt.NoFocus
     Accessible.name: text
     Accessible.selectable: true
-    Accessible.selected: current
+    Accessible.selected: highlighted
     Accessible.focused: focused
     Accessible.onPressAction: clicked()
 
@@ -23,22 +22,22 @@ T.ItemDelegate {
         spacing: Theme.unit
         Symbol {
             name: row.systemImage
-            color: row.current ? Theme.accent : Theme.secondaryText
+            color: row.highlighted ? Theme.accent : Theme.secondaryText
         }
         ElidedText {
             Layout.fillWidth: true
             text: row.text
-            font.weight: row.current ? Font.DemiBold : Font.Normal
+            font.weight: row.highlighted ? Font.DemiBold : Font.Normal
             Accessible.ignored: true
         }
     }
     background: Rectangle {
         radius: Theme.controlRadius
-        color: row.current ? Theme.selectedBackground : row.hovered ? Theme.hoverBackground : "transparent"
+        color: row.highlighted ? Theme.selectedBackground : row.hovered ? Theme.hoverBackground : "transparent"
         FocusRing {
             anchors.margins: 0
             radius: Theme.controlRadius
-            shown: row.focused
+            visible: row.focused
         }
     }
 }

@@ -3,7 +3,7 @@ import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Shell
 
-// What can be done from anywhere in the window: start or stop a backup, refresh, and the menu.
+// The actions of the window: start or stop a backup, refresh, and the menu.
 Row {
     id: actions
     required property ScreenContext context
@@ -12,19 +12,19 @@ Row {
 
     BackupButton { context: actions.context }
     Button {
-        kind: Button.Tool
+        flat: true
         systemImage: "arrow.clockwise"
         hint: qsTr("Refresh")
         onClicked: actions.context.model.refresh()
     }
     Button {
         id: menuButton
-        kind: Button.Tool
+        flat: true
         systemImage: "line.3.horizontal"
         hint: qsTr("Menu")
         onClicked: {
             menu.active = true;
-            menu.item.openBelow(menuButton);
+            (menu.item as Menu).openBelow(menuButton);
         }
     }
     Loader {

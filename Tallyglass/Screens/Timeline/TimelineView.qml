@@ -3,7 +3,7 @@ import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Timeline
 
-// Every backup of the destination as a bar. The chart is adjusted and opened from the keyboard too.
+// Every backup of the destination as a bar of a chart, which the keyboard can adjust and open too.
 Card {
     id: timeline
     required property ScreenContext context
@@ -38,15 +38,15 @@ Card {
         SegmentedPicker {
             width: Math.min(implicitWidth, timeline.width - timeline.padding * 2)
             label: qsTr("Measure")
-            options: timelineViewModel.metricNames
+            model: timelineViewModel.metricNames
             currentIndex: timelineViewModel.metric
-            onPicked: index => timelineViewModel.metric = index
+            onActivated: index => timelineViewModel.metric = index
         }
         Loader {
             active: chart.isZoomed
             visible: active
             sourceComponent: Button {
-                kind: Button.Tool
+                flat: true
                 systemImage: "arrow.left.arrow.right"
                 text: qsTr("Show all")
                 onClicked: chart.showAll()
@@ -92,7 +92,10 @@ Card {
         Accessible.onDecreaseAction: timelineViewModel.moveSelection(-1)
         Accessible.onPressAction: timelineViewModel.openSelectedChanges()
 
-        FocusRing { anchors.margins: -Theme.unit * 0.75 }
+        FocusRing {
+            anchors.margins: -Theme.unit * 0.75
+            visible: chart.visualFocus
+        }
         PinchHandler {
             property real previous: 1
             target: null

@@ -1,8 +1,9 @@
 import QtQuick
+import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A piece of text in the style of the body; the other styles derive from it.
-Text {
+// Body text; the other text styles derive from it.
+T.Label {
     color: Theme.text
     font.pixelSize: Theme.bodySize
     textFormat: Text.PlainText
