@@ -1,48 +1,53 @@
 import QtQuick
 import Tallyglass.Controls
 
-// One changed path: what happened, the name, where it is, how large. One text to a screen reader. All rows are
-// equally high, so that the place of each in a long list is known; what doesn't fit is elided in the middle.
-Item {
+// A changed path in a list: what happened, the name, the folder, the size. What doesn't fit is elided in the middle.
+ItemRow {
     id: row
-    required property changeRowContent content
-    readonly property bool truncated: name.truncated || folder.truncated
+    required property changeRowContent change
+    property real leftPadding: Theme.unit * 2
+    property real rightPadding: Theme.unit * 2
 
-    implicitWidth: Theme.unit * 40
     implicitHeight: Theme.rowHeight
-    Accessible.role: Accessible.StaticText
-    Accessible.name: content.label
-    Accessible.description: content.value
+    label: change.label
+    description: change.value
+    toolTip: name.truncated || folder.truncated ? change.path : ""
 
-    Symbol {
-        id: symbol
-        anchors.verticalCenter: parent.verticalCenter
-        name: row.content.symbol
-        color: Theme.colors[row.content.role]
-    }
-    Label {
-        id: name
-        anchors { left: symbol.right; right: size.left; leftMargin: Theme.unit * 1.5; rightMargin: Theme.unit * 2 }
-        anchors { bottom: parent.verticalCenter; bottomMargin: -Theme.captionSize * 0.1 }
-        text: row.content.fileName
-        wrapMode: Text.NoWrap
-        elide: Text.ElideMiddle
-        Accessible.ignored: true
-    }
-    Caption {
-        id: folder
-        anchors { left: name.left; right: name.right; top: name.bottom }
-        text: row.content.parentPath
-        wrapMode: Text.NoWrap
-        elide: Text.ElideMiddle
-        Accessible.ignored: true
-    }
-    Label {
-        id: size
-        anchors { right: parent.right; verticalCenter: parent.verticalCenter }
-        text: row.content.size
-        color: Theme.secondaryText
-        wrapMode: Text.NoWrap
-        Accessible.ignored: true
+    Item {
+        x: row.leftPadding
+        width: row.width - row.leftPadding - row.rightPadding
+        height: Theme.rowHeight
+
+        Symbol {
+            id: symbol
+            anchors.verticalCenter: parent.verticalCenter
+            name: row.change.symbol
+            color: Theme.colors[row.change.role]
+        }
+        Label {
+            id: name
+            anchors { left: symbol.right; right: size.left; leftMargin: Theme.unit * 1.5; rightMargin: Theme.unit * 2 }
+            anchors { bottom: parent.verticalCenter; bottomMargin: -Theme.captionSize * 0.1 }
+            text: row.change.fileName
+            wrapMode: Text.NoWrap
+            elide: Text.ElideMiddle
+            Accessible.ignored: true
+        }
+        Caption {
+            id: folder
+            anchors { left: name.left; right: name.right; top: name.bottom }
+            text: row.change.parentPath
+            wrapMode: Text.NoWrap
+            elide: Text.ElideMiddle
+            Accessible.ignored: true
+        }
+        Label {
+            id: size
+            anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+            text: row.change.size
+            color: Theme.secondaryText
+            wrapMode: Text.NoWrap
+            Accessible.ignored: true
+        }
     }
 }

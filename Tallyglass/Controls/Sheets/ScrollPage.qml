@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A page that scrolls up and down when its content is higher than it, at any size of text. Children stand in a
-// column; the one that gets the keyboard is brought into view, unless it says that it `keepsItselfInSight`.
+// A page that scrolls when its content is higher, at any size of text. Its children are in a column; the item that gets
+// the keyboard focus is brought into view.
 Flickable {
     id: page
     property real margin: Theme.unit * 3
@@ -23,8 +23,6 @@ Flickable {
     }
     function bringIntoView(item: Item) {
         for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
-            if (ancestor.keepsItselfInSight === true)
-                return;
             if (ancestor !== column)
                 continue;
             const top = item.mapToItem(contentItem, 0, 0).y - Theme.unit * 2;

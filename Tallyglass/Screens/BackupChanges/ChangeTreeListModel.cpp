@@ -1,11 +1,10 @@
 #include "Tallyglass/Screens/BackupChanges/ChangeTreeListModel.h"
 
-#include "Tallyglass/Controls/Lists/ListChanges.h"
 #include "Tallyglass/Controls/QtConversions.h"
 
 #include <QCoreApplication>
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace tallyglass {
 
@@ -14,14 +13,6 @@ namespace {
 class ChangeTreeList {
     Q_DECLARE_TR_FUNCTIONS(ChangeTreeList)
 };
-
-template <typename Row>
-std::vector<std::string_view> paths(const std::vector<Row>& rows) {
-    std::vector<std::string_view> result(rows.size());
-    std::ranges::transform(rows, result.begin(),
-                           [](const Row& row) -> std::string_view { return row.change.path; });
-    return result;
-}
 
 } // namespace
 
@@ -34,30 +25,12 @@ void ChangeTreeListModel::setRows(std::span<const DisplayRow> rows, const Change
                          error ? *error : std::string()});
     }
 
-    const auto iterator = [this](int row) { return m_rows.begin() + row; };
-    for (const ListChange& change : listChanges(paths(m_rows), paths(after))) {
-        const int end = change.first + change.count;
-        if (change.kind == ListChange::Kind::remove) {
-            beginRemoveRows({}, change.first, end - 1);
-            m_rows.erase(iterator(change.first), iterator(end));
-            endRemoveRows();
-        } else {
-            beginInsertRows({}, change.first, end - 1);
-            m_rows.insert(iterator(change.first), after.begin() + change.first, after.begin() + end);
-            endInsertRows();
-        }
-    }
-    for (int row = 0; row < rowCount(); ++row) {
-        Row& fresh = after[static_cast<std::size_t>(row)];
-        if (fresh == at(row))
-            continue;
-        *iterator(row) = std::move(fresh);
-        emit dataChanged(index(row), index(row));
-    }
+    replaceRows(m_rows, std::move(after),
+                [](const Row& row) -> const std::string& { return row.change.path; });
 }
 
 std::optional<int> ChangeTreeListModel::parentOf(int row) const {
-    if (row < 0 || row >= rowCount())
+    if (row < 0 || row >= count())
         return std::nullopt;
     for (int above = row - 1; above >= 0; --above)
         if (at(above).indent < at(row).indent)
@@ -66,13 +39,9 @@ std::optional<int> ChangeTreeListModel::parentOf(int row) const {
 }
 
 std::optional<int> ChangeTreeListModel::firstChildOf(int row) const {
-    if (row < 0 || row + 1 >= rowCount() || at(row + 1).indent <= at(row).indent)
+    if (row < 0 || row + 1 >= count() || at(row + 1).indent <= at(row).indent)
         return std::nullopt;
     return row + 1;
-}
-
-int ChangeTreeListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 QVariant ChangeTreeListModel::data(const QModelIndex& index, int role) const {

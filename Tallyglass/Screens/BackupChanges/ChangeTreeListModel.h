@@ -1,16 +1,16 @@
-// The tree of one backup's changes as the lines of a list, the first `rowLimit` of them. It tells of the rows
-// that come, go or differ, and never of a reset, so that a view keeps its current row and its place.
+// The visible rows of the tree of one backup's changes, at most `rowLimit`. The key of a row is its path.
 //
-// Main thread only. It keeps copies, so the tree may change or go under it. Each row is the role "row".
+// Main thread only. It keeps copies, so the tree may change or be destroyed. In QML each row is the role
+// "row".
 
 #pragma once
 
 #include "Tallyglass/Controls/Lists/ChangeRowContent.h"
+#include "Tallyglass/Controls/Lists/DiffedListModel.h"
 #include "TallyglassKit/Comparison/ChangeTree.h"
 
 #include <QtQml/qqmlregistration.h>
 
-#include <QAbstractListModel>
 #include <QMetaType>
 #include <QString>
 #include <optional>
@@ -20,7 +20,7 @@
 
 namespace tallyglass {
 
-/// One line as QML shows it.
+/// One row as QML shows it.
 struct ChangeTreeRow {
     Q_GADGET
     QML_VALUE_TYPE(changeTreeRow)
@@ -43,14 +43,14 @@ public:
     QString error;           ///< why the folder can't be shown; empty if it can
 };
 
-class ChangeTreeListModel : public QAbstractListModel {
+class ChangeTreeListModel : public tallyglass::DiffedListModel {
     Q_OBJECT
     QML_ANONYMOUS
 
 public:
     static constexpr int rowLimit = 2'000;
 
-    using QAbstractListModel::QAbstractListModel;
+    using DiffedListModel::DiffedListModel;
 
     /// Shows these rows of `tree`.
     void setRows(std::span<const DisplayRow> rows, const ChangeTree& tree);
@@ -60,7 +60,6 @@ public:
     /// The first row below an open folder; absent if there is none.
     [[nodiscard]] std::optional<int> firstChildOf(int row) const;
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

@@ -1,6 +1,5 @@
 #include "Tallyglass/Screens/Compare/BackupChoiceModel.h"
 
-#include "Tallyglass/Controls/Lists/ListChanges.h"
 #include "Tallyglass/Controls/QtConversions.h"
 #include "TallyglassKit/Health/Fmt.h"
 
@@ -9,36 +8,8 @@
 
 namespace tallyglass {
 
-namespace {
-
-std::vector<std::string_view> pathsOf(const BackupChoiceModel::Choices& choices) {
-    std::vector<std::string_view> paths;
-    for (const auto& choice : choices)
-        paths.emplace_back(choice.path);
-    return paths;
-}
-
-} // namespace
-
-void BackupChoiceModel::setChoices(const Choices& choices) {
-    if (choices == m_choices)
-        return;
-    for (const auto& [kind, first, length] : listChanges(pathsOf(m_choices), pathsOf(choices))) {
-        const auto from = m_choices.begin() + first;
-        if (kind == ListChange::Kind::remove) {
-            beginRemoveRows({}, first, first + length - 1);
-            m_choices.erase(from, from + length);
-            endRemoveRows();
-        } else {
-            beginInsertRows({}, first, first + length - 1);
-            m_choices.insert(from, choices.begin() + first, choices.begin() + first + length);
-            endInsertRows();
-        }
-    }
-    const Choices former = std::exchange(m_choices, choices);
-    for (std::size_t row = 0; row < choices.size(); ++row)
-        if (choices[row] != former[row])
-            emit dataChanged(index(static_cast<int>(row)), index(static_cast<int>(row)));
+bool BackupChoiceModel::setChoices(const Choices& choices) {
+    return replaceRows(m_choices, choices, &DiffModel::BackupChoice::path);
 }
 
 int BackupChoiceModel::indexOf(const std::optional<std::string>& path) const {
@@ -49,13 +20,9 @@ int BackupChoiceModel::indexOf(const std::optional<std::string>& path) const {
 }
 
 std::optional<std::string> BackupChoiceModel::pathAt(int row) const {
-    if (row < 0 || row >= rowCount())
+    if (row < 0 || row >= count())
         return std::nullopt;
     return m_choices[static_cast<std::size_t>(row)].path;
-}
-
-int BackupChoiceModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_choices.size());
 }
 
 QVariant BackupChoiceModel::data(const QModelIndex& index, int role) const {

@@ -1,38 +1,38 @@
-// The backups that a picker offers, under the words for them. The words are made when a row is shown, since
-// there can be hundreds.
+// The backups that a picker offers, by title. Titles are made when a row is shown, since there can be
+// hundreds. The key of a row is the backup's path.
 //
 // Main thread only. In QML each row is the role "text".
 
 #pragma once
 
+#include "Tallyglass/Controls/Lists/DiffedListModel.h"
 #include "Tallyglass/Models/DiffModel.h"
 
 #include <qqmlintegration.h>
 
-#include <QAbstractListModel>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace tallyglass {
 
-class BackupChoiceModel : public QAbstractListModel {
+class BackupChoiceModel : public tallyglass::DiffedListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("comes with a screen's state")
+    QML_UNCREATABLE("comes with a view model")
 
 public:
     using Choices = std::vector<DiffModel::BackupChoice>;
 
-    using QAbstractListModel::QAbstractListModel;
+    using DiffedListModel::DiffedListModel;
 
-    /// Choices with the same path count as the same. Tells of rows that come and go.
-    void setChoices(const Choices& choices);
+    bool setChoices(const Choices& choices); ///< whether they differ from those before
 
     /// -1 for a path that isn't among them.
     [[nodiscard]] int indexOf(const std::optional<std::string>& path) const;
     /// Absent unless there is such a row.
     [[nodiscard]] std::optional<std::string> pathAt(int row) const;
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

@@ -68,6 +68,8 @@ CompareResultsContent compareResultsContent(const DiffModel& model, std::int64_t
         content.kinds.append({toQString(label(kind)), toQString(symbolName(kind)), roleOf(kind),
                               model.kindFilter().contains(kind)});
 
+    content.unfilteredCount =
+        static_cast<int>(std::min(model.changes().size(), CompareResultsContent::rowLimit));
     const auto shown = model.visibleRows().size();
     const QString count = grouped(static_cast<std::int64_t>(shown));
     content.shownCount = Compare::tr("%1 shown").arg(count);

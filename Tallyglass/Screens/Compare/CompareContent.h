@@ -98,6 +98,7 @@ struct CompareResultsContent {
     Q_PROPERTY(QString searchText MEMBER searchText)
     Q_PROPERTY(bool contentOnly MEMBER contentOnly)
     Q_PROPERTY(QVariantList kinds READ kindList)
+    Q_PROPERTY(int unfilteredCount MEMBER unfilteredCount)
     Q_PROPERTY(QString shownCount MEMBER shownCount)
     Q_PROPERTY(QString metadataNote MEMBER metadataNote)
     Q_PROPERTY(QString emptyNote MEMBER emptyNote)
@@ -109,6 +110,7 @@ public:
     QString searchText;
     bool contentOnly = false;
     QList<KindToggle> kinds;
+    int unfilteredCount = 0; ///< rows that a filter that keeps everything would show
     QString shownCount;
     QString metadataNote; ///< empty when all changes are changes of content
     QString emptyNote;    ///< empty unless no row passes the filter

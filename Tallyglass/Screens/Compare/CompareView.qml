@@ -50,7 +50,7 @@ ScrollPage {
         width: parent.width
         visible: !compareViewModel.isLocked && compareViewModel.hasResults
         viewModel: compareViewModel
-        page: page
+        pageHeight: page.height - page.margin * 2
         context: page.context
     }
 }

@@ -53,12 +53,14 @@ void CompareViewModel::update() {
 }
 
 void CompareViewModel::updatePicker() {
-    m_backups.setChoices(m_diff->backups());
+    const bool hasOtherBackups = m_backups.setChoices(m_diff->backups());
     ComparePickerContent content = comparePickerContent(*m_diff);
     content.fromIndex = m_backups.indexOf(m_diff->fromPath());
     content.toIndex = m_backups.indexOf(m_diff->toPath());
     updateElapsed();
     m_picker = content;
+    if (hasOtherBackups)
+        emit pickerChanged(); // a ComboBox forgets its index when its list is empty in between
 }
 
 void CompareViewModel::updateElapsed() {

@@ -1,5 +1,5 @@
 // The compare screen's state over a comparison model of its own: what it shows, block by block, and what its
-// controls do. Each block tells of a change of its own alone.
+// controls do. Each block has a signal of its own.
 //
 // Main thread only.
 
@@ -17,7 +17,7 @@
 
 namespace tallyglass {
 
-class CompareViewModel : public ViewModel {
+class CompareViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
 

@@ -58,7 +58,6 @@ TEST_F(ChangeList, tellsOnlyOfTheRowsThatComeAndGo) {
 TEST_F(ChangeList, tellsOfARowThatDiffersOnTheScreen) {
     auto rows = changes({"/a", "/b"});
     model.setRows(rows);
-    rows[0].id = 7; // which no row shows
     rows[1].size = 2000;
     model.setRows(rows);
     ASSERT_EQ(differed.size(), 1);
@@ -67,33 +66,35 @@ TEST_F(ChangeList, tellsOfARowThatDiffersOnTheScreen) {
     EXPECT_EQ(inserted.size(), 1);
 }
 
-TEST_F(ChangeList, keepsTheSelectionWithItsPath) {
+TEST_F(ChangeList, keepsTheCurrentRowWithItsPath) {
     model.setRows(changes({"/a", "/b", "/c"}));
-    model.select(2);
-    QSignalSpy moved(&model, &ChangeListModel::selectedRowChanged);
+    model.setCurrentRow(2);
+    QSignalSpy moved(&model, &ChangeListModel::currentRowChanged);
 
     model.setRows(changes({"/c"}));
-    EXPECT_EQ(model.selectedRow(), 0);
+    EXPECT_EQ(model.currentRow(), 0);
     model.setRows(changes({"/a"}));
-    EXPECT_EQ(model.selectedRow(), -1);
+    EXPECT_EQ(model.currentRow(), -1);
     model.setRows(changes({"/a", "/b", "/c"}));
-    EXPECT_EQ(model.selectedRow(), 2);
+    EXPECT_EQ(model.currentRow(), 2);
     EXPECT_EQ(moved.size(), 3);
 
-    model.select(-1);
+    model.setCurrentRow(-1);
     model.setRows(changes({"/c"}));
-    EXPECT_EQ(model.selectedRow(), -1);
+    EXPECT_EQ(model.currentRow(), -1);
 }
 
-TEST_F(ChangeList, knowsWhereEachRowWent) {
+TEST_F(ChangeList, knowsTheNewIndexOfEachRow) {
     model.setRows(changes({"/a", "/b", "/c", "/d"}));
     model.setRows(changes({"/0", "/b", "/b2", "/d"}));
-    EXPECT_EQ(model.newPlaceOf(0), 1) << "the next one that stayed";
-    EXPECT_EQ(model.newPlaceOf(1), 1);
-    EXPECT_EQ(model.newPlaceOf(2), 3);
-    EXPECT_EQ(model.newPlaceOf(3), 3);
+    EXPECT_EQ(model.rowAfterReplacement(0), 1) << "the next one that stayed";
+    EXPECT_EQ(model.rowAfterReplacement(1), 1);
+    EXPECT_EQ(model.rowAfterReplacement(2), 3);
+    EXPECT_EQ(model.rowAfterReplacement(3), 3);
     model.setRows(changes({"/0"}));
-    EXPECT_EQ(model.newPlaceOf(3), 1) << "none stayed after it";
+    EXPECT_EQ(model.rowAfterReplacement(3), 0) << "none stayed after it";
+    model.setRows({});
+    EXPECT_EQ(model.rowAfterReplacement(0), -1);
 }
 
 TEST(ChangeRow, isSpokenWithItsKindSizeAndFolder) {

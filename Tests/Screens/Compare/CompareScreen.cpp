@@ -13,10 +13,6 @@ CompareScreen::CompareScreen(CompareStage& stage, QSize size)
     : QmlScreen("CompareView {}", stage.properties(), size), m_machine(stage.machine),
       m_viewModel(root()->findChild<CompareViewModel*>()) {}
 
-QQuickItem& CompareScreen::page() const {
-    return *qobject_cast<QQuickItem*>(root());
-}
-
 QQuickItem& CompareScreen::list() const {
     for (auto* item : root()->findChildren<QQuickItem*>())
         if (item->inherits("QQuickListView") &&
@@ -25,8 +21,18 @@ QQuickItem& CompareScreen::list() const {
     throw std::runtime_error("There is no list.");
 }
 
-double CompareScreen::placeOf(int row) const {
-    return list().parentItem()->mapToScene({0, row * Theme::of(*qmlEngine(root()))->rowHeight()}).y();
+void CompareScreen::scrollTo(int row) {
+    constexpr int beginning = 0;
+    QMetaObject::invokeMethod(&list(), "positionViewAtIndex", Q_ARG(int, row), Q_ARG(int, beginning));
+    settle();
+}
+
+QRectF CompareScreen::boxOf(int row) const {
+    QQuickItem* item = nullptr;
+    QMetaObject::invokeMethod(&list(), "itemAtIndex", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, row));
+    if (!item)
+        throw std::runtime_error("The row isn't in view.");
+    return item->mapRectToScene(item->boundingRect());
 }
 
 void CompareScreen::showResult(const std::vector<std::string>& names) {

@@ -30,9 +30,10 @@ public:
     [[nodiscard]] DiffModel& diff() const { return *m_viewModel->diff(); }
     /// The list of changes.
     [[nodiscard]] QQuickItem& list() const;
-    [[nodiscard]] QQuickItem& page() const;
-    /// Where a row's top edge is in the window.
-    [[nodiscard]] double placeOf(int row) const;
+    /// Scrolls the list until a row is the topmost.
+    void scrollTo(int row);
+    /// The box of a row in the window. Requires: the row is in view.
+    [[nodiscard]] QRectF boxOf(int row) const;
 
     /// Compares two backups of which the newer one has files of these names, in their order, in "/Users".
     void showResult(const std::vector<std::string>& names);
