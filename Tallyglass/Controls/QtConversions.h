@@ -1,4 +1,4 @@
-// The way of text and lists from the kit to QML.
+// Conversions of text and lists from the kit to QML.
 
 #pragma once
 
@@ -14,22 +14,22 @@
 
 namespace tallyglass {
 
-/// The kit's text as Qt's.
+/// UTF-8 text as a QString.
 [[nodiscard]] inline QString toQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// A count with its digits in groups.
+/// A count with digit grouping.
 [[nodiscard]] inline QString grouped(std::int64_t count) {
     return toQString(formatGrouped(count));
 }
 
-/// A number of bytes as Fmt::size says it.
+/// A number of bytes as Fmt::size formats it.
 [[nodiscard]] inline QString sizeInWords(std::optional<std::int64_t> bytes) {
     return toQString(Fmt::size(bytes));
 }
 
-/// Values as a list that QML can walk.
+/// Values as a list that QML can iterate.
 template <typename Value>
 [[nodiscard]] QVariantList variants(const QList<Value>& values) {
     QVariantList list;

@@ -21,7 +21,7 @@ void CapacityArc::paint(QPainter* painter) {
     if (m_fraction <= 0)
         return;
     constexpr int sixteenthsPerDegree = 16; // the painter's unit of angle
-    // Round ends reach half a line further than the arc; near the end they would close the gap.
+    // Round ends extend the arc by half a line width, which would close the gap of a nearly full ring.
     const double gap = (1 - m_fraction) * std::numbers::pi * circle.width();
     painter->setPen(
         QPen(m_color, m_lineWidth, Qt::SolidLine, gap > m_lineWidth * 1.5 ? Qt::RoundCap : Qt::FlatCap));

@@ -1,6 +1,6 @@
-// The round stroke of a capacity ring: a track, and on it an arc that starts at the top.
+// The stroke of a capacity ring: a track, and on it an arc that starts at the top.
 //
-// Main thread only. Says nothing to a screen reader; the ring around it does.
+// Main thread only. Ignored by screen readers, which read the ring around it.
 
 #pragma once
 

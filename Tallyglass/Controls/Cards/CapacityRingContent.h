@@ -1,5 +1,4 @@
-// What a capacity ring says about the fill level of a destination: colour, words and symbol, decided from the
-// share in use.
+// What a capacity ring shows of the fill level of a destination: colour, text and symbol.
 
 #pragma once
 
@@ -29,18 +28,18 @@ struct CapacityRingContent {
 
 public:
     Theme::Role role = Theme::Role::healthy;
-    bool known = false;      ///< whether the share in use is known
-    double fraction = 0;     ///< 0 to 1; 0 when it isn't known
+    bool known = false;      ///< whether the fraction is known
+    double fraction = 0;     ///< 0 to 1; 0 if unknown
     QString text;            ///< in the centre: "72%"
-    QString symbol;          ///< beside the text, for those who can't go by colour; else empty
-    QString detail;          ///< "512 GB of 1 TB"; empty when neither is known
+    QString symbol;          ///< beside the text, for users who can't rely on colour; else empty
+    QString detail;          ///< "512 GB of 1 TB"; empty if neither is known
     QString accessibleName;  ///< "Destination capacity"
     QString accessibleValue; ///< "72 percent used, plenty free"
 
     friend bool operator==(const CapacityRingContent&, const CapacityRingContent&) = default;
 };
 
-/// `fraction` is the share in use, 0 to 1; `used` and `total` are bytes.
+/// `fraction` is the used part, 0 to 1; `used` and `total` are bytes.
 [[nodiscard]] CapacityRingContent capacityRingContent(std::optional<double> fraction,
                                                       std::optional<std::int64_t> used,
                                                       std::optional<std::int64_t> total,

@@ -1,4 +1,4 @@
-// One number of a screen: what is measured, the value and a small line below. A value.
+// A number on a screen: its label, its value and a caption. A value.
 
 #pragma once
 
@@ -23,7 +23,7 @@ struct StatTileContent {
 public:
     QString label;
     QString value;
-    QString caption; ///< empty when there is nothing to add
+    QString caption; ///< may be empty
     Theme::Role role = Theme::Role::text;
 
     friend bool operator==(const StatTileContent&, const StatTileContent&) = default;

@@ -42,7 +42,7 @@ public:
 
 [[nodiscard]] ChangeRowContent changeRowContent(const ChangeRecord& change);
 
-/// The colour that stands beside the symbol of a kind.
+/// The colour of the symbol of a kind.
 enum class ChangeKind : std::uint8_t;
 [[nodiscard]] Theme::Role roleOf(ChangeKind kind);
 

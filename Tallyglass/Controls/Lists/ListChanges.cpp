@@ -6,9 +6,10 @@ namespace tallyglass {
 
 namespace {
 
-/// Which elements belong to the longest subsequence of `places` that ascends; negative ones never do.
-std::vector<bool> longestAscent(std::span<const int> places) {
-    std::vector<int> ends; // at n: the index of the smallest place that ends an ascent of n + 1
+/// Which elements belong to the longest ascending subsequence of `places`; negative ones never do.
+std::vector<bool> longestAscending(std::span<const int> places) {
+    std::vector<int>
+        ends; // at n: the index of the smallest place that ends an ascending subsequence of n + 1
     std::vector<int> predecessors(places.size(), -1);
     const auto placeAt = [&](int index) { return places[static_cast<std::size_t>(index)]; };
     for (std::size_t index = 0; index < places.size(); ++index) {
@@ -29,8 +30,8 @@ std::vector<bool> longestAscent(std::span<const int> places) {
     return belongs;
 }
 
-/// The stretches of false in `stays`, from the front.
-std::vector<ListChange> stretches(const std::vector<bool>& stays, ListChange::Kind kind) {
+/// The runs of false in `stays`, from the front.
+std::vector<ListChange> falseRuns(const std::vector<bool>& stays, ListChange::Kind kind) {
     std::vector<ListChange> result;
     for (auto place = stays.begin(); place != stays.end();) {
         const auto first = std::find(place, stays.end(), false);
@@ -45,15 +46,15 @@ std::vector<ListChange> stretches(const std::vector<bool>& stays, ListChange::Ki
 } // namespace
 
 std::vector<ListChange> listChanges(std::span<const int> formerPlaces, int countBefore) {
-    const std::vector<bool> isOld = longestAscent(formerPlaces);
+    const std::vector<bool> isOld = longestAscending(formerPlaces);
     std::vector<bool> stays(static_cast<std::size_t>(countBefore));
     for (std::size_t index = 0; index < formerPlaces.size(); ++index)
         if (isOld[index])
             stays[static_cast<std::size_t>(formerPlaces[index])] = true;
 
-    std::vector<ListChange> changes = stretches(stays, ListChange::Kind::remove);
+    std::vector<ListChange> changes = falseRuns(stays, ListChange::Kind::remove);
     std::ranges::reverse(changes);
-    const auto insertions = stretches(isOld, ListChange::Kind::insert);
+    const auto insertions = falseRuns(isOld, ListChange::Kind::insert);
     changes.insert(changes.end(), insertions.begin(), insertions.end());
     return changes;
 }

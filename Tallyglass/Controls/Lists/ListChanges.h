@@ -1,5 +1,5 @@
-// What turns one list of rows into another: the fewest removals and insertions, so that a list model can tell
-// its views of just these, and the rows that stay keep their selection and their place on the screen.
+// The fewest removals and insertions that turn one list of rows into another, so that a list model can tell
+// its views of just these.
 //
 // Free functions; any thread.
 
@@ -12,28 +12,28 @@
 
 namespace tallyglass {
 
-/// Rows next to each other that go or come.
+/// Adjacent rows that are removed or inserted.
 struct ListChange {
     enum class Kind { remove, insert };
     Kind kind;
-    int first; ///< the place of the first row at the moment of this change
+    int first; ///< the index of the first row when this change is made
     int count;
 
     friend bool operator==(const ListChange&, const ListChange&) = default;
 };
 
-/// The changes for rows of which the one at `index` stood at `formerPlaces[index]` among `countBefore`, or
-/// nowhere for -1. No place occurs twice.
+/// The changes for rows of which the one at `index` was at `formerPlaces[index]` among `countBefore`, or is
+/// new for -1. No index occurs twice.
 [[nodiscard]] std::vector<ListChange> listChanges(std::span<const int> formerPlaces, int countBefore);
 
-/// The changes that turn `before` into `after`, to be made one after the other: first the removals, from the
-/// end on, then the insertions, from the front. So an insertion at `first` brings the rows that stand there
-/// in `after`, too. Rows with equal keys count as the same row, the first of them as the first, and so on.
-/// A row that moved is removed and inserted again. Requires: keys can be hashed.
+/// The changes that turn `before` into `after`, to be made in this order: the removals from the end, then the
+/// insertions from the front. So an insertion at `first` adds the rows that `after` has at this index. Rows
+/// with equal keys are the same row, the first of them the first, and so on. A row that moved is removed and
+/// inserted again. Requires: keys can be hashed.
 template <typename Key>
 [[nodiscard]] std::vector<ListChange> listChanges(const std::vector<Key>& before,
                                                   const std::vector<Key>& after) {
-    std::unordered_map<Key, int> placeOf; // the first place with that key that isn't taken yet
+    std::unordered_map<Key, int> placeOf; // the first unused index with that key
     std::vector<int> nextWithSameKey(before.size(), -1);
     placeOf.reserve(before.size());
     for (std::size_t place = before.size(); place-- > 0;) {

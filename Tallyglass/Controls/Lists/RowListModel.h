@@ -1,6 +1,6 @@
-// A list of rows as a model for QML that keeps the screen fluent: a long list appears a few dozen rows at a
-// time, one portion in each turn of the event loop, and when it changes only the rows that differ are told
-// of.
+// A list of values as a model that keeps a Repeater responsive: it reveals long lists a portion at a time,
+// one in each turn of the event loop, and tells only of the rows that differ. Rows have no keys, only
+// positions.
 //
 // Main thread only. In QML: `RowListModel { rows: card.content.failures }`; each row is the role "row".
 
@@ -19,7 +19,7 @@ class RowListModel : public QAbstractListModel {
     Q_PROPERTY(QVariantList rows READ rows WRITE setRows NOTIFY rowsChanged)
 
 public:
-    static constexpr qsizetype portion = 40; ///< rows that appear at once
+    static constexpr qsizetype portion = 40; ///< rows that are revealed at once
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -34,11 +34,11 @@ signals:
     void rowsChanged();
 
 private:
-    void showMore();
+    void revealMore();
     void scheduleMore();
 
     QVariantList m_rows;
-    qsizetype m_shown = 0; ///< how many of the rows have appeared
+    qsizetype m_revealed = 0; ///< how many of the rows are revealed
     bool m_isScheduled = false;
 };
 

@@ -27,7 +27,7 @@ void GradientText::componentComplete() {
 }
 
 void GradientText::measure() {
-    if (!isComponentComplete()) // the size may be still to come, and each opens a font
+    if (!isComponentComplete()) // the size may still change, and each size loads a font
         return;
     const QFontMetricsF metrics(font());
     setImplicitSize(std::ceil(metrics.horizontalAdvance(m_text)), std::ceil(metrics.height()));
@@ -38,10 +38,10 @@ void GradientText::elide() {
     if (!isComponentComplete())
         return;
     const QString shown = QFontMetricsF(font()).elidedText(m_text, Qt::ElideMiddle, std::ceil(width()));
-    if (shown != m_shown)
+    if (shown != m_elided)
         update();
-    m_shown = shown;
-    const bool truncated = m_shown != m_text;
+    m_elided = shown;
+    const bool truncated = m_elided != m_text;
     if (std::exchange(m_isTruncated, truncated) != truncated)
         emit truncatedChanged();
 }
@@ -56,10 +56,10 @@ void GradientText::paint(QPainter* painter) {
     const QFontMetricsF metrics(font());
     painter->setFont(font());
     painter->setPen(m_startColor);
-    painter->drawText(QPointF(0, (height() - metrics.height()) / 2 + metrics.ascent()), m_shown);
+    painter->drawText(QPointF(0, (height() - metrics.height()) / 2 + metrics.ascent()), m_elided);
 
-    // The colours replace those of the text as a whole: glyph by glyph, a gradient takes long.
-    QLinearGradient gradient(0, 0, std::max(1.0, metrics.horizontalAdvance(m_shown)), 0);
+    // The colours replace those of the whole text at once, since a gradient per glyph is slow.
+    QLinearGradient gradient(0, 0, std::max(1.0, metrics.horizontalAdvance(m_elided)), 0);
     gradient.setColorAt(0, m_startColor);
     gradient.setColorAt(1, m_endColor);
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);

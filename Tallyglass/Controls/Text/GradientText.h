@@ -1,6 +1,6 @@
-// One line of text in a colour that changes from its start to its end. Loses its middle when it is too long.
+// One line of text with a colour gradient from start to end. Elided in the middle when too long.
 //
-// Main thread only. Says nothing to a screen reader by itself.
+// Main thread only. Ignored by screen readers unless it is given a name.
 
 #pragma once
 
@@ -47,7 +47,7 @@ private:
     double m_pixelSize = 20;
     QColor m_startColor;
     QColor m_endColor;
-    QString m_shown; ///< the text as it fits
+    QString m_elided; ///< the text as it fits
     bool m_isTruncated = false;
 };
 

@@ -9,7 +9,7 @@ namespace tallyglass {
 
 namespace {
 
-constexpr int usualEdge = 64; ///< enough for any panel; the panel makes it smaller
+constexpr int defaultEdge = 64; ///< enough for any panel, which scales it down
 
 } // namespace
 
@@ -26,7 +26,7 @@ QUrl SymbolImages::source(const QString& symbol, QColor color) {
 QImage SymbolImages::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
     const qsizetype slash = id.lastIndexOf(QLatin1Char('/'));
     const QColor color(QLatin1Char('#') + id.mid(slash + 1));
-    const int edge = requestedSize.width() > 0 ? requestedSize.width() : usualEdge;
+    const int edge = requestedSize.width() > 0 ? requestedSize.width() : defaultEdge;
     if (size)
         *size = {edge, edge};
     return symbolImage(id.left(slash), color, edge);

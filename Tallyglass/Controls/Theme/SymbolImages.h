@@ -1,4 +1,4 @@
-// Symbols as images, for what doesn't draw with the program's own font, such as the desktop's tray.
+// Symbols as images, where the symbol font can't be used, such as in the system tray.
 
 #pragma once
 
@@ -11,12 +11,12 @@ namespace tallyglass {
 
 class SymbolImages : public QQuickImageProvider {
 public:
-    /// The name under which an engine knows it.
+    /// Its name in an engine.
     static const QString providerName;
 
     SymbolImages() : QQuickImageProvider(Image) {}
 
-    /// Where the image of a symbol is found.
+    /// The URL of the image of a symbol.
     [[nodiscard]] static QUrl source(const QString& symbol, QColor color);
 
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;

@@ -14,7 +14,7 @@ struct Glyph {
     char16_t codePoint;
 };
 
-// The font names its glyphs in its own way; that name stands beside each code point.
+// With the font's own name of each glyph.
 constexpr Glyph glyphs[] = {
     {"arrow.clockwise", 0xE5D5},                                     // refresh
     {"arrow.clockwise.circle", 0xE2E7},                              // change_circle

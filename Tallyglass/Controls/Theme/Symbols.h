@@ -1,5 +1,5 @@
-// The program's symbols: the system's names for them, such as "lock.fill", and the glyphs of the symbol font
-// that stand for them here.
+// The symbols of the program: their names in the system, such as "lock.fill", and their glyphs in the symbol
+// font.
 //
 // Main thread only. In QML a symbol is drawn with `Symbol { name: "lock.fill" }`.
 
@@ -21,17 +21,17 @@ class Symbols : public QObject {
 public:
     using QObject::QObject;
 
-    /// The one character of the symbol font that draws `name`. Empty, with a warning, for a name that isn't
-    /// known; empty without one for the empty name, so that "no symbol" needs no condition in QML.
+    /// The character of the symbol font for `name`. Empty, with a warning, for an unknown name; empty without
+    /// a warning for the empty name, so that QML needs no condition.
     [[nodiscard]] Q_INVOKABLE static QString glyph(const QString& name);
 
     /// Every known name, in the order of the table.
     [[nodiscard]] static QStringList names();
 
-    /// Makes the font known to the program, once, and gives its family.
+    /// Registers the font with the program once, and returns its family.
     [[nodiscard]] static QString fontFamily();
 
-    /// Where the font lies in the program.
+    /// The resource path of the font.
     [[nodiscard]] static QString fontFile();
 };
 

@@ -59,19 +59,19 @@ void Theme::setTextScale(double scale) {
 QColor Theme::color(Role role) const {
     switch (role) {
     case Role::text:
-        return form(QColor(0x1B, 0x1E, 0x28), QColor(0xEE, 0xF0, 0xF6));
+        return variant(QColor(0x1B, 0x1E, 0x28), QColor(0xEE, 0xF0, 0xF6));
     case Role::secondaryText:
-        return form(QColor(0x55, 0x5B, 0x6D), QColor(0xAD, 0xB4, 0xC6));
+        return variant(QColor(0x55, 0x5B, 0x6D), QColor(0xAD, 0xB4, 0xC6));
     case Role::accent:
-        return form(QColor(0x24, 0x45, 0xB0), QColor(0x8C, 0xA6, 0xFF));
+        return variant(QColor(0x24, 0x45, 0xB0), QColor(0x8C, 0xA6, 0xFF));
     case Role::accentSoft:
-        return form(components(0.28, 0.40, 0.85), components(0.38, 0.55, 0.98));
+        return variant(components(0.28, 0.40, 0.85), components(0.38, 0.55, 0.98));
     case Role::healthy:
-        return form(components(0.07, 0.52, 0.38), components(0.20, 0.80, 0.62));
+        return variant(components(0.07, 0.52, 0.38), components(0.20, 0.80, 0.62));
     case Role::warning:
-        return form(components(0.72, 0.45, 0.00), components(0.98, 0.71, 0.24));
+        return variant(components(0.72, 0.45, 0.00), components(0.98, 0.71, 0.24));
     case Role::critical:
-        return form(components(0.80, 0.14, 0.22), components(0.96, 0.35, 0.42));
+        return variant(components(0.80, 0.14, 0.22), components(0.96, 0.35, 0.42));
     }
     return {};
 }
@@ -79,13 +79,13 @@ QColor Theme::color(Role role) const {
 QColor Theme::textColor(Role role) const {
     switch (role) {
     case Role::accentSoft:
-        return form(components(0.24, 0.35, 0.78), components(0.52, 0.66, 1.00));
+        return variant(components(0.24, 0.35, 0.78), components(0.52, 0.66, 1.00));
     case Role::healthy:
-        return form(components(0.04, 0.42, 0.30), color(role));
+        return variant(components(0.04, 0.42, 0.30), color(role));
     case Role::warning:
-        return form(components(0.54, 0.33, 0.00), color(role));
+        return variant(components(0.54, 0.33, 0.00), color(role));
     case Role::critical:
-        return form(components(0.74, 0.10, 0.18), components(1.00, 0.50, 0.55));
+        return variant(components(0.74, 0.10, 0.18), components(1.00, 0.50, 0.55));
     default:
         return color(role);
     }
@@ -111,37 +111,37 @@ QList<QColor> Theme::textColors() const {
 }
 
 QColor Theme::onAccent() const {
-    return form(Qt::white, QColor(0x0B, 0x12, 0x2E));
+    return variant(Qt::white, QColor(0x0B, 0x12, 0x2E));
 }
 QColor Theme::windowBackground() const {
-    return form(QColor(0xF6, 0xF7, 0xFA), QColor(0x17, 0x19, 0x20));
+    return variant(QColor(0xF6, 0xF7, 0xFA), QColor(0x17, 0x19, 0x20));
 }
 QColor Theme::sidebarBackground() const {
-    return form(QColor(0xEB, 0xEE, 0xF5), QColor(0x1D, 0x20, 0x29));
+    return variant(QColor(0xEB, 0xEE, 0xF5), QColor(0x1D, 0x20, 0x29));
 }
 QColor Theme::cardBackground() const {
-    return form(Qt::white, QColor(0x20, 0x23, 0x2C));
+    return variant(Qt::white, QColor(0x20, 0x23, 0x2C));
 }
 QColor Theme::controlBackground() const {
-    return form(QColor(0xEE, 0xF0, 0xF5), QColor(0x2B, 0x2F, 0x3B));
+    return variant(QColor(0xEE, 0xF0, 0xF5), QColor(0x2B, 0x2F, 0x3B));
 }
 QColor Theme::hoverBackground() const {
-    return form(QColor(0xE3, 0xE7, 0xF0), QColor(0x36, 0x3B, 0x49));
+    return variant(QColor(0xE3, 0xE7, 0xF0), QColor(0x36, 0x3B, 0x49));
 }
 QColor Theme::selectedBackground() const {
-    return form(QColor(0xDE, 0xE5, 0xF8), QColor(0x2E, 0x38, 0x58));
+    return variant(QColor(0xDE, 0xE5, 0xF8), QColor(0x2E, 0x38, 0x58));
 }
 QColor Theme::line() const {
-    return form(QColor(0xDF, 0xE3, 0xEB), QColor(0x34, 0x39, 0x46));
+    return variant(QColor(0xDF, 0xE3, 0xEB), QColor(0x34, 0x39, 0x46));
 }
 QColor Theme::track() const {
-    return form(QColor(0xE4, 0xE8, 0xF0), QColor(0x34, 0x39, 0x47));
+    return variant(QColor(0xE4, 0xE8, 0xF0), QColor(0x34, 0x39, 0x47));
 }
 QColor Theme::scrim() const {
-    return form(translucent(QColor(0x12, 0x16, 0x24), 0.32), translucent(Qt::black, 0.55));
+    return variant(translucent(QColor(0x12, 0x16, 0x24), 0.32), translucent(Qt::black, 0.55));
 }
 QColor Theme::shadow() const {
-    return form(translucent(QColor(0x1B, 0x24, 0x44), 0.06), translucent(Qt::black, 0.25));
+    return variant(translucent(QColor(0x1B, 0x24, 0x44), 0.06), translucent(Qt::black, 0.25));
 }
 
 } // namespace tallyglass

@@ -1,8 +1,9 @@
-// The look of the program: colours by role, the type scale, the grid and the pace of motion. QML takes
-// colours and sizes from here and nowhere else.
+// The look of the program: colours by role, font sizes, the grid and the duration of animations. QML takes
+// all colours and sizes from here.
 //
 // Main thread only. Follows the desktop while the program runs: light or dark, the size of text, less motion.
-// Text stands out from every ground at least 4.5 : 1, symbols and lines that carry meaning at least 3 : 1.
+// The contrast to every background is at least 4.5 : 1 for text, and 3 : 1 for symbols and lines with a
+// meaning.
 
 #pragma once
 
@@ -28,7 +29,7 @@ class Theme : public QObject {
                    setDifferentiateWithoutColor NOTIFY changed)
     Q_PROPERTY(double textScale READ textScale WRITE setTextScale NOTIFY changed)
 
-    /// The colour of symbols and shapes, and of text, for a role that C++ chose:
+    /// The colours of symbols and shapes, and of text, by role:
     /// `Theme.colors[content.role]`.
     Q_PROPERTY(QList<QColor> colors READ colors NOTIFY changed)
     Q_PROPERTY(QList<QColor> textColors READ textColors NOTIFY changed)
@@ -48,9 +49,9 @@ class Theme : public QObject {
     Q_PROPERTY(QColor hoverBackground READ hoverBackground NOTIFY changed) ///< of a control under the pointer
     Q_PROPERTY(QColor selectedBackground READ selectedBackground NOTIFY changed)
     Q_PROPERTY(QColor line READ line NOTIFY changed)     ///< borders of cards, dividers
-    Q_PROPERTY(QColor track READ track NOTIFY changed)   ///< the empty part of a ring or a bar
+    Q_PROPERTY(QColor track READ track NOTIFY changed)   ///< the unfilled part of a ring or a bar
     Q_PROPERTY(QColor scrim READ scrim NOTIFY changed)   ///< dims the window behind a sheet
-    Q_PROPERTY(QColor shadow READ shadow NOTIFY changed) ///< under what floats
+    Q_PROPERTY(QColor shadow READ shadow NOTIFY changed) ///< of popups
 
     Q_PROPERTY(double unit READ unit CONSTANT)     ///< of the 8-point grid
     Q_PROPERTY(double radius READ radius CONSTANT) ///< of a card's corners
@@ -63,18 +64,18 @@ class Theme : public QObject {
     Q_PROPERTY(double symbolSize READ symbolSize NOTIFY changed) ///< of a symbol beside text
     Q_PROPERTY(double controlHeight READ controlHeight NOTIFY changed)
     Q_PROPERTY(double rowHeight READ rowHeight NOTIFY changed) ///< of a list whose rows have two lines
-    Q_PROPERTY(int animationDuration READ animationDuration NOTIFY
-                   changed) ///< milliseconds of a transition, 0 without motion
+    Q_PROPERTY(
+        int animationDuration READ animationDuration NOTIFY changed) ///< milliseconds; 0 with reduced motion
     Q_PROPERTY(QString symbolFont READ symbolFont CONSTANT)
 
 public:
-    /// What a colour says. Content that is made in C++ names a role, so that it can be tested and the
-    /// appearance can change under it.
+    /// The meaning of a colour. Content made in C++ has roles, which tests can check and every appearance can
+    /// colour.
     enum class Role { text, secondaryText, accent, accentSoft, healthy, warning, critical };
     Q_ENUM(Role)
 
     explicit Theme(QObject* parent = nullptr);
-    /// The theme that the QML of an engine uses.
+    /// The theme of an engine.
     [[nodiscard]] static Theme* of(QQmlEngine& engine);
 
     [[nodiscard]] bool isDark() const { return m_dark; }
@@ -84,11 +85,11 @@ public:
     void setDark(bool dark);
     void setReduceMotion(bool reduce);
     void setDifferentiateWithoutColor(bool differentiate);
-    /// 1 is the usual size of text. Kept within 0.5 and 3.
+    /// 1 is the default size of text. Clamped to 0.5 to 3.
     void setTextScale(double scale);
 
     [[nodiscard]] QColor color(Role role) const;
-    /// As `color`, darker or lighter where text of that colour would be hard to read.
+    /// Like `color`, but darker or lighter where text in that colour would be hard to read.
     [[nodiscard]] QColor textColor(Role role) const;
     [[nodiscard]] QList<QColor> colors() const;
     [[nodiscard]] QList<QColor> textColors() const;
@@ -132,8 +133,8 @@ signals:
 private:
     template <typename Value>
     void set(Value& field, Value value);
-    /// A role's light or dark form.
-    [[nodiscard]] QColor form(QColor light, QColor dark) const { return m_dark ? dark : light; }
+    /// The light or the dark variant.
+    [[nodiscard]] QColor variant(QColor light, QColor dark) const { return m_dark ? dark : light; }
 
     bool m_dark = false;
     bool m_reduceMotion = false;

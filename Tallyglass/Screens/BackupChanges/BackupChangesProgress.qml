@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass.BackupChanges
 import Tallyglass.Controls
 
-// What a comparison is doing, for how long and how much it brought, and how to stop it.
+// The progress of a comparison: step, elapsed time, received bytes, and a button that stops it.
 Column {
     id: progress
     required property backupChangesContent content

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass.Compare
 import Tallyglass.Controls
 
-// A comparison in four numbers, and what to keep in mind about them.
+// A comparison in four numbers, and their limits.
 Card {
     id: card
     required property compareSummaryContent content

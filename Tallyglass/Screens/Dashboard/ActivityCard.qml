@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// A running backup.
+// The progress of a running backup.
 Card {
     id: activity
     required property activityCardContent content
@@ -29,7 +29,7 @@ Card {
     }
     ProgressBar {
         width: parent.width
-        opacity: activity.content.hasFraction ? 1 : 0 // keeps its room
+        opacity: activity.content.hasFraction ? 1 : 0 // keeps its space
         value: activity.content.fraction
         label: activity.content.title
         Accessible.ignored: !activity.content.hasFraction

@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// How Time Machine is set up.
+// The settings of Time Machine.
 Card {
     id: card
     required property configurationCardContent content

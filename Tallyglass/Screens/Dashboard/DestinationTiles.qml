@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Controls
 
-// A destination in numbers, side by side, or one below the other where it is narrow.
+// A destination in numbers, side by side, or in a column where it is narrow.
 Grid {
     id: tiles
     required property var contents

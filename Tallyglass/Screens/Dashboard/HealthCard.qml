@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// The verdict on the backups, and below it the reasons.
+// The health of the backups, and the reasons for it.
 Card {
     id: health
     required property healthCardContent content

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// A reason behind the verdict: a heading with its symbol, a line of explanation and a list.
+// A reason for the health: a heading with a symbol, an explanation and a list.
 Column {
     id: section
     required property string heading
@@ -49,14 +49,14 @@ Column {
             Item {
                 id: line
                 required property healthRow row
-                readonly property real captionX: words.x + words.width + Theme.unit
+                readonly property real captionX: rowText.x + rowText.width + Theme.unit
                 readonly property bool fits: captionX + beside.implicitWidth <= width
 
                 width: lines.width
-                implicitHeight: Math.max(words.height, caption.y + caption.implicitHeight)
+                implicitHeight: Math.max(rowText.height, caption.y + caption.implicitHeight)
                 Rectangle {
                     x: Theme.unit / 2
-                    y: (words.implicitHeight - height) / 2
+                    y: (rowText.implicitHeight - height) / 2
                     width: Theme.unit * 0.75
                     height: width
                     radius: width / 2
@@ -64,21 +64,21 @@ Column {
                     Accessible.ignored: true
                 }
                 Label {
-                    id: words
+                    id: rowText
                     x: Theme.unit * 2
                     width: Math.min(implicitWidth, line.width - x)
                     text: line.row.text
                 }
                 Caption {
-                    id: beside // tells whether the caption has room beside the words
+                    id: beside // measures whether the caption fits beside the text
                     visible: false
                     text: line.row.caption
                     wrapMode: Text.NoWrap
                 }
                 Caption {
                     id: caption
-                    x: line.fits ? line.captionX : words.x
-                    y: line.fits ? words.baselineOffset - baselineOffset : words.height
+                    x: line.fits ? line.captionX : rowText.x
+                    y: line.fits ? rowText.baselineOffset - baselineOffset : rowText.height
                     width: line.fits ? beside.implicitWidth : line.width - x
                     text: line.row.caption
                 }

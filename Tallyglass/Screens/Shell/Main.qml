@@ -3,7 +3,7 @@ import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Shell
 
-// The program's one window.
+// The window of the program.
 Window {
     id: window
     objectName: "main"

@@ -1,6 +1,6 @@
 import QtQml
 
-// One of the places of the sidebar, and the screen that is shown there.
+// A section of the sidebar and its screen.
 QtObject {
     required property string name // for pictures; never translated
     required property string title

@@ -1,7 +1,7 @@
 import QtQuick
 import Tallyglass.Context
 
-// The keys that work anywhere in the window.
+// The keyboard shortcuts of the whole window.
 Item {
     id: shortcuts
     required property ScreenContext context

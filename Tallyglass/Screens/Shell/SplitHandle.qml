@@ -1,19 +1,19 @@
 import QtQuick
 import Tallyglass.Controls
 
-// Lets the line between the sidebar and the rest be moved, by the pointer and by the arrows, Home and End. A double
-// click restores the usual width.
+// The handle between the sidebar and the screen, moved by the pointer, the arrow keys, Home and End. A double click
+// restores the default width.
 Item {
     id: handle
     required property real value
     readonly property real minimumValue: 170
     readonly property real maximumValue: 240
-    readonly property real usual: 190
+    readonly property real defaultValue: 190
     readonly property real stepSize: 10
     signal moved(real value)
 
-    function moveTo(wanted: real) {
-        value = Math.max(minimumValue, Math.min(maximumValue, wanted));
+    function moveTo(target: real) {
+        value = Math.max(minimumValue, Math.min(maximumValue, target));
     }
 
     activeFocusOnTab: true
@@ -22,7 +22,7 @@ Item {
     Accessible.onIncreaseAction: moveTo(value + stepSize)
     Accessible.onDecreaseAction: moveTo(value - stepSize)
     onValueChanged: {
-        moveTo(value); // a screen reader may set any
+        moveTo(value); // a screen reader may set any number
         moved(value);
     }
     Keys.onLeftPressed: moveTo(value - stepSize)
@@ -49,6 +49,6 @@ Item {
         preventStealing: true
         onPressed: mouse => start = mouse.x
         onPositionChanged: mouse => handle.moveTo(handle.value + mouse.x - start)
-        onDoubleClicked: handle.moveTo(handle.usual)
+        onDoubleClicked: handle.moveTo(handle.defaultValue)
     }
 }

@@ -3,8 +3,8 @@ import QtQml.Models
 import Qt.labs.platform
 import Tallyglass.Shell
 
-// The program's item in the desktop's tray. Its menu opens at a click; where a desktop tells a plain click from
-// one for the menu, the plain one brings the window.
+// The program's icon in the system tray. A click opens its menu; on desktops that have a separate click for the menu, a
+// plain one shows the window.
 SystemTrayIcon {
     id: item
     required property MenuBarViewModel viewModel
@@ -20,7 +20,7 @@ SystemTrayIcon {
 
     menu: Menu {
         id: menu
-        // The number of entries as the model, so that a menu that is open changes in place.
+        // The model is the number of entries, so that an open menu changes in place.
         property Instantiator lines: Instantiator {
             model: item.viewModel.entries.length
             delegate: MenuItem {

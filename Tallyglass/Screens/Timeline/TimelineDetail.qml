@@ -2,19 +2,19 @@ import QtQuick
 import Tallyglass.Controls
 import Tallyglass.Timeline
 
-// The selected backup in words, and what a click does. As high without a selection as with one, so that
-// nothing below moves when one is made.
+// A text about the selected backup, and what a click does. Its height doesn't depend on the selection, so the items
+// below don't move.
 Item {
     id: detail
     required property timelineContent content
 
-    implicitHeight: Math.max(words.height, oneLine.height + oneCaption.height + words.spacing)
+    implicitHeight: Math.max(texts.height, oneLine.height + oneCaption.height + texts.spacing)
 
     Label { id: oneLine; visible: false; text: " " }
     Caption { id: oneCaption; visible: false; text: " " }
 
     Column {
-        id: words
+        id: texts
         width: detail.width
         spacing: Theme.unit / 4
 

@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass.Controls
 import Tallyglass.Timeline
 
-// Says what the sizes of backups need when there are none, and how to get it.
+// Explains why there are no sizes of backups, and how to get them.
 Rectangle {
     id: card
     required property timelineHelperPrompt prompt
@@ -13,7 +13,7 @@ Rectangle {
 
     readonly property real padding: Theme.unit * 1.5
 
-    implicitHeight: words.height + padding * 2
+    implicitHeight: texts.height + padding * 2
     radius: Theme.controlRadius
     color: Theme.controlBackground
     Accessible.role: Accessible.Grouping
@@ -28,7 +28,7 @@ Rectangle {
         size: Theme.titleSize * 1.2
     }
     Column {
-        id: words
+        id: texts
         x: symbol.x + symbol.width + card.padding
         y: card.padding
         width: card.width - x - card.padding
@@ -47,21 +47,21 @@ Rectangle {
             width: parent.width
             spacing: Theme.unit
             Button {
-                width: Math.min(implicitWidth, words.width)
+                width: Math.min(implicitWidth, texts.width)
                 visible: !card.prompt.isInstalled
                 systemImage: card.copied ? "checkmark" : "terminal.fill"
                 text: card.copied ? qsTr("Copied — run it in Terminal") : qsTr("Copy command")
                 onClicked: card.copyRequested()
             }
             Button {
-                width: Math.min(implicitWidth, words.width)
+                width: Math.min(implicitWidth, texts.width)
                 visible: card.prompt.isInstalled
                 systemImage: "sparkles"
                 text: qsTr("Show me how")
                 onClicked: card.guideRequested()
             }
             Button {
-                width: Math.min(implicitWidth, words.width)
+                width: Math.min(implicitWidth, texts.width)
                 visible: card.prompt.isInstalled
                 systemImage: "arrow.clockwise"
                 text: qsTr("Refresh")

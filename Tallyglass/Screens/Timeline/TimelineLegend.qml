@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass.Controls
 import Tallyglass.Timeline
 
-// What the colours and marks of the chart stand for.
+// The meaning of the colours and marks of the chart.
 Flow {
     id: legend
     required property var items
@@ -14,7 +14,7 @@ Flow {
         Row {
             id: entry
             required property timelineLegendItem modelData
-            readonly property color ink: Theme.colors[modelData.role]
+            readonly property color itemColor: Theme.colors[modelData.role]
             readonly property bool isBar: modelData.symbol === "" && !modelData.isRule
 
             spacing: Theme.unit * 0.75
@@ -28,7 +28,7 @@ Flow {
                 width: Theme.captionSize * 0.7
                 height: width
                 radius: 2
-                color: entry.ink
+                color: entry.itemColor
             }
             Row {
                 visible: entry.modelData.isRule
@@ -36,13 +36,13 @@ Flow {
                 spacing: 3
                 Repeater {
                     model: 3
-                    Rectangle { width: 4; height: 1; color: entry.ink }
+                    Rectangle { width: 4; height: 1; color: entry.itemColor }
                 }
             }
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
                 name: entry.modelData.symbol
-                color: entry.ink
+                color: entry.itemColor
                 size: Theme.captionSize * 1.15
             }
             Caption {

@@ -25,7 +25,7 @@ double contrast(QColor one, QColor other) {
     return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-std::vector<QColor> grounds(const Theme& theme) {
+std::vector<QColor> backgrounds(const Theme& theme) {
     return {theme.windowBackground(),  theme.sidebarBackground(), theme.cardBackground(),
             theme.controlBackground(), theme.hoverBackground(),   theme.selectedBackground()};
 }
@@ -40,19 +40,19 @@ protected:
     Theme theme;
 };
 
-TEST_P(ThemeContrast, keepsTextReadableOnEveryGround) {
+TEST_P(ThemeContrast, keepsTextReadableOnEveryBackground) {
     for (const Theme::Role role : roles)
-        for (const QColor ground : grounds(theme))
-            EXPECT_GE(contrast(theme.textColor(role), ground), 4.5)
-                << "role " << int(role) << " on " << qPrintable(ground.name());
+        for (const QColor background : backgrounds(theme))
+            EXPECT_GE(contrast(theme.textColor(role), background), 4.5)
+                << "role " << int(role) << " on " << qPrintable(background.name());
     EXPECT_GE(contrast(theme.onAccent(), theme.accent()), 4.5);
 }
 
-TEST_P(ThemeContrast, keepsSymbolsVisibleOnEveryGround) {
+TEST_P(ThemeContrast, keepsSymbolsVisibleOnEveryBackground) {
     for (const Theme::Role role : roles)
-        for (const QColor ground : grounds(theme))
-            EXPECT_GE(contrast(theme.color(role), ground), 3)
-                << "role " << int(role) << " on " << qPrintable(ground.name());
+        for (const QColor background : backgrounds(theme))
+            EXPECT_GE(contrast(theme.color(role), background), 3)
+                << "role " << int(role) << " on " << qPrintable(background.name());
 }
 
 INSTANTIATE_TEST_SUITE_P(LightAndDark, ThemeContrast, testing::Bool());
