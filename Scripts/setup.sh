@@ -17,7 +17,7 @@ build_packages=(
     rsync tzdata dbus-daemon openssl fonts-dejavu-core
 )
 # What the checks of .ci/run need besides.
-check_packages=(clang-16 clang-tidy-16 clang-format-16 libclang-rt-16-dev)
+check_packages=(clang-16 clang-tidy-16 clang-format-16 libclang-rt-16-dev qt6-declarative-dev-tools)
 
 say() { printf '%s\n' "$*"; }
 fail() {

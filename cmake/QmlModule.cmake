@@ -5,11 +5,19 @@ function(tallyglass_qml_module name)
     tallyglass_sources(sources)
     file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
     file(GLOB_RECURSE qml_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
+    set(dependencies QtQuick)
+    get_property(modules GLOBAL PROPERTY TALLYGLASS_QML_MODULES)
+    foreach(module IN LISTS modules)
+        if(Tallyglass${module} IN_LIST ARGN)
+            list(APPEND dependencies Tallyglass.${module})
+        endif()
+    endforeach()
     qt_add_library(${target} STATIC)
     qt_add_qml_module(${target}
         URI Tallyglass.${name}
         VERSION 1.0
         RESOURCE_PREFIX /
+        DEPENDENCIES ${dependencies}
         SOURCES ${sources} ${headers}
         QML_FILES ${qml_files}
         OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/Tallyglass/${name})

@@ -57,6 +57,7 @@ function(tallyglass_library name)
         file(GLOB_RECURSE headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
         target_sources(${name} PRIVATE ${headers})
         file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp) # runs again for a new one
+        qt_extract_metatypes(${name}) # so that the QML modules can describe its types
         tallyglass_precompile_headers(${name} <QGuiApplication> <QObject> <QProperty> <QString>
             ${TALLYGLASS_COMMON_HEADERS})
     elseif(name STREQUAL "TallyglassPlatform")

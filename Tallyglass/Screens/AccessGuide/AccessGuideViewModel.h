@@ -15,7 +15,7 @@ namespace tallyglass {
 
 class HelperWait;
 
-class AccessGuideViewModel : public ViewModel {
+class AccessGuideViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
 

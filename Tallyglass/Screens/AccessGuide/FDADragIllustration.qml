@@ -2,10 +2,10 @@ import QtQuick
 import QtQuick.Layouts
 import Tallyglass.Controls
 
-// A sketch of the list that the item is to be dragged into, and the item beside it, which can really be dragged.
+// A sketch of the list in System Settings, and beside it the item to drag there, which can really be dragged.
 Item {
     id: illustration
-    required property string item // its name
+    required property string itemName
     required property url itemUrl
     property string itemSymbol: "terminal.fill"
     property string description
@@ -18,8 +18,8 @@ Item {
     Accessible.role: Accessible.Graphic
     Accessible.name: description
 
-    component Words: Label { Accessible.ignored: true }
-    component Switch: Rectangle {
+    component SketchLabel: Label { Accessible.ignored: true }
+    component SwitchSketch: Rectangle {
         property bool on: true
         implicitWidth: height * 1.75
         implicitHeight: Theme.bodySize * 1.3
@@ -46,11 +46,11 @@ Item {
             name: parent.systemImage
             color: Theme.secondaryText
         }
-        Words {
+        SketchLabel {
             Layout.fillWidth: true
             text: parent.name
         }
-        Switch { on: parent.on }
+        SwitchSketch { on: parent.on }
     }
 
     GridLayout {
@@ -70,7 +70,7 @@ Item {
             border.width: 2
             border.color: Theme.accent
 
-            readonly property var dragged: ({ "text/uri-list": illustration.itemUrl.toString() + "\r\n" })
+            readonly property var dragged: ({ "text/uri-list": `${illustration.itemUrl}\r\n` })
 
             objectName: "dragSource"
             Drag.dragType: Drag.Automatic
@@ -100,9 +100,9 @@ Item {
                     color: Theme.accent
                     size: Theme.displaySize * 1.5
                 }
-                Words {
+                SketchLabel {
                     Layout.alignment: Qt.AlignHCenter
-                    text: illustration.item
+                    text: illustration.itemName
                     font.weight: Font.DemiBold
                     wrapMode: Text.NoWrap
                 }
@@ -111,9 +111,9 @@ Item {
         ColumnLayout {
             Layout.alignment: Qt.AlignVCenter
             Layout.fillWidth: illustration.stacked
-            Layout.maximumWidth: illustration.stacked ? Number.POSITIVE_INFINITY : Theme.unit * 14 * Theme.textScale
+            Layout.maximumWidth: illustration.stacked ? Infinity : Theme.unit * 14 * Theme.textScale
             spacing: Theme.unit / 2
-            Words {
+            SketchLabel {
                 Layout.fillWidth: true
                 text: qsTr("Drag this into the Full Disk Access list")
                 color: Theme.secondaryText
@@ -140,7 +140,7 @@ Item {
                 id: list
                 anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }
                 spacing: Theme.unit
-                Words {
+                SketchLabel {
                     Layout.fillWidth: true
                     Layout.leftMargin: Theme.unit * 1.5
                     Layout.rightMargin: Theme.unit * 1.5

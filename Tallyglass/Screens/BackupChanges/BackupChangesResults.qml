@@ -3,8 +3,8 @@ import Tallyglass.BackupChanges
 import Tallyglass.Context
 import Tallyglass.Controls
 
-// The totals, what is to be listed, and the list. The list fills what is left of the page; when that is little,
-// the page scrolls.
+// The totals, the filter and the list. The list fills the rest of the page; when that is too little, the page
+// scrolls.
 FocusScope {
     id: results
     required property ScreenContext context
@@ -13,7 +13,7 @@ FocusScope {
     ScrollPage {
         id: page
         anchors.fill: parent
-        maximumContentWidth: Number.POSITIVE_INFINITY
+        maximumContentWidth: Infinity
 
         Column {
             id: head

@@ -4,7 +4,7 @@ import Tallyglass.BackupChanges
 import Tallyglass.Context
 import Tallyglass.Controls
 
-// What changed in one backup, over nearly all of the window.
+// The sheet of one backup's changes, over nearly the whole window.
 SheetFrame {
     id: sheet
     required property ScreenContext context
@@ -12,15 +12,16 @@ SheetFrame {
     property var target // of the timeline; the newest backup without one
 
     title: qsTr("Changes in this backup")
-    preferredWidth: Number.POSITIVE_INFINITY
-    implicitHeight: Number.POSITIVE_INFINITY
+    preferredWidth: Infinity
+    implicitHeight: Infinity
     onAboutToHide: changesViewModel.close()
 
-    /// Gives the keyboard to the content, or in it to the first that can take it.
-    function takeKeyboard() {
-        area.item.forceActiveFocus(Qt.OtherFocusReason);
-        if (area.Window.activeFocusItem === area.item)
-            area.item.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason);
+    /// Moves the keyboard focus to the content, or to the first item in it that takes the focus.
+    function takeFocus() {
+        const content = area.item as Item;
+        content.forceActiveFocus(Qt.OtherFocusReason);
+        if (area.Window.activeFocusItem === content)
+            content.nextItemInFocusChain().forceActiveFocus(Qt.OtherFocusReason);
     }
 
     BackupChangesViewModel {
@@ -68,8 +69,8 @@ SheetFrame {
                 sourceComponent: changesViewModel.content.isLocked ? locked
                                : changesViewModel.content.isRunning ? running
                                : changesViewModel.content.hasResults ? results : message
-                // What had the keyboard may have gone with the former content.
-                onLoaded: if (sheet.opened && !done.activeFocus) sheet.takeKeyboard()
+                // The item that had the focus may have gone with the previous content.
+                onLoaded: if (sheet.opened && !done.activeFocus) sheet.takeFocus()
             }
         }
     }

@@ -18,7 +18,7 @@
 
 namespace tallyglass {
 
-class BackupChangesViewModel : public ViewModel {
+class BackupChangesViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
 

@@ -2,6 +2,8 @@
 // changed, once for all that changed in one turn of the event loop, and at each full minute, since contents
 // hold times relative to the present.
 //
+// Derived classes name this base with its namespace, since Qt's QML tools find it by its full name only.
+//
 // Main thread only. Requires: the context outlives the view model or goes with the same owner.
 
 #pragma once

@@ -17,7 +17,7 @@
 
 namespace tallyglass {
 
-class DashboardViewModel : public ViewModel {
+class DashboardViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
 

@@ -2,7 +2,7 @@ import QtQuick
 import Tallyglass.Context
 import Tallyglass.Controls
 
-// Shows what the program has to ask or to tell, one after the other. Answered elsewhere, an alert goes too.
+// Shows the alerts of the program, one after the other. An alert that is answered elsewhere closes.
 Loader {
     id: host
     required property Alerts alerts
@@ -10,7 +10,7 @@ Loader {
     active: false
     sourceComponent: AlertSheet {
         property alert content
-        property bool asks: false
+        property bool awaitsAnswer: false
 
         title: content.title
         text: content.text
@@ -19,15 +19,18 @@ Loader {
         confirmText: content.confirmText
         cancelText: content.cancelText
         onAnswered: confirmed => {
-            if (!asks)
+            if (!awaitsAnswer)
                 return;
-            asks = false;
+            awaitsAnswer = false;
             host.alerts.answer(confirmed);
         }
     }
     Connections {
         target: host.alerts
-        function onCurrentChanged() { Qt.callLater(host.showCurrent); } // the one before may still be closing
+        function onCurrentChanged() {
+            // Later, since the previous one may still be closing.
+            Qt.callLater(host.showCurrent); // qmllint disable type
+        }
     }
     Component.onCompleted: showCurrent()
 
@@ -36,12 +39,12 @@ Loader {
         if (!active)
             return;
         if (!alerts.isShowing) {
-            item.asks = false;
+            item.awaitsAnswer = false;
             item.close();
             return;
         }
         item.content = alerts.current;
-        item.asks = true;
+        item.awaitsAnswer = true;
         item.open();
     }
 }

@@ -34,7 +34,7 @@ public:
 
 [[nodiscard]] BackupButtonContent backupButtonContent(const BackupStatus& status);
 
-class BackupButtonViewModel : public ViewModel {
+class BackupButtonViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tallyglass::BackupButtonContent content READ content NOTIFY contentChanged)

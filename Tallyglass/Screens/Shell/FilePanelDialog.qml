@@ -1,12 +1,12 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Controls // qmllint disable unused-imports
 import QtQuick.Dialogs
 import QtQuick.Window
-import Qt.labs.folderlistmodel
+import Qt.labs.folderlistmodel // qmllint disable unused-imports
 import Tallyglass.Context
 
-// The desktop's dialog for one panel. Declining answers with no files. Qt's own dialog can't be made without what is
-// imported here besides, or crashes; since it is imported, the error names what is missing.
+// The desktop's dialog for one panel. Cancelling answers with no files. Some of the imports aren't used here, but by
+// Qt's own dialog, which crashes without them; importing them turns that into an error that names what is missing.
 Item {
     id: dialog
     required property filePanel panel
@@ -28,11 +28,11 @@ Item {
     }
 
     function open() {
-        const shown = panel.asksForFolder ? folder : files;
+        const chosen = panel.asksForFolder ? folder : files;
         if (panel.asksToSave)
             files.selectedFile = panel.suggestion;
-        shown.open();
-        if (!shown.visible)
+        chosen.open();
+        if (!chosen.visible)
             failed(qsTr("Qt can't make the dialog. A part of Qt that it needs may be missing."));
     }
 }

@@ -1,8 +1,8 @@
 import QtQuick
 import Tallyglass.Context
 
-// Shows the panels in which the user chooses files, one after the other. The desktop's dialogs are loaded only
-// when the first is asked for; a panel whose dialog can't be made is declined with the reason.
+// Shows the dialogs in which the user chooses files, one after the other. They are loaded with the first request; a
+// panel whose dialog can't be created fails with the reason.
 Item {
     id: host
     required property FilePanels panels
@@ -16,7 +16,10 @@ Item {
     }
     Connections {
         target: host.panels
-        function onCurrentChanged() { Qt.callLater(host.showNext); } // the one before is still closing
+        function onCurrentChanged() {
+            // Later, since the previous one is still closing.
+            Qt.callLater(host.showNext); // qmllint disable type
+        }
     }
     Component.onCompleted: showNext()
 

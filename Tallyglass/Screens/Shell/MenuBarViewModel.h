@@ -14,7 +14,7 @@
 
 namespace tallyglass {
 
-class MenuBarViewModel : public ViewModel {
+class MenuBarViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The program makes its one menu")

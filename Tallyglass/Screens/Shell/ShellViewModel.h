@@ -13,7 +13,7 @@
 
 namespace tallyglass {
 
-class ShellViewModel : public ViewModel {
+class ShellViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(tallyglass::ShellContent content READ content NOTIFY contentChanged)

@@ -1,6 +1,7 @@
+import QtQuick
 import Tallyglass.Controls
 
-// A tip above a point of its parent.
+// A tool tip above a point of its parent.
 ToolTip {
     required property point bar
 

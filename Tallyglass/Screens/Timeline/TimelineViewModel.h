@@ -18,7 +18,7 @@
 
 namespace tallyglass {
 
-class TimelineViewModel : public ViewModel {
+class TimelineViewModel : public tallyglass::ViewModel {
     Q_OBJECT
     QML_ELEMENT
 
