@@ -32,17 +32,16 @@ ListView {
     function topmostRow(): int {
         return Math.max(0, indexAt(0, contentY));
     }
-    function isInView(row: Item): bool {
-        return row && row.y + row.height > contentY && row.y < contentY + height;
+    function isInView(row: int): bool {
+        const last = indexAt(0, contentY + height - 1); // none below the last row
+        return row >= topmostRow() && (last < 0 || row <= last);
     }
     /// Scrolls until the top of a row is at `y` in the list, as far as the list reaches.
     function positionRow(row: int, y: real) {
         positionViewAtIndex(row, ListView.Contain);
-        const item = itemAtIndex(row);
-        if (!item)
-            return;
+        const rowY = itemAtIndex(row)?.y ?? contentY + y;
         const end = originY + contentHeight + bottomMargin - height;
-        contentY = Math.max(originY - topMargin, Math.min(end, item.y - y));
+        contentY = Math.max(originY - topMargin, Math.min(end, rowY - y));
     }
     function selectIfNone() {
         if (activeFocus && currentIndex < 0 && count > 0)
@@ -66,7 +65,10 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: label
 
-    Component.onCompleted: currentIndex = rows.currentRow
+    Component.onCompleted: {
+        currentIndex = rows.currentRow;
+        selectIfNone(); // it can have the focus already
+    }
     onActiveFocusChanged: {
         if (!activeFocus)
             focusedByPointer = false;
@@ -107,7 +109,7 @@ ListView {
             list.currentIndex = list.rows.currentRow;
         }
         function onAboutToReplaceRows() {
-            anchorRow = list.isInView(list.currentItem) ? list.currentIndex
+            anchorRow = list.isInView(list.currentIndex) ? list.currentIndex
                       : list.atYBeginning ? -1 : list.topmostRow();
             anchorY = (list.itemAtIndex(anchorRow)?.y ?? 0) - list.contentY;
         }

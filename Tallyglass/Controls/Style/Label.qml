@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// Body text; the other text styles derive from it.
-T.Label {
+// Body text; the other text styles derive from it. Not over the template, which makes static text of a heading.
+Text {
     color: Theme.text
     font.pixelSize: Theme.bodySize
     textFormat: Text.PlainText

@@ -38,14 +38,7 @@ FocusScope {
             list: changes
             onToggled: tree.viewModel.toggle(index)
         }
-        footer: Caption {
-            width: changes.width
-            padding: Theme.unit * 2
-            height: visible ? implicitHeight : 0
-            visible: text !== ""
-            text: tree.viewModel.content.truncation
-            horizontalAlignment: Text.AlignHCenter
-        }
+        footer: ListFooter { text: tree.viewModel.content.truncation }
     }
     ChangeMenu {
         id: menu

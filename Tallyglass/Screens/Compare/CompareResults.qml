@@ -48,14 +48,7 @@ Card {
                 rightPadding: card.padding - 1
                 inset: Theme.unit - 1
             }
-            footer: Caption {
-                width: changes.width
-                leftPadding: card.padding - 1
-                topPadding: Theme.unit * 2
-                height: visible ? implicitHeight : 0
-                visible: text !== ""
-                text: card.content.limitNote
-            }
+            footer: ListFooter { text: card.content.limitNote }
         }
         Label {
             width: parent.width
