@@ -1,6 +1,6 @@
 #include "Tallyglass/Desktop/DesktopSettings.h"
 #include "Tests/Desktop/PrivateBus.h"
-#include "Tests/Support/QtMain/Until.h"
+#include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -60,17 +60,17 @@ TEST(DesktopSettings, takesWhatThePortalSaysAndFollowsIt) {
     DesktopSettings settings(bus.connector());
     EXPECT_EQ(settings.appearance(), Appearance()) << "nothing waits for the portal";
 
-    test::until([&] { return settings.isDark(); });
+    test::waitUntil([&] { return settings.isDark(); });
     EXPECT_TRUE(settings.reducesMotion());
     EXPECT_TRUE(settings.differentiatesWithoutColor());
     EXPECT_EQ(settings.textScale(), 1.25);
 
     emit portal.SettingChanged("org.freedesktop.appearance", "color-scheme", QDBusVariant(2u));
-    test::until([&] { return !settings.isDark(); });
+    test::waitUntil([&] { return !settings.isDark(); });
     emit portal.SettingChanged("org.gnome.desktop.interface", "text-scaling-factor", QDBusVariant(2.0));
-    test::until([&] { return settings.textScale() == 2.0; });
+    test::waitUntil([&] { return settings.textScale() == 2.0; });
     emit portal.SettingChanged("org.gnome.desktop.interface", "enable-animations", QDBusVariant(true));
-    test::until([&] { return !settings.reducesMotion(); });
+    test::waitUntil([&] { return !settings.reducesMotion(); });
 }
 
 TEST(DesktopSettings, takesTheBrightnessOfThePaletteWhereNoPortalAnswers) {
@@ -81,9 +81,9 @@ TEST(DesktopSettings, takesTheBrightnessOfThePaletteWhereNoPortalAnswers) {
     const QPalette palette = QGuiApplication::palette();
 
     QGuiApplication::setPalette(darkPalette());
-    test::until([&] { return settings.isDark() && withoutBus.isDark(); });
+    test::waitUntil([&] { return settings.isDark() && withoutBus.isDark(); });
     QGuiApplication::setPalette(palette);
-    test::until([&] { return !settings.isDark() && !withoutBus.isDark(); });
+    test::waitUntil([&] { return !settings.isDark() && !withoutBus.isDark(); });
 
     EXPECT_EQ(changed.count(), 2);
 }

@@ -1,6 +1,6 @@
 #include "Tallyglass/Desktop/SingleInstance.h"
 #include "Tallyglass/Desktop/StartMessage.h"
-#include "Tests/Support/QtMain/Until.h"
+#include "Tests/Support/QtMain/EventLoop.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -36,7 +36,7 @@ protected:
             isFirst = SingleInstance(socketPath()).claim(arguments);
             ended = true;
         });
-        test::until([&] { return ended.load(); });
+        test::waitUntil([&] { return ended.load(); });
         other.join();
         return isFirst;
     }
@@ -51,7 +51,7 @@ TEST_F(SingleInstanceTest, givesTheArgumentsOfALaterStartToTheFirst) {
     ASSERT_TRUE(first.claim({}));
 
     EXPECT_FALSE(startElsewhere({"--section", "", "Zürich \U0001F512"}));
-    test::until([&] { return !arguments.isEmpty(); });
+    test::waitUntil([&] { return !arguments.isEmpty(); });
     EXPECT_EQ(arguments, QStringList({"--section", "", "Zürich \U0001F512"}));
 }
 
@@ -109,7 +109,7 @@ TEST_F(SingleInstanceTest, leavesOneOfManyThatStartTogether) {
     for (auto& thread : threads)
         thread->start();
 
-    test::until([&] { return firsts + handedOver == starts; });
+    test::waitUntil([&] { return firsts + handedOver == starts; });
     done = true;
     for (auto& thread : threads)
         thread->wait();
@@ -127,11 +127,11 @@ TEST_F(SingleInstanceTest, hangsUpOnACallerThatTalksNonsenseAndServesTheNext) {
     caller.connectToServer(socketPath());
     ASSERT_TRUE(caller.waitForConnected());
     caller.write("\xFF\xFF\xFF\xFF and more");
-    test::until([&] { return caller.state() == QLocalSocket::UnconnectedState; });
+    test::waitUntil([&] { return caller.state() == QLocalSocket::UnconnectedState; });
     EXPECT_EQ(reopened.count(), 0);
 
     EXPECT_FALSE(startElsewhere({"a"}));
-    test::until([&] { return reopened.count() == 1; });
+    test::waitUntil([&] { return reopened.count() == 1; });
 }
 
 TEST_F(SingleInstanceTest, runsAloneWhereNoLockCanStand) {

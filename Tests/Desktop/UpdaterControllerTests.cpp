@@ -2,7 +2,7 @@
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tests/Desktop/FeedServer.h"
 #include "Tests/Support/FakeWorkspace.h"
-#include "Tests/Support/QtMain/Until.h"
+#include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ protected:
         UpdaterController updater(options, m_alerts, m_workspace);
         updater.checkForUpdates();
         EXPECT_FALSE(updater.canCheckForUpdates());
-        test::until([&] { return m_alerts.isShowing(); });
+        test::waitUntil([&] { return m_alerts.isShowing(); });
         EXPECT_TRUE(updater.canCheckForUpdates());
         const Alert alert = m_alerts.current();
         m_alerts.answer(false);
@@ -54,7 +54,7 @@ TEST_F(UpdaterControllerTest, offersANewerVersionAndOpensItsLink) {
 
     updater.checkForUpdates();
     updater.checkForUpdates();
-    test::until([&] { return m_alerts.isShowing(); });
+    test::waitUntil([&] { return m_alerts.isShowing(); });
 
     EXPECT_EQ(m_alerts.current().title, "Tallyglass 1.10 is available");
     EXPECT_EQ(m_alerts.current().text,
@@ -88,14 +88,14 @@ TEST_F(UpdaterControllerTest, isQuietAfterTheStartUnlessThereIsSomethingNewer) {
         UpdaterController updater(options(path), m_alerts, m_workspace);
         QSignalSpy changed(&updater, &UpdaterController::canCheckForUpdatesChanged);
         updater.start();
-        test::until([&] { return changed.count() == 2; });
+        test::waitUntil([&] { return changed.count() == 2; });
         EXPECT_FALSE(m_alerts.isShowing()) << path;
     }
 
     m_server.answers["/feed"] = test::FeedServer::ok(feedOf("1.5"));
     UpdaterController updater(options(), m_alerts, m_workspace);
     updater.start();
-    test::until([&] { return m_alerts.isShowing(); });
+    test::waitUntil([&] { return m_alerts.isShowing(); });
     EXPECT_EQ(m_alerts.current().title, "Tallyglass 1.5 is available");
 }
 
@@ -152,7 +152,7 @@ TEST_F(UpdaterControllerTest, givesACheckUpWhenItEnds) {
     {
         UpdaterController updater(options("/silent"), m_alerts, m_workspace);
         updater.checkForUpdates();
-        test::until([&] { return !m_server.asked.isEmpty(); });
+        test::waitUntil([&] { return !m_server.asked.isEmpty(); });
     }
     EXPECT_FALSE(m_alerts.isShowing());
 }

@@ -1,7 +1,7 @@
 #include "Tallyglass/Desktop/SystemSettings.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tests/Desktop/PrivateBus.h"
-#include "Tests/Support/QtMain/Until.h"
+#include "Tests/Support/QtMain/EventLoop.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +84,7 @@ TEST(DesktopWorkspace, startsTheSettingsProgramThatIsInstalled) {
 
     qputenv("PATH", QByteArray::fromStdString(folder.path().string()));
     EXPECT_TRUE(workspace.openUrl(pane));
-    test::until([&] { return std::filesystem::exists(folder / "xfce4-settings-manager.started"); });
+    test::waitUntil([&] { return std::filesystem::exists(folder / "xfce4-settings-manager.started"); });
     std::filesystem::remove(program);
     EXPECT_FALSE(workspace.openUrl(pane));
     qputenv("PATH", path);
@@ -100,13 +100,13 @@ TEST(DesktopWorkspace, asksTheFileManagerToSelectAnItem) {
     DesktopWorkspace workspace(bus.connector());
 
     workspace.reveal("/tmp/a folder/50% \xC3\xA4#?.txt");
-    test::until([&] { return !manager.shown.isEmpty(); });
+    test::waitUntil([&] { return !manager.shown.isEmpty(); });
     EXPECT_EQ(manager.shown, QStringList("file:///tmp/a%20folder/50%25%20%C3%A4%23%3F.txt"));
     EXPECT_TRUE(opened.urls.isEmpty());
 
     manager.refuses = true;
     workspace.reveal("/tmp/a folder/b");
-    test::until([&] { return !opened.urls.isEmpty(); });
+    test::waitUntil([&] { return !opened.urls.isEmpty(); });
     EXPECT_EQ(opened.urls, QStringList("file:///tmp/a folder"));
 }
 
@@ -117,9 +117,9 @@ TEST(DesktopWorkspace, opensTheFolderWhereThereIsNoFileManagerOrNoBus) {
     DesktopWorkspace withoutBus(test::noBus);
 
     withBus.reveal("/tmp/one/file");
-    test::until([&] { return opened.urls.size() == 1; });
+    test::waitUntil([&] { return opened.urls.size() == 1; });
     withoutBus.reveal("/tmp/two/file");
-    test::until([&] { return opened.urls.size() == 2; });
+    test::waitUntil([&] { return opened.urls.size() == 2; });
 
     EXPECT_EQ(opened.urls, QStringList({"file:///tmp/one", "file:///tmp/two"}));
 }

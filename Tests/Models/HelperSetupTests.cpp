@@ -2,7 +2,7 @@
 #include "Tallyglass/Models/HelperSetup.h"
 #include "TallyglassKit/Platform/Files/FileReading.h"
 #include "Tests/Support/FakeWorkspace.h"
-#include "Tests/Support/QtMain/Until.h"
+#include "Tests/Support/QtMain/EventLoop.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -34,7 +34,7 @@ protected:
     Alert alertAfterRemoval(HelperSetup& setup) {
         setup.confirmAndUninstall();
         m_alerts.answer(true);
-        test::until([&] { return m_alerts.isShowing(); });
+        test::waitUntil([&] { return m_alerts.isShowing(); });
         const Alert alert = m_alerts.current();
         m_alerts.answer(true);
         return alert;
@@ -100,8 +100,8 @@ TEST_F(HelperSetupTest, endsSilentlyWhenThePasswordIsDeclined) {
 
     setup.confirmAndUninstall();
     m_alerts.answer(true);
-    test::until([&] { return std::filesystem::exists(path(HelperRemoval::osascriptPath) + ".ran"); });
-    test::until([&] { // it can be asked for again only when it has ended
+    test::waitUntil([&] { return std::filesystem::exists(path(HelperRemoval::osascriptPath) + ".ran"); });
+    test::waitUntil([&] { // it can be asked for again only when it has ended
         setup.confirmAndUninstall();
         return m_alerts.isShowing();
     });
@@ -128,7 +128,7 @@ TEST_F(HelperSetupTest, stopsItsChildWhenItGoesAway) {
         HelperSetup setup(paths(), m_workspace, m_alerts);
         setup.confirmAndUninstall();
         m_alerts.answer(true);
-        test::until([&] { return std::filesystem::exists(path(HelperRemoval::osascriptPath) + ".ran"); });
+        test::waitUntil([&] { return std::filesystem::exists(path(HelperRemoval::osascriptPath) + ".ran"); });
     }
     EXPECT_FALSE(m_alerts.isShowing()); // and the process ends, for which the pool waits
 }
@@ -163,7 +163,7 @@ TEST_F(HelperSetupTest, asksForAnExportByWritingTheMoment) {
 
     setup.requestHelperRun();
 
-    test::until([&] { return readFile(trigger.string()).view() == "2025-11-22T19:38:00.500Z"; });
+    test::waitUntil([&] { return readFile(trigger.string()).view() == "2025-11-22T19:38:00.500Z"; });
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(trigger.parent_path()), {}), 1);
 }
 
@@ -174,7 +174,7 @@ TEST_F(HelperSetupTest, asksForNothingWithoutASupportFolder) {
     const test::TemporaryFolder other;
     const auto trigger = other.write(HelperRemoval::triggerPath.substr(1), "");
     HelperSetup(SystemPaths(other.path()), m_workspace, m_alerts).requestHelperRun();
-    test::until([&] { return !readFile(trigger.string()).empty(); });
+    test::waitUntil([&] { return !readFile(trigger.string()).empty(); });
 
     EXPECT_FALSE(std::filesystem::exists(path(HelperRemoval::supportFolder)));
     EXPECT_FALSE(m_alerts.isShowing());

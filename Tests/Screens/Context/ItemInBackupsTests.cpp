@@ -1,6 +1,6 @@
 #include "Tallyglass/Screens/Context/ItemInBackups.h"
 #include "Tests/Support/FakeWorkspace.h"
-#include "Tests/Support/QtMain/Until.h"
+#include "Tests/Support/QtMain/EventLoop.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
@@ -26,7 +26,7 @@ TEST_F(ItemLookup, showsTheItemOnlyWhereItIs) {
     folder.write("new/Data/added", "");
     item.setWorkspace(&workspace);
     item.look("/added", QString::fromStdString(root("old")), QString::fromStdString(root("new")));
-    test::until([this] { return item.isInNewer(); });
+    test::waitUntil([this] { return item.isInNewer(); });
     EXPECT_FALSE(item.isInOlder());
     item.showInOlder();
     item.showInNewer();

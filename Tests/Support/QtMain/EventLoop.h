@@ -1,4 +1,4 @@
-// Waiting in a test while Qt's events go on.
+// Waiting in a test while Qt's event loop runs. Main thread only.
 
 #pragma once
 
