@@ -50,8 +50,6 @@ private:
         void operator()(DIR* folder) const { closedir(folder); }
     };
 
-    void open(const WalkItem& item, int flags);
-
     std::string m_path;
     std::unique_ptr<DIR, Close> m_folder;
 };
