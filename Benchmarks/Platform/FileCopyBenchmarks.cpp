@@ -104,6 +104,7 @@ bool addCopy(const char* name, const char* work, void (*fill)(const fs::path&)) 
         .ratio = Ratio::cost,
         .must = 1.2,
         .aim = 1,
+        .runs = 3, // each is followed by a removal that takes longer
         .prepare =
             [fill] {
                 items = std::make_shared<Items>(fill);

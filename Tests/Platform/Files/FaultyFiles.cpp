@@ -80,11 +80,12 @@ int futimens(int file, const timespec* times) noexcept {
 int fsetxattr(int file, const char* name, const void* value, size_t size, int flags) noexcept {
     return fails() ? -1 : static_cast<int>(syscall(SYS_fsetxattr, file, name, value, size, flags));
 }
-int fsync(int file) {
-    return fails() ? -1 : static_cast<int>(syscall(SYS_fsync, file));
+// A test needn't wait for the disk.
+int fsync(int) {
+    return fails() ? -1 : 0;
 }
 int syncfs(int) noexcept {
-    return fails() ? -1 : 0; // a test needn't wait for the disk
+    return fails() ? -1 : 0;
 }
 int unlinkat(int folder, const char* name, int flags) noexcept {
     return fails(false) ? -1 : static_cast<int>(syscall(SYS_unlinkat, folder, name, flags));
