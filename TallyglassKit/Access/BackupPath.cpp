@@ -76,6 +76,18 @@ std::string BackupPath::reconstructRoot(std::string_view destinationUUID, Date c
     return fmt::format("{}{}/{}/{}", mountPrefix, destinationUUID, backup, backup);
 }
 
+bool BackupPath::isInBackup(std::string_view path) {
+    if (std::string(path).append("/").find(mountPrefix) != std::string::npos)
+        return true;
+    while (!path.empty()) {
+        const auto component = path.substr(0, path.find('/'));
+        if (component == "Backups.backupdb" || timestampOfRoot(component))
+            return true;
+        path.remove_prefix(std::min(component.size() + 1, path.size()));
+    }
+    return false;
+}
+
 std::string BackupPath::stamp(Date date) {
     const WallClock clock = WallClock::at(date);
     return fmt::format("{:04}-{:02}-{:02}-{:02}{:02}{:02}", clock.year, clock.month, clock.day, clock.hour,

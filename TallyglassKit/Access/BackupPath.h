@@ -49,6 +49,11 @@ struct BackupPath {
     /// be mapped by SystemPaths::path().
     [[nodiscard]] static std::string reconstructRoot(std::string_view destinationUUID, Date completionDate);
 
+    /// Whether `path` names, by its text, a backup or something in it, or one of the folders that the system
+    /// keeps backups in: a component is a stamp with the suffix, or "Backups.backupdb", or the path begins
+    /// with the mount prefix under any root.
+    [[nodiscard]] static bool isInBackup(std::string_view path);
+
     /// Converts a date to a stamp "yyyy-MM-dd-HHmmss", truncated to whole seconds, and a whole, valid stamp
     /// to a date.
     [[nodiscard]] static std::string stamp(Date date);

@@ -151,5 +151,15 @@ TEST(BackupPath, stampsAnyDateWithoutHarm) {
     EXPECT_EQ(BackupPath::stamp(dateSince1970(Limits::quiet_NaN())), "1969-12-31-190000");
 }
 
+TEST(BackupPath, tellsFromTheTextWhatLiesInABackup) {
+    for (const char* path :
+         {"/Volumes/.timemachine/U/anything", "/root/Volumes/.timemachine", "2026-07-20-122943.backup",
+          "/disk/2026-07-20-122943.backup/Data/file", "/Volumes/disk/Backups.backupdb/host"})
+        EXPECT_TRUE(BackupPath::isInBackup(path)) << path;
+    for (const char* path : {"", "/", "/Users/me/notes.backup", "/Volumes/.timemachines",
+                             "/2026-07-20-122943/file", "/2026-13-20-122943.backup/file"})
+        EXPECT_FALSE(BackupPath::isInBackup(path)) << path;
+}
+
 } // namespace
 } // namespace tallyglass

@@ -38,22 +38,19 @@ void WalkItem::fail() const {
 }
 
 OpenFolder::OpenFolder(const WalkItem& item) : m_path(item.path) {
-    open(item, O_NOFOLLOW);
-}
-
-OpenFolder::OpenFolder(const std::string& path) : m_path(path) {
-    open({AT_FDCWD, path, path}, 0);
-}
-
-void OpenFolder::open(const WalkItem& item, int flags) {
     FileDescriptor folder(
-        openat(item.folder, item.name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK | flags));
+        openat(item.folder, item.name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     if (!folder.isOpen())
         item.fail();
     m_folder.reset(fdopendir(folder.fd()));
     if (!m_folder)
         item.fail();
     folder.release();
+}
+
+OpenFolder::OpenFolder(const std::string& path) : m_path(path), m_folder(opendir(path.c_str())) {
+    if (!m_folder)
+        throw FileError(errno, path);
 }
 
 std::vector<std::string> OpenFolder::readNames() {

@@ -50,13 +50,12 @@ private:
         void operator()(DIR* folder) const { closedir(folder); }
     };
 
-    void open(const WalkItem& item, int flags);
-
     std::string m_path;
     std::unique_ptr<DIR, Close> m_folder;
 };
 
-/// Whether a removal may change permissions that would prevent it. Only for trees that the program created.
+/// Whether a removal may change permissions that would prevent it. Only for trees that the program
+/// created or is asked to replace.
 enum class Removal { asPermitted, forced };
 
 void remove(const WalkItem& item, Removal removal, const std::stop_token& stop);

@@ -1,4 +1,4 @@
-// Folders and whole trees: list, remove, copy. Symbolic links aren't followed. Failures are FileErrors with
+// Folders and whole trees: list, remove. Symbolic links aren't followed. Failures are FileErrors with
 // the path of the item that failed. Any thread.
 
 #pragma once
@@ -15,12 +15,5 @@ namespace tallyglass {
 
 /// Removes the item recursively. A stop leaves the part that wasn't reached yet.
 void removeItem(const std::string& path, std::stop_token stop = {});
-
-/// Copies the item recursively: contents with their holes, permissions, extended attributes, modification
-/// times, links as links, and owners where that is permitted. Hard links become separate files.
-///
-/// Requires: the parent folder of `destination` exists. Fails with EEXIST if `destination` does. The copy
-/// gets its name when it is complete: one that fails or is stopped leaves nothing behind.
-void copyItem(const std::string& source, const std::string& destination, std::stop_token stop = {});
 
 } // namespace tallyglass
