@@ -77,10 +77,11 @@ private:
     AppModel m_model;
     NoWorkspace m_workspace;
     Alerts m_alerts;
+    FilePanels m_panels{m_alerts};
     DesktopClipboard m_clipboard;
     HelperSetup m_helperSetup{m_model.paths(), m_workspace, m_alerts};
     UpdaterController m_updater{UpdaterOptions{}, m_alerts, m_workspace};
-    ScreenContext m_context{m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_updater};
+    ScreenContext m_context{m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_panels, m_updater};
     QQmlEngine m_engine;
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_root;

@@ -8,6 +8,7 @@
 #include "TallyglassKit/Access/TMUtilRunner.h"
 #include "TallyglassKit/Platform/Clock.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
+#include "TallyglassKit/Platform/UserDefaults.h"
 
 #include <functional>
 #include <memory>
@@ -29,6 +30,7 @@ struct AppEnvironment {
     std::function<FDAStatus()> probeAccess; ///< blocks; called on the pool
     TimerFactory makeTimer;                 ///< timers that count through sleep
     std::shared_ptr<CacheSession> cache;    ///< runs `runner`; never null
+    UserDefaults defaults;                  ///< read and written on the pool
     Workspace* workspace = nullptr;         ///< outlives the models; without one nothing is opened
 };
 

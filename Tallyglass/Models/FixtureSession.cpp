@@ -48,6 +48,7 @@ AppEnvironment environmentOf(const std::shared_ptr<FixtureTool>& tool, double pa
     result.makeTimer = [passed] { return std::make_unique<FixtureTimer>(passed); };
     result.probeAccess = [access = tool->machine().access] { return access; };
     result.cache = std::make_shared<CacheSession>(result.runner, tool->files().cache());
+    result.defaults = UserDefaults(tool->files().defaults());
     return result;
 }
 

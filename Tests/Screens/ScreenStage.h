@@ -44,10 +44,11 @@ public:
     FakeWorkspace workspace;
     FakeClipboard clipboard;
     Alerts alerts;
+    FilePanels panels{alerts};
     AppModel model;
     HelperSetup helperSetup{model.paths(), workspace, alerts};
     UpdaterController updater{UpdaterOptions{}, alerts, workspace};
-    ScreenContext context{model, helperSetup, workspace, clipboard, alerts, updater};
+    ScreenContext context{model, helperSetup, workspace, clipboard, alerts, panels, updater};
     std::vector<ScreenContext::Sheet> sheets;   ///< that were asked for
     std::optional<TimelinePoint> changesTarget; ///< of the last request for a backup's changes
 

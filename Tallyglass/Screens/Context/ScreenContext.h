@@ -7,6 +7,7 @@
 
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/Clipboard.h"
+#include "Tallyglass/Desktop/FilePanels.h"
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
@@ -15,6 +16,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QObject>
+#include <QString>
 #include <QVariant>
 
 namespace tallyglass {
@@ -29,6 +31,7 @@ class ScreenContext : public QObject {
     Q_PROPERTY(tallyglass::Workspace* workspace READ workspace CONSTANT)
     Q_PROPERTY(tallyglass::Clipboard* clipboard READ clipboard CONSTANT)
     Q_PROPERTY(tallyglass::Alerts* alerts READ alerts CONSTANT)
+    Q_PROPERTY(tallyglass::FilePanels* panels READ panels CONSTANT)
     Q_PROPERTY(tallyglass::UpdaterController* updater READ updater CONSTANT)
 
 public:
@@ -42,24 +45,33 @@ public:
     Q_ENUM(Sheet)
 
     ScreenContext(AppModel& model, HelperSetup& helperSetup, Workspace& workspace, Clipboard& clipboard,
-                  Alerts& alerts, UpdaterController& updater)
+                  Alerts& alerts, FilePanels& panels, UpdaterController& updater)
         : m_model(model), m_helperSetup(helperSetup), m_workspace(workspace), m_clipboard(clipboard),
-          m_alerts(alerts), m_updater(updater) {}
+          m_alerts(alerts), m_panels(panels), m_updater(updater) {}
 
     [[nodiscard]] AppModel* model() const { return &m_model; }
     [[nodiscard]] HelperSetup* helperSetup() const { return &m_helperSetup; }
     [[nodiscard]] Workspace* workspace() const { return &m_workspace; }
     [[nodiscard]] Clipboard* clipboard() const { return &m_clipboard; }
     [[nodiscard]] Alerts* alerts() const { return &m_alerts; }
+    [[nodiscard]] FilePanels* panels() const { return &m_panels; }
     [[nodiscard]] UpdaterController* updater() const { return &m_updater; }
 
     /// Asks the window to open a sheet.
     Q_INVOKABLE void openSheet(tallyglass::ScreenContext::Sheet sheet, const QVariant& subject = {}) {
         emit sheetRequested(sheet, subject);
     }
+    /// Asks the window to trace a path on the Mac through all backups, on the screen that does that.
+    Q_INVOKABLE void traceFile(const QString& path) { emit traceRequested(path); }
+    /// Asks the window to compare two backups, named by their root folders, on the screen that does that.
+    Q_INVOKABLE void compareBackups(const QString& olderRoot, const QString& newerRoot) {
+        emit comparisonRequested(olderRoot, newerRoot);
+    }
 
 signals:
     void sheetRequested(tallyglass::ScreenContext::Sheet sheet, const QVariant& subject);
+    void traceRequested(const QString& path);
+    void comparisonRequested(const QString& olderRoot, const QString& newerRoot);
 
 private:
     AppModel& m_model;
@@ -67,6 +79,7 @@ private:
     Workspace& m_workspace;
     Clipboard& m_clipboard;
     Alerts& m_alerts;
+    FilePanels& m_panels;
     UpdaterController& m_updater;
 };
 

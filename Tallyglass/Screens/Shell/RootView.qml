@@ -184,4 +184,5 @@ FocusScope {
         onSectionRequested: index => root.sectionIndex = index
     }
     AlertHost { alerts: root.context.alerts }
+    FilePanelHost { panels: root.context.panels }
 }

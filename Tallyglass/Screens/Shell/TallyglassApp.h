@@ -8,6 +8,7 @@
 #include "Tallyglass/Desktop/Alerts.h"
 #include "Tallyglass/Desktop/Clipboard.h"
 #include "Tallyglass/Desktop/DesktopSettings.h"
+#include "Tallyglass/Desktop/FilePanels.h"
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
@@ -66,6 +67,7 @@ private:
     DesktopWorkspace m_workspace;
     DesktopClipboard m_clipboard;
     Alerts m_alerts;
+    FilePanels m_panels{m_alerts};
     const std::optional<FixtureSession> m_fixture;
     AppModel m_model;
     HelperSetup m_helperSetup;

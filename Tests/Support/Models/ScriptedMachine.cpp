@@ -130,6 +130,7 @@ AppEnvironment ScriptedMachine::environment() const {
     environment.clock = [now = now] { return *now; };
     environment.makeTimer = FakeTimer::factory(timer);
     environment.cache = cache;
+    environment.defaults = UserDefaults(defaultsFile());
     return environment;
 }
 

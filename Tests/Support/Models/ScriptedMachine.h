@@ -52,6 +52,9 @@ public:
     [[nodiscard]] std::filesystem::path cacheFile() const {
         return m_folder / "data/Tallyglass/cache.sqlite";
     }
+    [[nodiscard]] std::filesystem::path defaultsFile() const {
+        return m_folder / "data/Tallyglass/defaults.json";
+    }
 
     /// Starts with an idle engine and no settings.
     ScriptedMachine();
