@@ -63,6 +63,19 @@ std::optional<BackupPath> BackupPath::split(std::string_view path, std::span<con
     return view ? std::optional(owned(*view)) : std::nullopt;
 }
 
+std::optional<BackupPath> BackupPath::containing(std::string_view path) {
+    std::size_t rootEnd = 0;
+    for (std::size_t start = 0; start < path.size();) {
+        const std::size_t end = std::min(path.find('/', start), path.size());
+        if (timestampOfRoot(path.substr(start, end - start)))
+            rootEnd = end; // a backup's root is in a folder of the same name
+        else if (rootEnd > 0)
+            break;
+        start = end + 1;
+    }
+    return rootEnd > 0 ? split(path, path.substr(0, rootEnd)) : std::nullopt;
+}
+
 std::optional<Date> BackupPath::timestampOfRoot(std::string_view root) {
     std::string_view name = lastComponent(root);
     if (!name.ends_with(suffix))

@@ -37,6 +37,10 @@ struct BackupPath {
     [[nodiscard]] static std::optional<BackupPath> split(std::string_view path,
                                                          std::span<const std::string> roots);
 
+    /// Splits at the root of the backup that `path` names or lies in, told by the stamps of its folders;
+    /// absent for a path outside of backups.
+    [[nodiscard]] static std::optional<BackupPath> containing(std::string_view path);
+
     /// Like split(), without copies and without parsing the stamp. The result must not outlive its arguments.
     [[nodiscard]] static std::optional<View> splitView(std::string_view path, std::string_view root);
     [[nodiscard]] static std::optional<View> splitView(std::string_view path,
