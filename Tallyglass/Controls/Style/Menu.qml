@@ -2,9 +2,12 @@ import QtQuick
 import QtQuick.Templates as T
 import Tallyglass.Controls
 
-// A menu, opened at a point or below its button.
+// A menu, opened at a point or below its button. When it closes, the item that had the keyboard focus gets it back,
+// unless the chosen command moved it.
 T.Menu {
     id: menu
+    property Item previousFocusItem: null
+    property Item windowContent: null
     // A screen reader meets the item that the menu puts around its content.
     readonly property Binding accessibleName: Binding {
         target: menu.contentItem?.parent?.Accessible ?? null
@@ -15,6 +18,16 @@ T.Menu {
     /// Opens it below `anchor`, their right edges in line.
     function openBelow(anchor: Item) {
         popup(anchor, anchor.width - width, anchor.height + Theme.unit / 2);
+    }
+
+    onAboutToShow: {
+        windowContent = parent.Window.contentItem;
+        previousFocusItem = parent.Window.activeFocusItem;
+    }
+    onClosed: {
+        if (previousFocusItem && windowContent.Window.activeFocusItem === windowContent)
+            previousFocusItem.forceActiveFocus(Qt.PopupFocusReason);
+        previousFocusItem = null;
     }
 
     margins: Theme.unit

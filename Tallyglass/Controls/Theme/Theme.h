@@ -34,6 +34,9 @@ class Theme : public QObject {
     Q_PROPERTY(QList<QColor> colors READ colors NOTIFY changed)
     Q_PROPERTY(QList<QColor> textColors READ textColors NOTIFY changed)
 
+    /// Distinct colours of shapes, for things that have a number; beyond the last they begin again.
+    Q_PROPERTY(QList<QColor> seriesColors READ seriesColors NOTIFY changed)
+
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor accentSoft READ accentSoft NOTIFY changed)
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed) ///< text on the accent
@@ -94,6 +97,7 @@ public:
     [[nodiscard]] QList<QColor> colors() const;
     [[nodiscard]] QList<QColor> textColors() const;
 
+    [[nodiscard]] QList<QColor> seriesColors() const;
     [[nodiscard]] QColor accent() const { return color(Role::accent); }
     [[nodiscard]] QColor accentSoft() const { return color(Role::accentSoft); }
     [[nodiscard]] QColor healthy() const { return color(Role::healthy); }
