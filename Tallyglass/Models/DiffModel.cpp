@@ -59,18 +59,29 @@ void DiffModel::loadBackups() {
         });
 }
 
+void DiffModel::compareWhenListed(const std::string& from, const std::string& to) {
+    setFromPath(from);
+    setToPath(to);
+    m_runsWhenListed = true;
+    prepare();
+}
+
 void DiffModel::take(const ComparableBackups& found) {
     m_unavailableReason.setValue(found.unavailableReason);
+    bool runs = std::exchange(m_runsWhenListed, false);
     if (const auto& choices = found.backups; !choices.empty()) {
         const auto isOffered = [&](const std::optional<std::string>& path) {
             return path && std::ranges::find(choices, *path, &BackupChoice::path) != choices.end();
         };
+        runs = runs && isOffered(fromPath()) && isOffered(toPath());
         if (!isOffered(fromPath()))
             setFromPath(choices[choices.size() >= 2 ? choices.size() - 2 : 0].path);
         if (!isOffered(toPath()))
             setToPath(choices.back().path);
     }
     m_isLoadingBackups.setValue(false);
+    if (runs)
+        run(true);
 }
 
 void DiffModel::run(bool useCache) {

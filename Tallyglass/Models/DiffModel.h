@@ -84,6 +84,9 @@ public:
     /// Opens the cache, if it isn't open, and then lists the backups.
     void prepare();
     void loadBackups();
+    /// Chooses two backups by their roots and compares them as soon as the backups are listed, if both are
+    /// among them.
+    void compareWhenListed(const std::string& from, const std::string& to);
     /// Compares the two; stops what runs, and drops it. Does nothing before the cache is open or without a
     /// choice.
     void run(bool useCache);
@@ -117,6 +120,7 @@ private:
     std::set<ChangeKind> m_kindFilter{allChangeKinds.begin(), allChangeKinds.end()};
     std::string m_searchText;
     std::vector<std::uint32_t> m_visibleRows;
+    bool m_runsWhenListed = false;
 
     Q_OBJECT_BINDABLE_PROPERTY(Self, std::vector<BackupChoice>, m_backups, &Self::backupsChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, bool, m_isLoadingBackups, false, &Self::backupsChanged)

@@ -1,6 +1,7 @@
 #include "Tallyglass/Models/FixtureSession.h"
 
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/Internal/FixtureHistory.h"
 #include "Tallyglass/Models/Internal/FixtureTimer.h"
 #include "Tallyglass/Models/Internal/FixtureTool.h"
 #include "TallyglassKit/Comparison/CacheSession.h"
@@ -15,7 +16,7 @@ namespace {
 /// Seconds that the load of a session without end has lasted, and those between two readings of the status
 /// where the rate is measured.
 double passedTime(std::string_view name, const FixtureMachine& machine) {
-    if (name == "changes-waiting")
+    if (name == "changes-waiting" || name == "history-running")
         return 2;
     if (name == "changes-running" || name == "changes-network")
         return 75;
@@ -26,12 +27,18 @@ ScreenActions actionsOf(std::string_view name, const FixtureMachine& machine) {
     using enum ScreenActions::Comparing;
     ScreenActions actions{.stopsBackup = machine.stopFailure.has_value(),
                           .comparing = none,
-                          .expandedFolders = {"/Users", "/Users/alex"}};
+                          .expandedFolders = {"/Users", "/Users/alex"},
+                          .traces = name.starts_with("history-"),
+                          .tracesForever = name == "history-running"};
+    if (name == "history-none")
+        actions.tracedPath = "/Users/alex/Documents/Never backed up.txt";
+    else if (actions.traces)
+        actions.tracedPath = FixtureHistory::tracedPath;
     if (name.starts_with("compare-") && name != "compare-ready") {
         actions.comparing = name == "compare-running" ? begin : finish;
         actions.liftsDepthLimit = name == "compare-failure";
     }
-    if (name == "changes-waiting")
+    if (name == "changes-waiting" || name == "history-running")
         actions.changes = {.elapsed = "0:02", .hasReceived = false};
     else if (name == "changes-running" || name == "changes-network")
         actions.changes = {.elapsed = "1:15", .hasReceived = true};
@@ -49,6 +56,7 @@ AppEnvironment environmentOf(const std::shared_ptr<FixtureTool>& tool, double pa
     result.probeAccess = [access = tool->machine().access] { return access; };
     result.cache = std::make_shared<CacheSession>(result.runner, tool->files().cache());
     result.defaults = UserDefaults(tool->files().defaults());
+    result.userName = "alex";
     return result;
 }
 

@@ -33,6 +33,9 @@ struct ScreenActions {
     Comparing comparing = Comparing::finish;
     std::vector<std::string> expandedFolders = {}; ///< of the changes in the newest backup, in this order
     std::optional<Standstill> changes = {};
+    std::optional<std::string> tracedPath = {}; ///< else a file that the comparison found changed
+    bool traces = true;
+    bool tracesForever = false; ///< the scan doesn't end
 };
 
 struct FixtureSession {

@@ -47,6 +47,20 @@ protected:
     DiffModel model{machine.environment()};
 };
 
+TEST_F(Diff, comparesTwoThatAnotherScreenChoseAsSoonAsTheyAreListed) {
+    const auto roots = machine.setBackups(3);
+    machine.setAdded(roots[1], {"new"});
+    model.compareWhenListed(roots[0], roots[1]);
+    waitUntil([this] { return model.comparison().has_value(); });
+    EXPECT_EQ(model.comparison()->fromPath, roots[0]);
+    EXPECT_EQ(model.toPath(), roots[1]);
+
+    model.compareWhenListed("/gone", roots[2]);
+    waitUntil([this] { return !model.isLoadingBackups(); });
+    EXPECT_FALSE(model.progressText());
+    EXPECT_EQ(compareRuns(), 1);
+}
+
 TEST_F(Diff, offersTheBackupsAndTheTwoNewestAsAPair) {
     const auto roots = machine.setBackups(3);
     EXPECT_FALSE(model.canRun());

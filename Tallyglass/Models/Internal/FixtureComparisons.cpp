@@ -144,6 +144,12 @@ FixtureComparisons FixtureComparisons::make(std::string_view name, Date newest) 
         all.changes = {.isWaiting = true, .bytesBeforeWait = 3'410'220};
     else if (name == "changes-failure")
         all.changes = {.failure = "tmutil: the backup disk was disconnected."};
+    else if (name == "history-running")
+        all.listing = {.isWaiting = true};
+    else if (name == "history-failure")
+        all.listing = {.failure = "tmutil: the backup disk was disconnected."};
+    else if (name == "history-many")
+        all.listing = listingOf(1'499, newest);
     else if (name == "changes-oldest")
         all.listing = listingOf(0, newest);
     return all;

@@ -27,9 +27,10 @@ public:
     /// What "tmutil machinedirectory" says; empty if it fails.
     [[nodiscard]] const std::string& machineDirectory() const { return m_machineDirectory; }
 
-private:
+    /// Writes a file, with the folders above it. Throws std::exception.
     void write(const std::string& file, const std::string& contents) const;
 
+private:
     std::filesystem::path m_root;
     std::string m_machineDirectory;
 };

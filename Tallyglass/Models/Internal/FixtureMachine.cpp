@@ -231,7 +231,7 @@ struct Session {
     Machine (*make)(Date now);
 };
 
-constexpr std::array<Session, 25> sessions{{
+constexpr std::array<Session, 30> sessions{{
     {"healthy", healthy},
     {"warning", warning},
     {"critical", critical},
@@ -257,6 +257,11 @@ constexpr std::array<Session, 25> sessions{{
     {"changes-failure", healthy},
     {"changes-oldest", healthy},
     {"changes-network", network},
+    {"history-results", healthy},
+    {"history-many", healthy},
+    {"history-none", healthy},
+    {"history-running", withHelper},
+    {"history-failure", healthy},
 }};
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Tallyglass/Models/Internal/FixtureTool.h"
 
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/Internal/FixtureHistory.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Platform/Error.h"
 
@@ -51,6 +52,14 @@ Date newestBackup(const FixtureMachine& machine, Date now) {
     return latest.value_or(now - std::chrono::minutes(38));
 }
 
+/// With backups that are there, if the session traces a file through them.
+FixtureComparisons comparisonsOf(std::string_view name, Date newest, const FixtureFiles& files) {
+    FixtureComparisons all = FixtureComparisons::make(name, newest);
+    if (name.starts_with("history-"))
+        all.listing.output = FixtureHistory::write(files, all.listing.output);
+    return all;
+}
+
 template <typename Value>
 std::string entry(std::string_view key, const std::optional<Value>& value) {
     return value ? fmt::format("{} = \"{}\";\n", key, *value) : std::string();
@@ -72,9 +81,8 @@ std::string statusText(const BackupStatus& status) {
 } // namespace
 
 FixtureTool::FixtureTool(std::string_view name, Date now)
-    : m_machine(FixtureMachine::make(name, now).value()),
-      m_comparisons(FixtureComparisons::make(name, newestBackup(m_machine, now))), m_files(m_machine),
-      m_now(now) {}
+    : m_machine(FixtureMachine::make(name, now).value()), m_files(m_machine),
+      m_comparisons(comparisonsOf(name, newestBackup(m_machine, now), m_files)), m_now(now) {}
 
 Date FixtureTool::now() const {
     return m_machine.rate && m_readings < 2 ? m_now - std::chrono::duration<double>(AppModel::runningInterval)

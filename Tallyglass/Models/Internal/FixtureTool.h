@@ -32,8 +32,8 @@ private:
     [[nodiscard]] const FixtureAnswer& comparison(const TMUtilRunner::Arguments& arguments) const;
 
     const FixtureMachine m_machine;
-    const FixtureComparisons m_comparisons;
     const FixtureFiles m_files;
+    const FixtureComparisons m_comparisons;
     const Date m_now;
     std::atomic<int> m_readings = 0; ///< of the status
 };
