@@ -332,6 +332,10 @@
         <source>Show in Newer Backup</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Trace This File</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ChangeRow</name>
@@ -646,9 +650,164 @@
     </message>
 </context>
 <context>
+    <name>FileHistory</name>
+    <message>
+        <source>Unknown date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Distinct versions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>across %1 backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Present in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Current size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>latest version</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exporting %1: %2 of %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Exporting %1: %2, %n items</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Scanning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checked %1 backups. Verify the path — it should be the path on your Mac, not inside the backup.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>kept in 1 backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>kept in %1 backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> · modified %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: version %2 of %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter a path as it appears on your Mac, for example %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FileHistoryModel</name>
+    <message>
+        <source>Choose a file to trace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export this version out of the backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FileHistoryResults</name>
+    <message>
+        <source>Versions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Presence in backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One mark for each backup, hollow where the item is missing. Choose one to see its version.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Time Machine carries unchanged files forward without copying them, so consecutive backups holding the same version are grouped together.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FileHistorySearch</name>
+    <message>
+        <source>Trace a file through every backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recent paths</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>FileHistoryView</name>
     <message>
-        <source>Tracing a file through every backup is on its way.</source>
+        <source>Drop a file or folder to trace it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File History</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File history needs Full Disk Access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading a file&apos;s versions means looking inside each backup.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not found in any backup</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1165,6 +1324,48 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
     <message>
         <source>Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>VersionMenu</name>
+    <message>
+        <source>Export…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open a Read-Only Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in Backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy Path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare with the Version Before</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>VersionRow</name>
+    <message>
+        <source>latest</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>LATEST</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

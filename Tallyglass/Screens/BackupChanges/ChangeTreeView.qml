@@ -42,8 +42,7 @@ FocusScope {
     }
     ChangeMenu {
         id: menu
-        workspace: tree.context.workspace
-        clipboard: tree.context.clipboard
+        context: tree.context
         olderRoot: tree.viewModel.content.olderRoot
         newerRoot: tree.viewModel.content.newerRoot
     }

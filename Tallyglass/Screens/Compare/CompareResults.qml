@@ -61,8 +61,7 @@ Card {
     }
     ChangeMenu {
         id: menu
-        workspace: card.context.workspace
-        clipboard: card.context.clipboard
+        context: card.context
         olderRoot: card.viewModel.olderRoot
         newerRoot: card.viewModel.newerRoot
     }

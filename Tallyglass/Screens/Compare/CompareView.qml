@@ -7,6 +7,7 @@ import Tallyglass.Controls
 ScrollPage {
     id: page
     required property ScreenContext context
+    readonly property alias viewModel: compareViewModel
 
     maximumContentWidth: Theme.unit * 130
     onVisibleChanged: if (visible) compareViewModel.appear()

@@ -84,6 +84,11 @@ void CompareViewModel::updateResults() {
     m_rows.setRows(firstRows(*m_diff));
 }
 
+void CompareViewModel::compareBackups(const QString& olderRoot, const QString& newerRoot) {
+    if (m_diff)
+        m_diff->compareWhenListed(olderRoot.toStdString(), newerRoot.toStdString());
+}
+
 void CompareViewModel::pickFrom(int backup) {
     if (const auto path = m_backups.pathAt(backup))
         m_diff->setFromPath(path);

@@ -58,6 +58,9 @@ public:
     /// The user has come to the screen: backups may have come and gone.
     Q_INVOKABLE void appear();
 
+    /// Picks two backups by their roots and compares them when the backups are listed.
+    Q_INVOKABLE void compareBackups(const QString& olderRoot, const QString& newerRoot);
+
     // The controls. None does anything before the application's model is there.
     Q_INVOKABLE void pickFrom(int backup);
     Q_INVOKABLE void pickTo(int backup);

@@ -2,11 +2,11 @@ import QtQuick
 import Tallyglass.Context
 import Tallyglass.Controls
 
-// What can be done with a changed path: copy it, or see its item in one of the two backups where it is there.
+// What can be done with a changed path: copy it, trace it through all backups, or see its item in one of the two
+// backups where it is there.
 Menu {
     id: menu
-    required property Workspace workspace
-    required property Clipboard clipboard
+    required property ScreenContext context
     property string olderRoot
     property string newerRoot
     property string path
@@ -20,13 +20,17 @@ Menu {
         popup(anchor, x, y);
     }
     function copy(changedPath: string) {
-        clipboard.setText(changedPath);
+        context.clipboard.setText(changedPath);
     }
 
     MenuItem {
         text: qsTr("Copy Path")
         shortcutText: "Ctrl+C"
         onTriggered: menu.copy(menu.path)
+    }
+    MenuItem {
+        text: qsTr("Trace This File")
+        onTriggered: menu.context.traceFile(menu.path)
     }
     MenuSeparator {}
     MenuItem {
@@ -42,6 +46,6 @@ Menu {
 
     readonly property ItemInBackups places: ItemInBackups {
         id: item
-        workspace: menu.workspace
+        workspace: menu.context.workspace
     }
 }

@@ -52,6 +52,15 @@ FocusScope {
         }
     ]
 
+    /// Goes to the section of this name; its screen.
+    function show(section: string): Item {
+        for (let index = 0; index < sections.length; ++index)
+            if (sections[index].name === section)
+                sectionIndex = index;
+        const sheet = changesSheet.item as SheetFrame;
+        sheet?.close();
+        return screen;
+    }
     /// Opens a sheet over the whole window.
     function present(sheet: int, subject: var): var {
         const loader = sheet === ScreenContext.About ? aboutSheet
@@ -97,6 +106,10 @@ FocusScope {
     Connections {
         target: root.context
         function onSheetRequested(sheet, subject) { root.present(sheet, subject); }
+        function onTraceRequested(path) { (root.show("history") as FileHistoryView).viewModel.trace(path); }
+        function onComparisonRequested(older, newer) {
+            (root.show("compare") as CompareView).viewModel.compareBackups(older, newer);
+        }
     }
 
     ShellViewModel {

@@ -5,6 +5,7 @@
 #include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "Tallyglass/Screens/FileHistory/FileHistoryViewModel.h"
 #include "TallyglassKit/Platform/Error.h"
 
 #include <fmt/format.h>
@@ -102,6 +103,7 @@ void ScreenPictures::saveSections() {
         settle();
         auto& screen = part<QQuickItem>(m_root, "screen");
         compareBackups(screen);
+        traceFile(screen);
         saveFrame({});
         savePages(screen);
     }
@@ -131,6 +133,27 @@ void ScreenPictures::compareBackups(const QQuickItem& screen) {
                                              : diff->progressText() == text)
             waitForEvents();
     }
+    const auto changed = std::ranges::find_if(diff->changes(), [](const ChangeRecord& change) {
+        return change.kind == ChangeKind::modified && !change.isDirectory;
+    });
+    if (changed != diff->changes().end())
+        m_changedFile = QString::fromStdString(changed->path);
+    settle();
+}
+
+void ScreenPictures::traceFile(const QQuickItem& screen) {
+    auto* history = screen.findChild<FileHistoryViewModel*>();
+    if (!history || history->isLocked() || !m_actions.traces || !history->path().isEmpty())
+        return;
+    const QString path = m_actions.tracedPath ? QString::fromStdString(*m_actions.tracedPath) : m_changedFile;
+    if (path.isEmpty())
+        return;
+    history->trace(path);
+    const auto isWaiting = [&] { return history->history()->progress() == "Listing backups…"; };
+    while (history->history()->progress() && !(m_actions.tracesForever && isWaiting()))
+        waitForEvents();
+    if (!history->presence().empty())
+        history->selectBackup(history->presence().size() / 2);
     settle();
 }
 

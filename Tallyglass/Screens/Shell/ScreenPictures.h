@@ -46,6 +46,8 @@ private:
     void saveSections();
     /// On a machine with two backups, once: does what is to be done if this is the screen that compares them.
     void compareBackups(const QQuickItem& screen);
+    /// Once: traces a file if this is the screen that does.
+    void traceFile(const QQuickItem& screen);
     void savePages(QQuickItem& screen);
     void saveSheets();
     /// Waits until a sheet of changes shows what it is about.
@@ -58,6 +60,7 @@ private:
     const ScreenActions m_actions;
     const std::vector<Appearance> m_others;
     QQuickItem& m_root;
+    QString m_changedFile; ///< one that the comparison found
     QString m_folder;
     QString m_session;
     QString m_section;

@@ -69,6 +69,20 @@ TEST_F(RootViewTest, showsASectionByKeyboardAndByScreenReader) {
     EXPECT_FALSE(screen.tree().hasText("Comparing backups needs Full Disk Access"));
 }
 
+TEST_F(RootViewTest, showsTheScreenThatAnotherOneAsksFor) {
+    stage.model.setFdaStatus(FDAStatus::granted);
+    stage.context.openSheet(ScreenContext::BackupChanges);
+    screen.until(
+        [&] { return screen.tree().find(QAccessible::Dialog, "Changes in this backup").has_value(); });
+    stage.context.traceFile("/Users/me/notes.txt");
+    EXPECT_TRUE(isSelected("File History"));
+    screen.until([&] { return !screen.tree().find(QAccessible::Dialog, "Changes in this backup"); });
+    EXPECT_EQ(screen.tree().get(QAccessible::EditableText, "Path").value(), "/Users/me/notes.txt");
+
+    stage.context.compareBackups("/older", "/newer");
+    EXPECT_TRUE(isSelected("Compare"));
+}
+
 TEST_F(RootViewTest, movesInTheSidebarByArrowsHomeAndEnd) {
     screen.key(Qt::Key_Tab);
     EXPECT_EQ(screen.focusedName(), "Sections");
