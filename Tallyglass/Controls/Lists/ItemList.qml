@@ -60,6 +60,8 @@ ListView {
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
     boundsBehavior: Flickable.StopAtBounds
+    reuseItems: true
+    cacheBuffer: 0
     clip: true
     T.ScrollBar.vertical: ScrollBar {}
     Accessible.role: Accessible.List

@@ -16,6 +16,8 @@ FocusScope {
     readonly property bool current: ListView.isCurrentItem
 
     width: list.width
+    ListView.onPooled: visible = false // or a screen reader would still find it
+    ListView.onReused: visible = true
 
     Rectangle {
         anchors { fill: parent; leftMargin: row.inset; rightMargin: row.inset }
