@@ -45,6 +45,8 @@ struct Command {
 [[nodiscard]] Command healthCommand();
 [[nodiscard]] Command compareCommand();
 [[nodiscard]] std::vector<Command> cacheCommands();     ///< comparisons, search, rollups, history-of-changes
+[[nodiscard]] std::vector<Command> historyCommands();   ///< trace, export
+[[nodiscard]] std::vector<Command> exclusionCommands(); ///< exclusions, exclude, include
 [[nodiscard]] Command propertyListCommand();            ///< plist
 
 } // namespace tallyglass::commandline

@@ -98,6 +98,8 @@ std::vector<Command> allCommands() {
     commands.push_back(healthCommand());
     commands.push_back(compareCommand());
     std::ranges::move(cacheCommands(), std::back_inserter(commands));
+    std::ranges::move(historyCommands(), std::back_inserter(commands));
+    std::ranges::move(exclusionCommands(), std::back_inserter(commands));
     commands.push_back(propertyListCommand());
     return commands;
 }
