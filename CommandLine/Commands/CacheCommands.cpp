@@ -1,6 +1,7 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/Describe.h"
 #include "CommandLine/Commands/JSONDocuments.h"
+#include "CommandLine/Commands/NamedComparison.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Health/Fmt.h"
@@ -15,7 +16,8 @@ namespace tallyglass::commandline {
 namespace {
 
 struct Arguments {
-    std::string text; ///< what to search for, or the path or identifier to look up
+    std::string text; ///< what to search for, or the path or comparison to look up
+    std::string to;   ///< the newer backup of the comparison
     std::int64_t limit = 1000;
 };
 
@@ -31,7 +33,9 @@ void comparisons(const Context& context) {
         return printJSON(context.out, comparisons);
     for (const auto& comparison : comparisons)
         context.out << Fmt::timestamp(comparison.startedAt) << "  " << stateOf(comparison) << "\n  "
-                    << comparison.id << "\n";
+                    << describeOperands(comparison.fromPath, comparison.toPath)
+                    << (comparison.depth > 0 ? fmt::format(", {} folders deep", comparison.depth) : "")
+                    << "\n";
 }
 
 void search(const Context& context, const Arguments& arguments) {
@@ -42,7 +46,9 @@ void search(const Context& context, const Arguments& arguments) {
 }
 
 void rollups(const Context& context, const Arguments& arguments) {
-    const auto rollups = context.openStore().rollups(arguments.text, arguments.limit, context.stop);
+    auto store = context.openStore();
+    const auto comparison = comparisonNamed(context, store, arguments.text, arguments.to);
+    const auto rollups = store.rollups(comparison.id, arguments.limit, context.stop);
     if (context.json)
         return printJSON(context.out, rollups);
     for (const auto& rollup : rollups)
@@ -63,10 +69,17 @@ void historyOfChanges(const Context& context, const Arguments& arguments) {
 using ActionOnArguments = void (*)(const Context&, const Arguments&);
 
 Command command(std::string name, std::string description, ActionOnArguments action, Argument operand,
-                bool hasLimit) {
+                bool hasLimit, bool isComparison = false) {
     const auto values = std::make_shared<Arguments>();
     operand.value = &values->text;
+    operand.isOptional = isComparison;
     std::vector<Argument> arguments{std::move(operand)};
+    if (isComparison)
+        arguments.push_back({.name = "TO",
+                             .description = "The newer backup",
+                             .value = &values->to,
+                             .type = "BACKUP",
+                             .isOptional = true});
     if (hasLimit)
         arguments.push_back({.name = "--limit",
                              .description = "Show at most this many (1000)",
@@ -84,8 +97,10 @@ std::vector<Command> cacheCommands() {
         command("search", "Changed paths in the cache that hold all the words", search,
                 {.name = "TEXT", .description = "The words, or their beginnings", .value = {}}, true),
         command("rollups", "The folders of one comparison that changed most", rollups,
-                {.name = "ID", .description = "The comparison, as `tally comparisons` names it", .value = {}},
-                true),
+                {.name = "COMPARISON",
+                 .description = "Its ID or its older backup; without TO, or at all, as in `tally compare`",
+                 .value = {}},
+                true, true),
         command("history-of-changes", "How one path changed, in every comparison in the cache",
                 historyOfChanges,
                 {.name = "PATH",

@@ -13,7 +13,8 @@
 
 namespace tallyglass::commandline {
 
-/// One argument of a command: an option if its name begins with "--", else an operand, which is required.
+/// One argument of a command: an option if its name begins with "--", else an operand, which is required
+/// unless it says otherwise. A list as an operand takes all that follow.
 struct Argument {
     /// The destination of its value. Numbers aren't negative, a bool is a flag, and an option that is a list
     /// may be repeated.
@@ -25,6 +26,7 @@ struct Argument {
     std::string type = {};                 ///< the placeholder of the value in the help
     std::vector<std::string> choices = {}; ///< the allowed values, if not empty
     bool isCommaSeparated = false;         ///< for a list: each value may have several elements
+    bool isOptional = false;               ///< for an operand
     std::string excludes = {};             ///< the name of a previous option that it can't be combined with
 };
 
@@ -42,7 +44,9 @@ struct Command {
 [[nodiscard]] std::vector<Command> accessCommands(); ///< status, settings, backups, manifest
 [[nodiscard]] Command healthCommand();
 [[nodiscard]] Command compareCommand();
-[[nodiscard]] std::vector<Command> cacheCommands(); ///< comparisons, search, rollups, history-of-changes
-[[nodiscard]] Command propertyListCommand();        ///< plist
+[[nodiscard]] std::vector<Command> cacheCommands();     ///< comparisons, search, rollups, history-of-changes
+[[nodiscard]] std::vector<Command> historyCommands();   ///< trace, export
+[[nodiscard]] std::vector<Command> exclusionCommands(); ///< exclusions, exclude, include
+[[nodiscard]] Command propertyListCommand();            ///< plist
 
 } // namespace tallyglass::commandline

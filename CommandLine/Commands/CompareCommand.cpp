@@ -2,6 +2,7 @@
 #include "CommandLine/Commands/CompareBackups.h"
 #include "CommandLine/Commands/Describe.h"
 #include "CommandLine/Commands/JSONDocuments.h"
+#include "CommandLine/Commands/NamedBackups.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 
@@ -44,14 +45,15 @@ struct Arguments {
 
 void compare(const Context& context, const Arguments& arguments) {
     auto store = context.openStore();
-    const auto result =
-        compareBackups(context, store, arguments.from, arguments.to, arguments.options(), !arguments.noCache);
+    const auto [from, to] = backupPairNamed(context, arguments.from, arguments.to);
+    const auto result = compareBackups(context, store, from, to, arguments.options(), !arguments.noCache);
     const auto search = arguments.search.empty() ? std::nullopt : std::optional(arguments.search);
     const auto changes = store.changes(result.comparison.id, arguments.chosenKinds(), search, arguments.limit,
                                        0, context.stop);
     if (context.json)
         return printJSON(context.out, result, changes);
-    context.out << describe(result.comparison) << (result.cached ? " (from the cache)" : "") << "\n";
+    context.out << describeOperands(from, to) << ": " << describe(result.comparison)
+                << (result.cached ? " (from the cache)" : "") << "\n";
     printChanges(context.out, changes);
 }
 
@@ -63,8 +65,17 @@ Command compareCommand() {
         "compare",
         "What changed from one backup to another, kept in the cache",
         {
-            {"FROM", "The older backup, as `tally backups` names it", &values->from},
-            {"TO", "The newer backup", &values->to},
+            {.name = "FROM",
+             .description = "The older backup; without TO the newer one, compared with the one before it; "
+                            "without both, the last two are compared",
+             .value = &values->from,
+             .type = "BACKUP",
+             .isOptional = true},
+            {.name = "TO",
+             .description = "The newer backup",
+             .value = &values->to,
+             .type = "BACKUP",
+             .isOptional = true},
             {"--depth", "Look this many folders deep (3)", &values->depth, "N"},
             {.name = "--no-limit",
              .description = "Look at every folder, however deep",

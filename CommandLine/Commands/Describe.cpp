@@ -1,5 +1,6 @@
 #include "CommandLine/Commands/Describe.h"
 
+#include "TallyglassKit/Access/BackupName.h"
 #include "TallyglassKit/Access/BackupStatus.h"
 #include "TallyglassKit/Access/TMDestination.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
@@ -96,13 +97,17 @@ std::string describe(const TMDestination& destination, const BackupHealth& healt
 }
 
 std::string describe(const DiffEngine::Backup& backup) {
-    return (backup.date ? Fmt::timestamp(*backup.date) : "—") + "  " + backup.path;
+    return (backup.date ? Fmt::timestamp(*backup.date) : "—") + "  " + BackupName::of(backup.path);
 }
 
 std::string describe(const Comparison& comparison) {
     return fmt::format("{} added, {} removed, {} modified, {} in all", formatGrouped(comparison.addedCount),
                        formatGrouped(comparison.removedCount), formatGrouped(comparison.modifiedCount),
                        comparison.netBytesFormatted());
+}
+
+std::string describeOperands(const std::string& from, const std::string& to) {
+    return BackupName::of(from) + " → " + BackupName::of(to);
 }
 
 void printChanges(std::ostream& out, std::span<const ChangeRecord> changes) {

@@ -32,11 +32,14 @@ namespace tallyglass::commandline {
 /// Such as "mini: Backups healthy".
 [[nodiscard]] std::string describe(const TMDestination& destination, const BackupHealth& health);
 
-/// The date of the backup, if its path contains one, and its path.
+/// The date and the stamp of the backup, or its path if it has none.
 [[nodiscard]] std::string describe(const DiffEngine::Backup& backup);
 
 /// Such as "12 added, 3 removed, 40 modified, +1.2 MB in all".
 [[nodiscard]] std::string describe(const Comparison& comparison);
+
+/// Such as "2026-11-22-104514 → 2026-11-23-110917", for the paths of two backups or of folders in them.
+[[nodiscard]] std::string describeOperands(const std::string& from, const std::string& to);
 
 /// One line per change: its kind, signed size and path.
 void printChanges(std::ostream& out, std::span<const ChangeRecord> changes);

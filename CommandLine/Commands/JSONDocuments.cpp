@@ -7,6 +7,7 @@
 #include "TallyglassKit/Comparison/Comparison.h"
 #include "TallyglassKit/Comparison/DirectoryRollup.h"
 #include "TallyglassKit/Health/BackupHealth.h"
+#include "TallyglassKit/Insight/ExclusionStatus.h"
 #include "TallyglassKit/Platform/Text/Timestamps.h"
 
 #include <nlohmann/json.hpp>
@@ -30,6 +31,9 @@ JSON toJSON(const DirectoryRollup& rollup);
 JSON toJSON(const DiffEngine::Backup& backup);
 JSON toJSON(const DestinationHealth& health);
 JSON toJSON(const std::pair<Comparison, ChangeRecord>& event);
+JSON toJSON(const FileVersion& version);
+JSON toJSON(const FileVersionSpan& span);
+JSON toJSON(const ExclusionStatus& status);
 
 template <typename Value>
 JSON toJSON(const std::optional<Value>& value) {
@@ -170,6 +174,45 @@ JSON toJSON(const std::pair<Comparison, ChangeRecord>& event) {
     return {{"comparison", toJSON(event.first)}, {"change", toJSON(event.second)}};
 }
 
+JSON toJSON(const FileVersion& version) {
+    return {{"backupRoot", version.backupRoot},
+            {"backupDate", toJSON(version.backupDate)},
+            {"path", version.path},
+            {"exists", version.exists},
+            {"size", toJSON(version.size)},
+            {"modified", toJSON(version.modified)},
+            {"inode", toJSON(version.inode)},
+            {"isDirectory", version.isDirectory},
+            {"fingerprint", version.fingerprint()}};
+}
+
+JSON toJSON(const FileVersionSpan& span) {
+    return {{"firstSeen", toJSON(span.firstSeen())},
+            {"lastSeen", toJSON(span.lastSeen())},
+            {"backupCount", span.backupCount()},
+            {"version", toJSON(span.version)}};
+}
+
+std::string_view nameOf(ExclusionReason reason) {
+    switch (reason) {
+    case ExclusionReason::ownMarker:
+        return "ownMarker";
+    case ExclusionReason::inherited:
+        return "inherited";
+    case ExclusionReason::systemSkipPath:
+        break;
+    }
+    return "systemSkipPath";
+}
+
+JSON toJSON(const ExclusionStatus& status) {
+    return {{"path", status.path},
+            {"state", rawValue(status.state)},
+            {"reason", status.reason ? JSON(nameOf(*status.reason)) : JSON(nullptr)},
+            {"canToggle", status.canToggle()},
+            {"explanation", status.explanation()}};
+}
+
 void print(std::ostream& out, const JSON& document) {
     // File names needn't be valid UTF-8, JSON must be.
     out << document.dump(2, ' ', false, JSON::error_handler_t::replace) << "\n";
@@ -224,6 +267,25 @@ void printJSON(std::ostream& out, const ComparisonResult& result, std::span<cons
     print(out, {{"cached", result.cached},
                 {"comparison", toJSON(result.comparison)},
                 {"changes", toJSONArray(changes)}});
+}
+
+void printJSON(std::ostream& out, const FileHistory& history) {
+    print(out, {{"path", history.path},
+                {"probedCount", history.probedCount()},
+                {"missingCount", history.missingCount()},
+                {"versions", toJSONArray(history.versions)},
+                {"spans", toJSONArray(history.spans)}});
+}
+
+void printJSON(std::ostream& out, const Export& done) {
+    print(out, {{"version", toJSON(done.version)},
+                {"destination", done.destination},
+                {"items", done.progress.items},
+                {"bytes", done.progress.bytes}});
+}
+
+void printJSON(std::ostream& out, std::span<const ExclusionStatus> statuses) {
+    print(out, toJSONArray(statuses));
 }
 
 void printOverviewJSON(std::ostream& out, const BackupStatus& status,

@@ -8,17 +8,24 @@
 #include "TallyglassKit/Access/TMSettings.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
 #include "TallyglassKit/Health/BackupHealth.h"
+#include "TallyglassKit/Insight/FileVersion.h"
+#include "TallyglassKit/Platform/Files/FileCopy.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <iosfwd>
 #include <optional>
 #include <span>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace tallyglass {
 struct BackupManifestEntry;
 struct BackupStatus;
 struct ChangeRecord;
 struct DirectoryRollup;
+struct ExclusionStatus;
 } // namespace tallyglass
 
 namespace tallyglass::commandline {
@@ -26,6 +33,24 @@ namespace tallyglass::commandline {
 struct DestinationHealth {
     TMDestination destination;
     BackupHealth health;
+};
+
+/// The history of one path.
+struct FileHistory {
+    std::string path;
+    std::vector<FileVersion> versions;  ///< in the order of the backups
+    std::vector<FileVersionSpan> spans; ///< newest first
+
+    [[nodiscard]] std::int64_t probedCount() const { return static_cast<std::int64_t>(versions.size()); }
+    [[nodiscard]] std::int64_t missingCount() const {
+        return std::ranges::count(versions, false, &FileVersion::exists);
+    }
+};
+
+struct Export {
+    FileVersion version;
+    std::string destination;
+    CopyProgress progress; ///< at its end
 };
 
 /// The status, with the access and a summary of each destination.
@@ -41,6 +66,9 @@ void printJSON(std::ostream& out, std::span<const ChangeRecord> changes);
 void printJSON(std::ostream& out, std::span<const DirectoryRollup> rollups);
 void printJSON(std::ostream& out, std::span<const std::pair<Comparison, ChangeRecord>> history);
 void printJSON(std::ostream& out, const ComparisonResult& result, std::span<const ChangeRecord> changes);
+void printJSON(std::ostream& out, const FileHistory& history);
+void printJSON(std::ostream& out, const Export& done);
+void printJSON(std::ostream& out, std::span<const ExclusionStatus> statuses);
 
 void printOverviewJSON(std::ostream& out, const BackupStatus& status,
                        const std::optional<TMSettings>& settings, std::span<const DiffEngine::Backup> latest,

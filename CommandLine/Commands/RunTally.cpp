@@ -2,15 +2,19 @@
 
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/Interruption.h"
+#include "CommandLine/Commands/Suggestions.h"
 #include "TallyglassKit/Access/TMUtilError.h"
 #include "TallyglassKit/Platform/Error.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <iostream>
-#include <optional>
+#include <iterator>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace tallyglass::commandline {
 
@@ -28,6 +32,10 @@ constexpr auto epilogue = R"(Exit codes:
 With --json, standard output holds one JSON document and nothing else. Field names
 are those of the data models, an absent value is null, and dates are ISO 8601 in
 UTC with milliseconds.
+
+A BACKUP is named by its path, by its stamp as `tally backups` shows it or the
+beginning of that, such as 2026-11-23, by "latest", by "latest~3" for the third
+before it, or by "oldest".
 
 Without --root the machine is the one in the environment variable TALLYGLASS_ROOT,
 or else in "Tallyglass/root" in your data folder. Comparisons are kept in
@@ -63,6 +71,8 @@ struct Declaration {
         auto* option = command.add_option(argument.name, *list, argument.description);
         if (argument.isCommaSeparated)
             return option->delimiter(',');
+        if (!argument.name.starts_with("--"))
+            return option;
         return option->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     }
 };
@@ -71,7 +81,7 @@ void declare(CLI::App& app, const Command& command, const Action*& chosen) {
     auto* declared = app.add_subcommand(command.name, command.description);
     for (const auto& argument : command.arguments) {
         auto* option = std::visit(Declaration{*declared, argument}, argument.value);
-        option->required(!argument.name.starts_with("--"));
+        option->required(!argument.name.starts_with("--") && !argument.isOptional);
         if (!argument.type.empty())
             option->type_name(argument.type);
         if (!argument.choices.empty())
@@ -88,8 +98,29 @@ std::vector<Command> allCommands() {
     commands.push_back(healthCommand());
     commands.push_back(compareCommand());
     std::ranges::move(cacheCommands(), std::back_inserter(commands));
+    std::ranges::move(historyCommands(), std::back_inserter(commands));
+    std::ranges::move(exclusionCommands(), std::back_inserter(commands));
     commands.push_back(propertyListCommand());
     return commands;
+}
+
+/// What is wrong with the arguments, for which the parser threw `error`.
+std::string wordsFor(const CLI::ParseError& error, const CLI::App& app, std::span<const Command> commands) {
+    if (!app.get_subcommands().empty())
+        return std::string(error.what()) + " See tally --help.";
+    const auto rest = app.remaining();
+    const auto word =
+        std::ranges::find_if(rest, [](const auto& argument) { return !argument.starts_with('-'); });
+    if (word == rest.end())
+        return rest.empty() && dynamic_cast<const CLI::RequiredError*>(&error)
+                   ? "A command is missing. See tally --help."
+                   : std::string(error.what()) + " See tally --help.";
+    std::vector<std::string> names;
+    for (const auto& command : commands)
+        names.push_back(command.name);
+    const auto near = wordsNear(*word, names);
+    return fmt::format("There is no command {}{} See tally --help.", *word,
+                       near.empty() ? "." : fmt::format("; did you mean {}?", fmt::join(near, " or ")));
 }
 
 int perform(const Action& action, const std::string& root, bool json) {
@@ -134,7 +165,7 @@ int runTally(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) // --help
             return app.exit(error);
-        return fail(wrongUsage, std::string(error.what()) + " See tally --help.");
+        return fail(wrongUsage, wordsFor(error, app, commands));
     }
 
     return perform(*chosen, root, json);
