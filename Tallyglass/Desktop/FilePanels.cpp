@@ -13,6 +13,14 @@ QUrl FilePanel::suggestion() const {
 
 FilePanels::FilePanels(Alerts& alerts, QObject* parent) : QObject(parent), m_alerts(alerts) {}
 
+FilePanels::Choice FilePanels::localFiles(const QList<QUrl>& urls) {
+    Choice choice;
+    for (const QUrl& url : urls)
+        if (url.isLocalFile())
+            choice.emplace_back(QFile::encodeName(url.toLocalFile()).toStdString());
+    return choice;
+}
+
 void FilePanels::show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen) {
     const bool isNext = !isShowing();
     m_queue.add(panel, receiver, std::move(chosen));
@@ -23,13 +31,9 @@ void FilePanels::show(const FilePanel& panel, QObject* receiver, std::function<v
 void FilePanels::answer(const QList<QUrl>& urls) {
     if (!isShowing())
         return;
-    Choice choice;
-    for (const QUrl& url : urls)
-        if (url.isLocalFile())
-            choice.emplace_back(QFile::encodeName(url.toLocalFile()).toStdString());
     const auto passOn = m_queue.take();
     emit currentChanged();
-    passOn(choice);
+    passOn(localFiles(urls));
 }
 
 void FilePanels::fail(const QString& reason) {

@@ -50,6 +50,9 @@ public:
     /// The alerts outlive the panels.
     explicit FilePanels(Alerts& alerts, QObject* parent = nullptr);
 
+    /// The paths of those that are local files or folders.
+    [[nodiscard]] static Choice localFiles(const QList<QUrl>& urls);
+
     /// Shows the panel when those before it are answered.
     void show(const FilePanel& panel, QObject* receiver, std::function<void(const Choice&)> chosen);
 
