@@ -605,9 +605,96 @@
     </message>
 </context>
 <context>
+    <name>DropHint</name>
+    <message>
+        <source>Drop to add to the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ExclusionMenu</name>
+    <message>
+        <source>Copy Path</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop tracking</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ExclusionRow</name>
+    <message>
+        <source>Excluded</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop tracking this item here. Does not change its exclusion.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop tracking</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Exclusions</name>
+    <message>
+        <source>Inherited</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System rule</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Include</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exclude</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Excluding…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Including…</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ExclusionsView</name>
     <message>
-        <source>Managing what is left out of backups is on its way.</source>
+        <source>Exclusions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What&apos;s left out of backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Excluding an item marks it with an extended attribute that Time Machine checks. The item&apos;s contents are never modified, and the change takes effect on the next backup.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ExclusionsViewModel</name>
+    <message>
+        <source>Choose files or folders to manage</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -920,6 +1007,33 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
 </context>
 <context>
+    <name>ManagedItems</name>
+    <message>
+        <source>Managed items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Folder…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Updating exclusions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Items you&apos;ve added here. macOS offers no way to list every excluded item on a disk, so this is a working list rather than a complete inventory.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing tracked yet. Use Add Items to choose files or folders.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>MenuBar</name>
     <message>
         <source>Last backup %1</source>
@@ -1022,6 +1136,17 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     <name>SplitHandle</name>
     <message>
         <source>Width of the sidebar</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SystemRules</name>
+    <message>
+        <source>System-wide rules</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Path rules stored in Time Machine&apos;s own settings. Changing these requires administrator privileges, which Tallyglass does not request — use System Settings → General → Time Machine → Options.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

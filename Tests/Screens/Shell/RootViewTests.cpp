@@ -65,7 +65,7 @@ TEST_F(RootViewTest, showsASectionByKeyboardAndByScreenReader) {
 
     screen.tree().get(QAccessible::ListItem, "Exclusions").press();
     EXPECT_TRUE(isSelected("Exclusions"));
-    EXPECT_TRUE(screen.tree().hasText("Managing what is left out of backups is on its way."));
+    EXPECT_TRUE(screen.tree().hasText("What's left out of backups"));
     EXPECT_FALSE(screen.tree().hasText("Comparing backups needs Full Disk Access"));
 }
 
