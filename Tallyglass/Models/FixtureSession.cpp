@@ -38,6 +38,7 @@ ScreenActions actionsOf(std::string_view name, const FixtureMachine& machine) {
         actions.comparing = name == "compare-running" ? begin : finish;
         actions.liftsDepthLimit = name == "compare-failure";
     }
+    actions.togglesExclusion = name == "exclusions-failure";
     if (name == "changes-waiting" || name == "history-running")
         actions.changes = {.elapsed = "0:02", .hasReceived = false};
     else if (name == "changes-running" || name == "changes-network")

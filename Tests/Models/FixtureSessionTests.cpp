@@ -1,14 +1,17 @@
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/BackupChangesModel.h"
 #include "Tallyglass/Models/DiffModel.h"
+#include "Tallyglass/Models/ExclusionsModel.h"
 #include "Tallyglass/Models/FixtureSession.h"
 #include "Tests/Support/Models/ReadMachine.h"
 #include "Tests/Support/QtMain/EventLoop.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 namespace tallyglass {
 namespace {
@@ -112,6 +115,33 @@ TEST_F(Fixture, comparesItsBackups) {
     waitUntil([&] { return running->progressText() == "Running tmutil compare…"; });
     running->cancel();
     waitUntil([&] { return running->error() == "Comparison cancelled."; });
+}
+
+TEST_F(Fixture, watchesItemsOfEveryKind) {
+    const auto watch = [](std::string_view name) {
+        auto model = std::make_unique<ExclusionsModel>(session(name).environment);
+        model->refresh();
+        waitUntil([&] { return model->isLoaded(); });
+        return model;
+    };
+    EXPECT_THAT(watch("healthy")->statuses(), IsEmpty());
+    const auto items = watch("exclusions-items");
+    std::vector<std::string_view> explanations;
+    for (const auto& status : items->statuses())
+        explanations.push_back(status.explanation());
+    std::ranges::sort(explanations);
+    EXPECT_EQ(std::ranges::unique(explanations).size(), 0u);
+    EXPECT_THAT(explanations, SizeIs(5));
+
+    for (const auto& [name, fails] : {std::pair("exclusions-items", false), {"exclusions-failure", true}}) {
+        const auto model = watch(name);
+        const auto item =
+            *std::ranges::find(model->statuses(), ExclusionState::included, &ExclusionStatus::state);
+        model->setExcluded(true, item.path);
+        waitUntil([&] { return !model->isBusy(); });
+        EXPECT_EQ(model->error().has_value(), fails) << name;
+        EXPECT_EQ(std::ranges::count(model->statuses(), item), fails ? 1 : 0) << name;
+    }
 }
 
 TEST_F(Fixture, showsTheChangesInItsNewestBackup) {

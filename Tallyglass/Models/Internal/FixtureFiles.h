@@ -1,5 +1,4 @@
-// The temporary folder of a made-up machine, with the files that Time Machine keeps there. Immutable; any
-// thread.
+// The temporary folder of a made-up machine, with the files that Time Machine keeps there. Any thread.
 
 #pragma once
 

@@ -231,7 +231,7 @@ struct Session {
     Machine (*make)(Date now);
 };
 
-constexpr std::array<Session, 30> sessions{{
+constexpr std::array<Session, 32> sessions{{
     {"healthy", healthy},
     {"warning", warning},
     {"critical", critical},
@@ -262,6 +262,8 @@ constexpr std::array<Session, 30> sessions{{
     {"history-none", healthy},
     {"history-running", withHelper},
     {"history-failure", healthy},
+    {"exclusions-items", healthy},
+    {"exclusions-failure", healthy},
 }};
 
 } // namespace

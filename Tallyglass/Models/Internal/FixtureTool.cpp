@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace tallyglass {
@@ -82,7 +83,8 @@ std::string statusText(const BackupStatus& status) {
 
 FixtureTool::FixtureTool(std::string_view name, Date now)
     : m_machine(FixtureMachine::make(name, now).value()), m_files(m_machine),
-      m_comparisons(comparisonsOf(name, newestBackup(m_machine, now), m_files)), m_now(now) {}
+      m_comparisons(comparisonsOf(name, newestBackup(m_machine, now), m_files)),
+      m_exclusions(name, m_files, m_machine.settings.skipPaths), m_now(now) {}
 
 Date FixtureTool::now() const {
     return m_machine.rate && m_readings < 2 ? m_now - std::chrono::duration<double>(AppModel::runningInterval)
@@ -125,6 +127,8 @@ TMUtilResult FixtureTool::run(const TMUtilRunner::Arguments& arguments, const TM
         return answer(m_comparisons.listing, onBytes, stop);
     if (verb == "compare")
         return answer(comparison(arguments), onBytes, stop);
+    if (verb == "isexcluded" || verb == "addexclusion" || verb == "removeexclusion")
+        return m_exclusions.run(verb, std::span(arguments).subspan(1));
     return success({});
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "Tallyglass/Models/Internal/FixtureExclusions.h"
 #include "Tallyglass/Models/Internal/FixtureFiles.h"
 #include "Tallyglass/Models/Internal/FixtureMachine.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"
@@ -34,6 +35,7 @@ private:
     const FixtureMachine m_machine;
     const FixtureFiles m_files;
     const FixtureComparisons m_comparisons;
+    const FixtureExclusions m_exclusions;
     const Date m_now;
     std::atomic<int> m_readings = 0; ///< of the status
 };

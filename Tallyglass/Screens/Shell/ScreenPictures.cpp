@@ -5,7 +5,9 @@
 #include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "Tallyglass/Screens/Exclusions/ExclusionsViewModel.h"
 #include "Tallyglass/Screens/FileHistory/FileHistoryViewModel.h"
+#include "TallyglassKit/Insight/ExclusionStatus.h"
 #include "TallyglassKit/Platform/Error.h"
 
 #include <fmt/format.h>
@@ -17,6 +19,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSaveFile>
+#include <algorithm>
 #include <cmath>
 
 namespace tallyglass {
@@ -104,6 +107,7 @@ void ScreenPictures::saveSections() {
         auto& screen = part<QQuickItem>(m_root, "screen");
         compareBackups(screen);
         traceFile(screen);
+        awaitExclusions(screen);
         saveFrame({});
         savePages(screen);
     }
@@ -154,6 +158,23 @@ void ScreenPictures::traceFile(const QQuickItem& screen) {
         waitForEvents();
     if (!history->presence().empty())
         history->selectBackup(history->presence().size() / 2);
+    settle();
+}
+
+void ScreenPictures::awaitExclusions(const QQuickItem& screen) {
+    const auto* viewModel = screen.findChild<ExclusionsViewModel*>();
+    if (!viewModel)
+        return;
+    ExclusionsModel& exclusions = *viewModel->exclusions();
+    const auto awaitRest = [&] {
+        while (exclusions.isBusy())
+            waitForEvents();
+    };
+    awaitRest();
+    const auto item = std::ranges::find_if(exclusions.statuses(), &ExclusionStatus::canToggle);
+    if (m_actions.togglesExclusion && !exclusions.error() && item != exclusions.statuses().end())
+        exclusions.setExcluded(!item->isExcluded(), item->path);
+    awaitRest();
     settle();
 }
 

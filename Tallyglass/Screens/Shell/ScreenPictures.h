@@ -48,6 +48,8 @@ private:
     void compareBackups(const QQuickItem& screen);
     /// Once: traces a file if this is the screen that does.
     void traceFile(const QQuickItem& screen);
+    /// Waits until the screen of exclusions shows its items, and does once what is to be done there.
+    void awaitExclusions(const QQuickItem& screen);
     void savePages(QQuickItem& screen);
     void saveSheets();
     /// Waits until a sheet of changes shows what it is about.
