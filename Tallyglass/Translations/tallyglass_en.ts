@@ -605,13 +605,6 @@
     </message>
 </context>
 <context>
-    <name>DropHint</name>
-    <message>
-        <source>Drop to add to the list</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>ExclusionMenu</name>
     <message>
         <source>Copy Path</source>
@@ -688,6 +681,10 @@
     </message>
     <message>
         <source>Excluding an item marks it with an extended attribute that Time Machine checks. The item&apos;s contents are never modified, and the change takes effect on the next backup.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop files or folders to track them here</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -878,10 +875,6 @@
 <context>
     <name>FileHistoryView</name>
     <message>
-        <source>Drop a file or folder to trace it</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>File History</source>
         <translation type="unfinished"></translation>
     </message>
@@ -895,6 +888,10 @@
     </message>
     <message>
         <source>Not found in any backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drop to trace the item</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -218,27 +218,29 @@ TEST(LiveExclusions, excludeAndIncludeARealItem) {
     AppEnvironment environment(SystemPaths(machine.root()), TMUtilRunner(machine.tool()));
     environment.defaults = UserDefaults(machine.folder() / "defaults.json");
     ExclusionsModel model(environment);
-    const auto state = [&](ExclusionState expected) {
-        waitUntil([&] { return !model.isBusy(); });
-        return !model.error() && model.statuses().front().state == expected &&
-               model.statuses().front().canToggle();
-    };
+    const auto settle = [&] { waitUntil([&] { return !model.isBusy(); }); };
     model.addPaths({item});
-    ASSERT_TRUE(state(ExclusionState::included));
+    settle();
+    EXPECT_THAT(model.statuses(), ElementsAre(ExclusionStatus{item, ExclusionState::included, {}}));
 
     model.setExcluded(true, item);
-    EXPECT_TRUE(state(ExclusionState::excluded)) << model.error().value_or("");
-    EXPECT_EQ(model.statuses().front().reason, ExclusionReason::ownMarker);
+    settle();
+    EXPECT_THAT(model.statuses(),
+                ElementsAre(ExclusionStatus{item, ExclusionState::excluded, ExclusionReason::ownMarker}))
+        << model.error().value_or("");
     machine.backUp();
     EXPECT_FALSE(fs::exists(machine.inBackup(machine.backups().back()) / "notes.txt"));
 
     model.setExcluded(false, item);
-    EXPECT_TRUE(state(ExclusionState::included)) << model.error().value_or("");
+    settle();
+    EXPECT_THAT(model.statuses(), ElementsAre(ExclusionStatus{item, ExclusionState::included, {}}));
+
     fs::remove(item);
     model.refresh();
-    EXPECT_TRUE((waitUntil([&] { return !model.isBusy(); }), !model.statuses().front().canToggle()));
+    settle();
+    EXPECT_THAT(model.statuses(), ElementsAre(ExclusionStatus{item, ExclusionState::unknown, {}}));
     model.setExcluded(true, item);
-    waitUntil([&] { return !model.isBusy(); });
+    settle();
     EXPECT_EQ(model.error(), item + ": Error (-43) while attempting to change exclusion setting.");
 }
 

@@ -87,6 +87,7 @@ ItemRow {
         y: row.stacked ? texts.y + (path.height - height) / 2 : (row.height - height) / 2
         flat: true
         enabled: !row.busy
+        opacity: !enabled ? 0.4 : hovered ? 1 : 0.65 // one in each row, which mustn't outshine the text
         focusPolicy: Qt.NoFocus
         systemImage: "xmark.circle.fill"
         hint: qsTr("Stop tracking this item here. Does not change its exclusion.")

@@ -43,19 +43,10 @@ ScrollPage {
         visible: exclusionsViewModel.skipPaths.length > 0
         viewModel: exclusionsViewModel
     }
-    DropArea {
-        id: dropArea
+    FileDropArea {
         parent: page // the visible part
         anchors.fill: parent
-        onEntered: drag => drag.accepted = exclusionsViewModel.canDrop(drag.urls)
-        onDropped: drop => {
-            exclusionsViewModel.drop(drop.urls);
-            drop.accept(Qt.CopyAction); // never a move, after which the items would be deleted
-        }
-
-        DropHint {
-            anchors { fill: parent; margins: Theme.unit }
-            visible: dropArea.containsDrag
-        }
+        text: qsTr("Drop files or folders to track them here")
+        onFilesDropped: urls => exclusionsViewModel.drop(urls)
     }
 }

@@ -57,13 +57,9 @@ void ExclusionsViewModel::showPanel(FilePanel::Kind kind) {
                               });
 }
 
-bool ExclusionsViewModel::canDrop(const QList<QUrl>& urls) const {
-    return m_exclusions && !FilePanels::localFiles(urls).empty();
-}
-
 void ExclusionsViewModel::drop(const QList<QUrl>& urls) {
-    if (canDrop(urls))
-        m_exclusions->addPaths(FilePanels::localFiles(urls));
+    if (const auto items = FilePanels::localFiles(urls); m_exclusions && !items.empty())
+        m_exclusions->addPaths(items);
 }
 
 void ExclusionsViewModel::setExcluded(bool excluded, const QString& path) {

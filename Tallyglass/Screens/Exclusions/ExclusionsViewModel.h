@@ -45,9 +45,8 @@ public:
     Q_INVOKABLE void appear();
 
     // The controls. None does anything before the application's model is there.
-    Q_INVOKABLE void addItems();  ///< asks for files
-    Q_INVOKABLE void addFolder(); ///< asks for a folder
-    Q_INVOKABLE bool canDrop(const QList<QUrl>& urls) const;
+    Q_INVOKABLE void addItems();                    ///< asks for files
+    Q_INVOKABLE void addFolder();                   ///< asks for a folder
     Q_INVOKABLE void drop(const QList<QUrl>& urls); ///< adds those that are local
     Q_INVOKABLE void setExcluded(bool excluded, const QString& path);
     Q_INVOKABLE void toggle(const QString& path); ///< if it can be and nothing runs

@@ -3,7 +3,7 @@ import Tallyglass.Controls
 import Tallyglass.Exclusions
 
 // Adds items, and lists those that are watched. The list is as high as its rows, but no higher than lets the whole card
-// be in view.
+// be in view, or at least the whole list.
 Card {
     id: card
     required property ExclusionsViewModel viewModel
@@ -61,7 +61,7 @@ Card {
         readonly property real largestHeight: card.pageHeight - y - card.padding * 2
 
         width: parent.width
-        height: Math.min(items.contentHeight, Math.max(Theme.rowHeight * 4, largestHeight))
+        height: Math.min(items.contentHeight, Math.max(card.pageHeight * 0.8, largestHeight))
         visible: items.count > 0
 
         ItemList {

@@ -13,14 +13,6 @@ ScrollPage {
         id: historyViewModel
         context: page.context
     }
-    FileDropArea {
-        parent: page // the visible part
-        anchors.fill: parent
-        enabled: !historyViewModel.isLocked
-        text: qsTr("Drop a file or folder to trace it")
-        onFilesDropped: urls => historyViewModel.traceItem(urls[0])
-    }
-
     Title {
         width: parent.width
         text: qsTr("File History")
@@ -57,5 +49,12 @@ ScrollPage {
         visible: historyViewModel.content.tiles.length > 0
         viewModel: historyViewModel
         page: page
+    }
+    FileDropArea {
+        parent: page // the visible part
+        anchors.fill: parent
+        enabled: !historyViewModel.isLocked
+        text: qsTr("Drop to trace the item")
+        onFilesDropped: urls => historyViewModel.traceItem(urls)
     }
 }

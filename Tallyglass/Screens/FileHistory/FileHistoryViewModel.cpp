@@ -87,9 +87,10 @@ void FileHistoryViewModel::trace(const QString& path) {
     scan();
 }
 
-void FileHistoryViewModel::traceItem(const QUrl& item) {
-    if (m_history && item.isLocalFile())
-        m_history->trace(item.toLocalFile().toStdString());
+void FileHistoryViewModel::traceItem(const QList<QUrl>& urls) {
+    const auto items = FilePanels::localFiles(urls);
+    if (m_history && !items.empty())
+        m_history->trace(items.front());
 }
 
 void FileHistoryViewModel::chooseItem() {

@@ -10,6 +10,7 @@
 #include "Tallyglass/Screens/FileHistory/PresenceCells.h"
 #include "Tallyglass/Screens/FileHistory/VersionListModel.h"
 
+#include <QList>
 #include <QProperty>
 #include <QStringList>
 #include <QUrl>
@@ -62,8 +63,8 @@ public:
     Q_INVOKABLE void scan();
     Q_INVOKABLE void cancel();
     Q_INVOKABLE void trace(const QString& path);
-    /// An item of the file system, dropped here; anything else is ignored.
-    Q_INVOKABLE void traceItem(const QUrl& item);
+    /// The first item of the file system among those that were dropped here.
+    Q_INVOKABLE void traceItem(const QList<QUrl>& urls);
     Q_INVOKABLE void chooseItem();
     Q_INVOKABLE void cancelExport();
 

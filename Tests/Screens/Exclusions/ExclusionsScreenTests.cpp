@@ -96,7 +96,7 @@ protected:
                               Qt::NoModifier);
         QCoreApplication::sendEvent(screen->window(), &enter);
         layOut();
-        const bool isTaken = has(Role::AlertMessage, "Drop to add to the list");
+        const bool isTaken = has(Role::Heading, "Drop files or folders to track them here");
         if (drops) {
             QDropEvent drop(position, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
             QCoreApplication::sendEvent(screen->window(), &drop);
@@ -107,7 +107,7 @@ protected:
             QCoreApplication::sendEvent(screen->window(), &leave);
         }
         layOut();
-        EXPECT_FALSE(has(Role::AlertMessage, "Drop to add to the list"));
+        EXPECT_FALSE(has(Role::Heading, "Drop files or folders to track them here"));
         return isTaken;
     }
 
@@ -123,7 +123,7 @@ TEST_F(ExclusionsOnScreen, saysThatNothingIsTracked) {
     EXPECT_TRUE(has(Role::Heading, "What's left out of backups"));
     EXPECT_TRUE(hasText(nothingTracked));
     EXPECT_FALSE(has(Role::Heading, "System-wide rules"));
-    EXPECT_FALSE(has(Role::ProgressBar, "Updating exclusions"));
+    EXPECT_FALSE(has(Role::Indicator, "Updating exclusions"));
     EXPECT_THAT(stage.machine.calls(), IsEmpty());
 }
 
@@ -131,11 +131,11 @@ TEST_F(ExclusionsOnScreen, claimsNothingBeforeItKnows) {
     watch({"/a"});
     stage.machine.hold("isexcluded");
     screen = std::make_unique<test::QmlScreen>("ExclusionsView {}", stage.properties());
-    screen->until([this] { return has(Role::ProgressBar, "Updating exclusions"); });
+    screen->until([this] { return has(Role::Indicator, "Updating exclusions"); });
     EXPECT_FALSE(hasText(nothingTracked));
     stage.machine.answer("isexcluded", "[Included] /a\n");
     screen->until([this] { return screen->tree().value("/a") == "Included in backups."; });
-    EXPECT_FALSE(has(Role::ProgressBar, "Updating exclusions"));
+    EXPECT_FALSE(has(Role::Indicator, "Updating exclusions"));
 }
 
 TEST_F(ExclusionsOnScreen, listsTheRulesOfTheSystem) {
@@ -161,8 +161,8 @@ TEST_F(ExclusionsOnScreen, saysInTheRowThatAChangeIsRunning) {
     openWithItems();
     stage.machine.hold("addexclusion");
     get(Role::CheckBox, "Excluded").press();
-    screen->until([this] { return has(Role::ProgressBar, "Excluding…"); });
-    EXPECT_TRUE(has(Role::ProgressBar, "Updating exclusions"));
+    screen->until([this] { return has(Role::Indicator, "Excluding…"); });
+    EXPECT_TRUE(has(Role::Indicator, "Updating exclusions"));
     EXPECT_FALSE(get(Role::CheckBox, "Excluded").isEnabled());
     EXPECT_FALSE(get(Role::Button, "Stop tracking").isEnabled());
     EXPECT_TRUE(get(Role::Button, "Add Items").isEnabled());
@@ -173,7 +173,7 @@ TEST_F(ExclusionsOnScreen, saysInTheRowThatAChangeIsRunning) {
     settle();
     EXPECT_FALSE(get(Role::CheckBox, "Excluded").isChecked()) << "as it was before";
     EXPECT_TRUE(get(Role::CheckBox, "Excluded").isEnabled());
-    EXPECT_FALSE(has(Role::ProgressBar, "Excluding…"));
+    EXPECT_FALSE(has(Role::Indicator, "Excluding…"));
 }
 
 TEST_F(ExclusionsOnScreen, togglesAndStopsTrackingByKeyboard) {
