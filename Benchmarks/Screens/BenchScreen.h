@@ -30,8 +30,8 @@ public:
 
     /// Lets bindings and layouts come to rest.
     void settle();
-    /// Draws what has changed at once, instead of at the next tick. Throws std::exception if no frame was drawn
-    /// since the last call.
+    /// Draws what has changed at once, instead of at the next tick. Throws std::exception if no frame was
+    /// drawn since the last call.
     void drawFrame();
 
 private:

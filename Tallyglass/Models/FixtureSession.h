@@ -35,7 +35,7 @@ struct ScreenActions {
     std::optional<Standstill> changes = {};
     std::optional<std::string> tracedPath = {}; ///< else a file that the comparison found changed
     bool traces = true;
-    bool tracesForever = false; ///< the scan doesn't end
+    bool tracesForever = false;    ///< the scan doesn't end
     bool togglesExclusion = false; ///< of the first watched item that can be toggled
 };
 

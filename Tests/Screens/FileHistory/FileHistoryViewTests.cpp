@@ -123,9 +123,8 @@ TEST_F(FileHistoryOnScreen, showsAFailure) {
     open();
     trace();
     EXPECT_TRUE(viewModel->content().error.startsWith(QStringLiteral("Backups couldn't be listed: ")));
-    screen->until([this] {
-        return screen->tree().find(Role::AlertMessage, viewModel->content().error).has_value();
-    });
+    screen->until(
+        [this] { return screen->tree().find(Role::AlertMessage, viewModel->content().error).has_value(); });
 }
 
 TEST_F(FileHistoryOnScreen, walksTheStripByKeyboard) {
