@@ -7,17 +7,34 @@
 namespace tallyglass {
 
 QUrl FilePanel::suggestion() const {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir folder = documents.exists() ? documents : QDir::home();
     return name.isEmpty() ? QUrl() : QUrl::fromLocalFile(folder.filePath(name));
 }
+
+namespace {
+
+/// The path of a local file; empty for anything else. Qt's own dialog gives a file whose name was typed as a
+/// URL without a scheme, in which some characters of the name end the path.
+QString localPath(const QUrl& url) {
+    if (url.isLocalFile())
+        return url.toLocalFile();
+    if (!url.scheme().isEmpty() || !url.path().startsWith(QLatin1Char('/')))
+        return {};
+    return url.path(QUrl::FullyDecoded) +
+           (url.hasQuery() ? QLatin1Char('?') + url.query(QUrl::FullyDecoded) : QString()) +
+           (url.hasFragment() ? QLatin1Char('#') + url.fragment(QUrl::FullyDecoded) : QString());
+}
+
+} // namespace
 
 FilePanels::FilePanels(Alerts& alerts, QObject* parent) : QObject(parent), m_alerts(alerts) {}
 
 FilePanels::Choice FilePanels::localFiles(const QList<QUrl>& urls) {
     Choice choice;
     for (const QUrl& url : urls)
-        if (url.isLocalFile())
-            choice.emplace_back(QFile::encodeName(url.toLocalFile()).toStdString());
+        if (const QString path = localPath(url); !path.isEmpty())
+            choice.emplace_back(QFile::encodeName(path).toStdString());
     return choice;
 }
 

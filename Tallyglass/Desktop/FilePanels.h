@@ -32,7 +32,7 @@ public:
 
     [[nodiscard]] bool asksForFolder() const { return kind == Kind::openFolder; }
     [[nodiscard]] bool asksToSave() const { return kind == Kind::save; }
-    /// Where a save panel starts: the name in the user's documents folder.
+    /// Where a save panel starts: the name in the user's documents folder, or in the home folder without one.
     [[nodiscard]] QUrl suggestion() const;
 
     friend bool operator==(const FilePanel&, const FilePanel&) = default;

@@ -38,6 +38,14 @@ std::string nameOf(const FileVersion& version) {
     return std::filesystem::path(version.path).filename().string();
 }
 
+/// The path on the Mac of an item of this file system, in which the Mac's folders may have another root.
+std::string pathOnMac(const std::filesystem::path& item, const SystemPaths& paths) {
+    if (const auto backup = BackupPath::containing(item.string()))
+        return backup->logicalPath;
+    const auto below = item.lexically_relative(paths.root());
+    return below.empty() || *below.begin() == ".." ? item.string() : "/" + below.string();
+}
+
 /// A copy of the file in a temporary folder that only the user can enter; the system cleans it up. Blocks.
 std::filesystem::path readOnlyCopyOf(const FileVersion& version, const std::stop_token& stop) {
     QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/tallyglass-open-XXXXXX"));
@@ -124,8 +132,7 @@ void FileHistoryModel::cancelScan() {
 }
 
 void FileHistoryModel::trace(const std::filesystem::path& item) {
-    const auto backup = BackupPath::containing(item.string());
-    setLogicalPath(backup ? backup->logicalPath : item.string());
+    setLogicalPath(pathOnMac(item, m_environment.paths));
     scan();
 }
 

@@ -901,6 +901,14 @@
         <source>Qt can&apos;t make the dialog. A part of Qt that it needs may be missing.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>FilePanels</name>

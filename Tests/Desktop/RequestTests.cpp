@@ -80,6 +80,12 @@ TEST(FilePanels, giveTheChosenFilesAndNothingThatIsNone) {
     EXPECT_EQ(panels.current().kind, FilePanel::Kind::none);
 }
 
+TEST(FilePanels, giveAFileWhoseNameWasTypedIntoTheDialog) {
+    const QList<QUrl> typed{QUrl("/home/a/new name.txt"), QUrl("/home/a/50% #1?.txt"), QUrl("relative"),
+                            QUrl()};
+    EXPECT_THAT(FilePanels::localFiles(typed), ElementsAre("/home/a/new name.txt", "/home/a/50% #1?.txt"));
+}
+
 TEST(FilePanels, giveNothingWhenTheUserDeclines) {
     Alerts alerts;
     FilePanels panels(alerts);

@@ -169,12 +169,15 @@ TEST_F(FileHistory, remembersTheTenPathsThatWereTracedLast) {
     EXPECT_EQ(next.recentPaths(), model.recentPaths());
 }
 
-TEST_F(FileHistory, tracesTheItemOnTheMacOfAnItemInABackup) {
+TEST_F(FileHistory, tracesTheItemOnTheMacOfAnItemElsewhere) {
     setVersions({"a", "b"});
     model.trace(roots[0] + "/Data" + path);
     EXPECT_EQ(model.logicalPath(), path);
     waitUntil([this] { return !model.progress(); });
     EXPECT_THAT(model.spans(), SizeIs(2));
+
+    model.trace(machine.folder() / "Users/me/item"); // the machine's root is this folder
+    EXPECT_EQ(model.logicalPath(), "/Users/me/item");
 
     model.chooseItem();
     panels.answer({QUrl::fromLocalFile("/Users/me/other")});

@@ -10,7 +10,7 @@
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
 
-#include <QtQml/qqmlregistration.h> // QML_FOREIGN
+#include <QtQml/qqml.h> // QML_FOREIGN
 
 namespace tallyglass {
 

@@ -73,8 +73,8 @@ ItemRow {
     Button {
         id: exportButton
         anchors { right: parent.right; rightMargin: row.rightPadding; verticalCenter: parent.verticalCenter }
-        text: row.width < Theme.unit * 44 * Theme.textScale ? "" : hint
-        hint: qsTr("Export")
+        text: row.width < Theme.unit * 44 * Theme.textScale ? "" : qsTr("Export")
+        hint: text === "" ? qsTr("Export") : ""
         systemImage: "square.and.arrow.up"
         enabled: row.canExport
         focusPolicy: Qt.NoFocus

@@ -17,6 +17,7 @@ Item {
         id: files
         title: dialog.panel.message
         fileMode: dialog.panel.asksToSave ? FileDialog.SaveFile : FileDialog.OpenFiles
+        acceptLabel: dialog.panel.asksToSave ? qsTr("Save") : qsTr("Open")
         onAccepted: dialog.answered(dialog.panel.asksToSave ? [selectedFile] : selectedFiles)
         onRejected: dialog.answered([])
     }
