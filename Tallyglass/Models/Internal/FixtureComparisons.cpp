@@ -138,14 +138,12 @@ FixtureComparisons FixtureComparisons::make(std::string_view name, Date newest) 
         all.backups = {.isWaiting = true};
     else if (name == "compare-failure")
         all.backups = {.failure = "The backup disk was disconnected while tmutil compared the two backups."};
-    else if (name == "changes-waiting")
+    else if (name == "changes-waiting" || name == "history-running")
         all.listing = {.isWaiting = true};
     else if (name == "changes-running" || name == "changes-network")
         all.changes = {.isWaiting = true, .bytesBeforeWait = 3'410'220};
     else if (name == "changes-failure")
         all.changes = {.failure = "tmutil: the backup disk was disconnected."};
-    else if (name == "history-running")
-        all.listing = {.isWaiting = true};
     else if (name == "history-failure")
         all.listing = {.failure = "tmutil: the backup disk was disconnected."};
     else if (name == "history-many")
