@@ -105,7 +105,8 @@ std::vector<Command> allCommands() {
 }
 
 /// What is wrong with the arguments, for which the parser threw `error`.
-std::string wordsFor(const CLI::ParseError& error, const CLI::App& app, std::span<const Command> commands) {
+std::string describeUsageError(const CLI::ParseError& error, const CLI::App& app,
+                               std::span<const Command> commands) {
     if (!app.get_subcommands().empty())
         return std::string(error.what()) + " See tally --help.";
     const auto rest = app.remaining();
@@ -118,7 +119,7 @@ std::string wordsFor(const CLI::ParseError& error, const CLI::App& app, std::spa
     std::vector<std::string> names;
     for (const auto& command : commands)
         names.push_back(command.name);
-    const auto near = wordsNear(*word, names);
+    const auto near = nearestWords(*word, names);
     return fmt::format("There is no command {}{} See tally --help.", *word,
                        near.empty() ? "." : fmt::format("; did you mean {}?", fmt::join(near, " or ")));
 }
@@ -165,7 +166,7 @@ int runTally(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) // --help
             return app.exit(error);
-        return fail(wrongUsage, wordsFor(error, app, commands));
+        return fail(wrongUsage, describeUsageError(error, app, commands));
     }
 
     return perform(*chosen, root, json);

@@ -28,7 +28,7 @@ std::size_t distance(std::string_view a, std::string_view b) {
 
 } // namespace
 
-std::vector<std::string> wordsNear(std::string_view word, std::span<const std::string> words) {
+std::vector<std::string> nearestWords(std::string_view word, std::span<const std::string> words) {
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const auto& candidate : words) {
         const bool begins = !word.empty() && candidate.starts_with(word);

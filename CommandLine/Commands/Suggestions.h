@@ -10,6 +10,7 @@
 namespace tallyglass::commandline {
 
 /// The words that differ from `word` by few letters, or begin with it; the nearest first, at most three.
-[[nodiscard]] std::vector<std::string> wordsNear(std::string_view word, std::span<const std::string> words);
+[[nodiscard]] std::vector<std::string> nearestWords(std::string_view word,
+                                                    std::span<const std::string> words);
 
 } // namespace tallyglass::commandline

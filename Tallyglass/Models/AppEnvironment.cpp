@@ -23,6 +23,6 @@ AppEnvironment::AppEnvironment(SystemPaths systemPaths, TMUtilRunner tool)
     : paths(std::move(systemPaths)), runner(std::move(tool)), clock(systemTime),
       probeAccess([paths = paths] { return FullDiskAccessProbe::probe(paths); }),
       makeTimer([] { return std::make_unique<ContinuousTimer>(); }),
-      cache(std::make_shared<CacheSession>(runner)), userName(loginName()) {}
+      cache(std::make_shared<CacheSession>(runner)), userName(loginName) {}
 
 } // namespace tallyglass

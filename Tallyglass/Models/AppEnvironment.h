@@ -32,7 +32,7 @@ struct AppEnvironment {
     TimerFactory makeTimer;                 ///< timers that count through sleep
     std::shared_ptr<CacheSession> cache;    ///< runs `runner`; never null
     UserDefaults defaults;                  ///< read and written on the pool
-    std::string userName;                   ///< with which the user logged in
+    std::function<std::string()> userName;  ///< the name with which the user logged in
     Workspace* workspace = nullptr;         ///< outlives the models; without one nothing is opened
 };
 

@@ -57,7 +57,7 @@ AppEnvironment environmentOf(const std::shared_ptr<FixtureTool>& tool, double pa
     result.probeAccess = [access = tool->machine().access] { return access; };
     result.cache = std::make_shared<CacheSession>(result.runner, tool->files().cache());
     result.defaults = UserDefaults(tool->files().defaults());
-    result.userName = "alex";
+    result.userName = [] { return std::string("alex"); };
     return result;
 }
 

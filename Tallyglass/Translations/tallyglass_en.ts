@@ -810,6 +810,10 @@
         <source>Enter a path as it appears on your Mac, for example %1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1, %2, latest</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>FileHistoryModel</name>
@@ -1486,10 +1490,6 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
 </context>
 <context>
     <name>VersionRow</name>
-    <message>
-        <source>latest</source>
-        <translation type="unfinished"></translation>
-    </message>
     <message>
         <source>LATEST</source>
         <translation type="unfinished"></translation>

@@ -90,15 +90,9 @@ std::string BackupPath::reconstructRoot(std::string_view destinationUUID, Date c
 }
 
 bool BackupPath::isInBackup(std::string_view path) {
-    if (std::string(path).append("/").find(mountPrefix) != std::string::npos)
-        return true;
-    while (!path.empty()) {
-        const auto component = path.substr(0, path.find('/'));
-        if (component == "Backups.backupdb" || timestampOfRoot(component))
-            return true;
-        path.remove_prefix(std::min(component.size() + 1, path.size()));
-    }
-    return false;
+    const std::string text = "/" + std::string(path) + "/";
+    return text.find(mountPrefix) != std::string::npos ||
+           text.find("/Backups.backupdb/") != std::string::npos || containing(path).has_value();
 }
 
 std::string BackupPath::stamp(Date date) {

@@ -10,23 +10,10 @@ Card {
 
     Accessible.name: qsTr("Summary")
 
-    Grid { // not a layout of Qt's, which crashes when tiles go
-        id: tiles
+    StatTiles {
         width: parent.width
         columns: card.width < Theme.unit * 64 * Theme.textScale ? 2 : 4
-        columnSpacing: Theme.unit * 2
-        rowSpacing: Theme.unit * 1.5
-        Repeater {
-            model: card.content.tiles
-            StatTile {
-                required property statTileContent modelData
-                width: Math.floor((tiles.width + tiles.columnSpacing) / tiles.columns) - tiles.columnSpacing
-                label: modelData.label
-                value: modelData.value
-                caption: modelData.caption
-                tint: Theme.textColors[modelData.role]
-            }
-        }
+        contents: card.content.tiles
     }
     RowLayout {
         width: parent.width

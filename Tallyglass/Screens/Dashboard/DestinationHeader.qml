@@ -91,11 +91,12 @@ Card {
                 }
             }
         }
-        DestinationTiles {
+        StatTiles {
             id: tiles
             x: header.tilesBelow ? 0 : texts.x
             y: (header.tilesBelow ? area.headHeight : texts.y + texts.height) + area.gap
             width: parent.width - x
+            columns: width < Theme.unit * 36 * Theme.textScale ? 1 : 3
             contents: header.tileContents
         }
     }

@@ -28,14 +28,11 @@ void ExclusionsViewModel::update() {
     rows.reserve(m_exclusions->statuses().size());
     for (const ExclusionStatus& status : m_exclusions->statuses())
         rows.push_back(exclusionRowContent(status, m_exclusions->pendingExclusion(status.path)));
-    QStringList skipPaths;
-    for (const std::string& path : m_exclusions->skipPaths())
-        skipPaths.append(toQString(path));
 
     m_isBusy = m_exclusions->isBusy();
     m_isEmpty = m_exclusions->isLoaded() && rows.empty();
     m_error = exclusionFailure(*m_exclusions);
-    m_skipPaths = skipPaths;
+    m_skipPaths = toQStringList(m_exclusions->skipPaths());
     m_rows.setRows(std::move(rows));
 }
 

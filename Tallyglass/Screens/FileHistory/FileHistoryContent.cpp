@@ -79,6 +79,8 @@ VersionRowContent versionRowContent(const std::vector<FileVersionSpan>& spans, s
     content.isLatest = index == 0;
     content.number = static_cast<int>(spans.size() - index);
     content.numberText = FileHistory::tr("Version %1").arg(content.number);
+    content.label = (content.isLatest ? FileHistory::tr("%1, %2, latest") : QStringLiteral("%1, %2"))
+                        .arg(content.numberText, content.title);
     content.canOpen = !span.version.isDirectory;
     content.canCompare = index + 1 < spans.size();
 

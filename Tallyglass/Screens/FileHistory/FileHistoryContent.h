@@ -60,6 +60,7 @@ struct VersionRowContent {
     QML_VALUE_TYPE(versionRowContent)
 
     Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(bool isLatest MEMBER isLatest)
     Q_PROPERTY(QString details MEMBER details)
     Q_PROPERTY(int number MEMBER number)
@@ -69,6 +70,7 @@ struct VersionRowContent {
 
 public:
     QString title; ///< when it was last seen
+    QString label; ///< to a screen reader
     bool isLatest = false;
     QString details;
     int number = 1; ///< the oldest version is 1

@@ -14,22 +14,10 @@ Card {
     title: qsTr("Versions")
     systemImage: "square.stack.3d.up"
 
-    Grid {
-        id: tiles
+    StatTiles {
         width: parent.width
         columns: width < Theme.unit * 36 * Theme.textScale ? 1 : 3
-        columnSpacing: Theme.unit * 2
-        rowSpacing: Theme.unit * 1.5
-        Repeater {
-            model: card.content.tiles
-            StatTile {
-                required property statTileContent modelData
-                width: Math.floor((tiles.width + tiles.columnSpacing) / tiles.columns) - tiles.columnSpacing
-                label: modelData.label
-                value: modelData.value
-                caption: modelData.caption
-            }
-        }
+        contents: card.content.tiles
     }
     Column {
         width: parent.width

@@ -23,10 +23,7 @@ void FileHistoryViewModel::update() {
     if (!m_history)
         makeModel();
     m_content = fileHistoryContent(*m_history);
-    QStringList recentPaths;
-    for (const std::string& path : m_history->recentPaths())
-        recentPaths.append(toQString(path));
-    m_recentPaths = recentPaths;
+    m_recentPaths = toQStringList(m_history->recentPaths());
 }
 
 void FileHistoryViewModel::takeResult() {
@@ -48,11 +45,11 @@ void FileHistoryViewModel::setPath(const QString& path) {
 }
 
 QString FileHistoryViewModel::hint() const {
-    return model() ? pathHint(model()->environment().userName) : QString();
+    return model() ? pathHint(model()->environment().userName()) : QString();
 }
 
 QString FileHistoryViewModel::examplePath() const {
-    return model() ? tallyglass::examplePath(model()->environment().userName) : QString();
+    return model() ? tallyglass::examplePath(model()->environment().userName()) : QString();
 }
 
 void FileHistoryViewModel::selectBackup(std::size_t backup) {

@@ -12,7 +12,7 @@ ItemRow {
     signal exportRequested
 
     implicitHeight: Theme.rowHeight
-    label: version.numberText + ", " + version.title + (version.isLatest ? ", " + qsTr("latest") : "")
+    label: version.label
     description: version.details
     toolTip: title.truncated || details.truncated ? version.title + "\n" + version.details : ""
 

@@ -1,13 +1,11 @@
 import QtQuick
 import Tallyglass.Controls
 
-// A destination in numbers, side by side, or in a column where it is narrow.
+// Numbers in columns of equal width. Not a layout of Qt's, which crashes when tiles go.
 Grid {
     id: tiles
-    required property var contents
-    readonly property real tileWidth: columns === 1 ? width : (width - columnSpacing * 2) / 3
+    required property var contents // a list of statTileContent
 
-    columns: width < Theme.unit * 36 * Theme.textScale ? 1 : 3
     columnSpacing: Theme.unit * 2
     rowSpacing: Theme.unit * 1.5
 
@@ -15,10 +13,11 @@ Grid {
         model: tiles.contents
         StatTile {
             required property statTileContent modelData
-            width: tiles.tileWidth
+            width: Math.floor((tiles.width + tiles.columnSpacing) / tiles.columns) - tiles.columnSpacing
             label: modelData.label
             value: modelData.value
             caption: modelData.caption
+            tint: Theme.textColors[modelData.role]
         }
     }
 }
