@@ -1,6 +1,7 @@
 // What a copy does to the item that it replaces: nothing, until it is complete, whatever happens.
 
 #include "TallyglassKit/Platform/Files/FileCopy.h"
+#include "TallyglassKit/Platform/Files/FolderWalk.h"
 #include "TallyglassKit/Platform/Files/Folders.h"
 #include "Tests/Platform/Files/FaultyFiles.h"
 #include "Tests/Platform/Files/FilesTest.h"
@@ -54,11 +55,14 @@ protected:
         fs::create_symlink("nowhere", folder / "new folder/link");
         fs::permissions(folder / "new folder/b", fs::perms::owner_read | fs::perms::owner_exec);
     }
-    ~FileReplacement() override { fs::permissions(folder / "new folder/b", fs::perms::owner_all); }
+    ~FileReplacement() override {
+        fs::permissions(folder / "new folder/b", fs::perms::owner_all);
+        removeTarget();
+    }
 
     /// Puts the old item of that name, or nothing if it is empty, at the destination.
     void makeOld(const std::string& name) const {
-        fs::remove_all(folder / "target");
+        removeTarget();
         fs::create_directory(folder / "target");
         if (name == "old file")
             folder.write("target/item", "old");
@@ -91,6 +95,12 @@ protected:
     }
 
 private:
+    /// Copies in it may hold folders that their owner can't write to.
+    void removeTarget() const {
+        if (fs::exists(folder / "target"))
+            remove(WalkItem::at(folder / "target"), Removal::forced, {});
+    }
+
     std::string m_old;
 };
 
@@ -98,10 +108,11 @@ private:
 template <typename Work>
 int inChild(const Work& work) {
     const pid_t child = fork();
-    if (child == 0) {
-        work();
-        std::_Exit(0);
-    }
+    if (child == 0)
+        [&]() noexcept {
+            work();
+            std::_Exit(0);
+        }();
     int status = 0;
     waitpid(child, &status, 0);
     return status;
@@ -278,8 +289,7 @@ TEST_F(FileReplacement, leavesEverythingAsItWasWhenTheDiskIsFull) {
     makeOld("old file");
     const int status = inChild([&] {
         const std::string target = folder / "target";
-        if (unshare(geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0 ||
-            mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
             mount("tmpfs", target.c_str(), "tmpfs", 0, "size=64k") != 0)
             std::_Exit(2);
         folder.write("target/item", "old");
@@ -290,7 +300,7 @@ TEST_F(FileReplacement, leavesEverythingAsItWasWhenTheDiskIsFull) {
     });
     ASSERT_TRUE(WIFEXITED(status));
     if (WEXITSTATUS(status) == 2)
-        GTEST_SKIP() << "no file system can be mounted here";
+        GTEST_SKIP() << "only root can mount a file system";
     EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
