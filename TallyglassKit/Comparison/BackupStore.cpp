@@ -95,6 +95,17 @@ std::optional<Comparison> BackupStore::comparison(const std::string& id, std::st
     return fetchOne<Comparison>(*m_connection, id);
 }
 
+std::vector<std::optional<Comparison>> BackupStore::comparisons(std::span<const std::string> ids,
+                                                                std::stop_token stop) {
+    const Operation operation(*this, std::move(stop));
+    const Transaction transaction(*m_connection, Transaction::Kind::read);
+    std::vector<std::optional<Comparison>> result;
+    result.reserve(ids.size());
+    for (const std::string& id : ids)
+        result.push_back(fetchOne<Comparison>(*m_connection, id));
+    return result;
+}
+
 std::vector<Comparison> BackupStore::allComparisons() {
     const Operation operation(*this);
     const Query query = m_connection->query("SELECT * FROM comparison ORDER BY startedAt DESC");

@@ -51,6 +51,10 @@ public:
                                                                 std::stop_token stop = {});
     /// The comparison, partial or not.
     [[nodiscard]] std::optional<Comparison> comparison(const std::string& id, std::stop_token stop = {});
+    /// The comparisons with these identifiers, in their order; absent where there is none. One state of the
+    /// cache.
+    [[nodiscard]] std::vector<std::optional<Comparison>> comparisons(std::span<const std::string> ids,
+                                                                     std::stop_token stop = {});
     /// In descending order of start.
     [[nodiscard]] std::vector<Comparison> allComparisons();
 

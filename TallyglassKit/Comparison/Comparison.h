@@ -8,12 +8,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tallyglass {
 
 struct ChangeRecord;
 
 struct Comparison {
+    /// The errorMessage of a run that was stopped.
+    static constexpr std::string_view cancelled = "Cancelled";
+
     std::string id;       ///< see makeID
     std::string fromPath; ///< the older operand as passed to tmutil
     std::string toPath;   ///< the newer operand as passed to tmutil

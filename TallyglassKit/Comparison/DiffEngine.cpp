@@ -84,7 +84,7 @@ Comparison DiffEngine::runComparison(const Operands& operands, const CompareOpti
         send(finished);
         return finished;
     } catch (const Cancelled&) {
-        run.fail("Cancelled");
+        run.fail(std::string(Comparison::cancelled));
         throw;
     } catch (const std::exception& failure) {
         run.fail(failure.what());

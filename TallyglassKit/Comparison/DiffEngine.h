@@ -49,6 +49,20 @@ public:
     /// Called on the thread that runs the operation. Must not block.
     using OnProgress = std::function<void(const Progress&)>;
 
+    /// How far backfillAdjacentPairs is; the numbers of one value are consistent.
+    struct BackfillProgress {
+        std::int64_t completed = 0; ///< pairs that have ended, however
+        std::int64_t total = 0;
+        std::int64_t skipped = 0; ///< of the completed ones: found in the cache
+        std::int64_t failed = 0;  ///< of the completed ones: without result, also for a stop
+        std::string currentLabel; ///< what has just ended: the newer backup's name
+        friend bool operator==(const BackfillProgress&, const BackfillProgress&) = default;
+    };
+
+    /// Called from several threads at once, so that values may arrive out of order. Must neither block nor
+    /// throw.
+    using OnBackfillProgress = std::function<void(const BackfillProgress&)>;
+
     struct Backup {
         std::string path;
         std::optional<Date> date; ///< parsed from the path's last component
@@ -72,6 +86,14 @@ public:
                              const std::string& volume, const std::string& folderLogicalPath,
                              const CompareOptions& options, bool useCache, const OnProgress& progress = {},
                              const std::stop_token& stop = {}) const;
+
+    /// Compares every two neighbouring backups that the cache has no result for, the newest pair first and at
+    /// most `concurrency` (at least 1) at a time, in that many threads. Returns the comparisons that are now
+    /// finished, in the order in which they were. A pair that fails doesn't stop the others; its row records
+    /// why. After a stop no further pair is begun. Never throws, not even for a stop or without backups.
+    std::vector<Comparison> backfillAdjacentPairs(std::int64_t concurrency, const CompareOptions& options,
+                                                  const OnBackfillProgress& progress = {},
+                                                  const std::stop_token& stop = {}) const;
 
     /// The backups of the destination, oldest first; empty if they can't be listed.
     [[nodiscard]] std::vector<Backup> availableBackups(const std::stop_token& stop = {}) const;
