@@ -30,7 +30,7 @@ QString roleName(QAccessible::Role role) {
 
 QString Element::value() const {
     const QString value = m_interface->text(QAccessible::Value);
-    return value.isEmpty() ? m_interface->text(QAccessible::Description) : value;
+    return value.isEmpty() ? description() : value;
 }
 
 bool Element::isEnabled() const {

@@ -24,6 +24,7 @@ public:
     /// What the element says besides its name. A static text carries its value here, since only numbers have
     /// a value of their own in the desktop's accessibility.
     [[nodiscard]] QString value() const;
+    [[nodiscard]] QString description() const { return m_interface->text(QAccessible::Description); }
     [[nodiscard]] bool isEnabled() const;
     [[nodiscard]] bool isChecked() const { return m_interface->state().checked; }
     [[nodiscard]] bool isFocused() const { return m_interface->state().focused; }

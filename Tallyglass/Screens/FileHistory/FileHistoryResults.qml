@@ -30,7 +30,7 @@ Card {
             viewModel: card.viewModel
             Accessible.role: Accessible.Slider
             Accessible.name: qsTr("Presence in backups")
-            Accessible.description: card.viewModel.selectedBackupText
+            Accessible.description: strip.selectedText
             Accessible.focusable: true
             Accessible.onIncreaseAction: strip.moveBy(1)
             Accessible.onDecreaseAction: strip.moveBy(-1)
@@ -53,8 +53,7 @@ Card {
         }
         Caption {
             width: parent.width
-            text: strip.hoveredText !== "" ? strip.hoveredText
-                : card.viewModel.selectedBackupText !== "" ? card.viewModel.selectedBackupText
+            text: strip.caption !== "" ? strip.caption
                 : qsTr("One mark for each backup, hollow where the item is missing. Choose one to see its version.")
         }
     }

@@ -65,10 +65,6 @@ QString FileHistoryViewModel::backupText(std::size_t backup) const {
     return presenceText(m_history->versions()[backup], m_presence[backup], m_history->spans().size());
 }
 
-QString FileHistoryViewModel::selectedBackupText() const {
-    return m_selectedBackup ? backupText(*m_selectedBackup) : QString();
-}
-
 void FileHistoryViewModel::scan() {
     if (m_history)
         m_history->scan();

@@ -7,7 +7,7 @@
 #include "Tallyglass/Models/FileHistoryModel.h"
 #include "Tallyglass/Screens/Context/ViewModel.h"
 #include "Tallyglass/Screens/FileHistory/FileHistoryContent.h"
-#include "Tallyglass/Screens/FileHistory/PresenceCells.h"
+#include "Tallyglass/Screens/FileHistory/PresenceCell.h"
 #include "Tallyglass/Screens/FileHistory/VersionListModel.h"
 
 #include <QList>
@@ -31,7 +31,6 @@ class FileHistoryViewModel : public tallyglass::ViewModel {
     Q_PROPERTY(QString examplePath READ examplePath NOTIFY contextChanged)
     Q_PROPERTY(QStringList recentPaths READ recentPaths NOTIFY recentPathsChanged)
     Q_PROPERTY(tallyglass::VersionListModel* rows READ rows CONSTANT)
-    Q_PROPERTY(QString selectedBackupText READ selectedBackupText NOTIFY selectedBackupChanged)
 
 public:
     explicit FileHistoryViewModel(QObject* parent = nullptr);
@@ -57,7 +56,6 @@ public:
     void selectBackup(std::size_t backup);
     /// What is in a probed backup, such as "Nov 3, 2026 at 7:41 AM: version 2 of 4, 12 KB".
     [[nodiscard]] QString backupText(std::size_t backup) const;
-    [[nodiscard]] QString selectedBackupText() const; ///< empty without a selection
 
     // The controls. None does anything before the application's model is there.
     Q_INVOKABLE void scan();

@@ -136,16 +136,16 @@ TEST_F(FileHistoryOnScreen, walksTheStripByKeyboard) {
     item->forceActiveFocus(Qt::TabFocusReason);
 
     screen->key(Qt::Key_End);
-    EXPECT_EQ(viewModel->selectedBackupText(), dateOf(3) + ": version 2 of 2, 2 KB");
+    EXPECT_EQ(strip().description(), dateOf(3) + ": version 2 of 2, 2 KB");
     EXPECT_EQ(viewModel->rows()->currentRow(), 0);
     screen->key(Qt::Key_Left);
-    EXPECT_EQ(viewModel->selectedBackupText(), dateOf(2) + ": missing");
+    EXPECT_EQ(strip().description(), dateOf(2) + ": missing");
     screen->key(Qt::Key_PageUp);
-    EXPECT_EQ(viewModel->selectedBackupText(), dateOf(1) + ": version 1 of 2, 3 bytes");
+    EXPECT_EQ(strip().description(), dateOf(1) + ": version 1 of 2, 3 bytes");
     EXPECT_EQ(viewModel->rows()->currentRow(), 1);
     screen->key(Qt::Key_Home);
     screen->key(Qt::Key_Left);
-    EXPECT_EQ(viewModel->selectedBackupText(), dateOf(0) + ": version 1 of 2, 3 bytes");
+    EXPECT_EQ(strip().description(), dateOf(0) + ": version 1 of 2, 3 bytes");
     strip().invoke(QAccessibleActionInterface::increaseAction());
     EXPECT_EQ(viewModel->selectedBackup(), 1U);
     settle();
