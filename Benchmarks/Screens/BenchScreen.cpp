@@ -26,13 +26,14 @@ struct BenchScreen::Surroundings {
     explicit Surroundings(const AppEnvironment& environment) : model(environment) {}
 
     AppModel model;
+    DiffModel diff{model.environment()};
     NoWorkspace workspace;
     Alerts alerts;
     FilePanels panels{alerts};
     DesktopClipboard clipboard;
     HelperSetup helperSetup{model.paths(), workspace, alerts};
     UpdaterController updater{UpdaterOptions{}, alerts, workspace};
-    ScreenContext context{model, helperSetup, workspace, clipboard, alerts, panels, updater};
+    ScreenContext context{model, diff, helperSetup, workspace, clipboard, alerts, panels, updater};
 };
 
 BenchScreen::BenchScreen(const AppEnvironment& environment)

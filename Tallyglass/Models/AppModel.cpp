@@ -109,6 +109,7 @@ void AppModel::tick(bool wasRunning) {
         const bool justEnded = wasRunning && !status().isRunning;
         if (!justEnded)
             return scheduleTick();
+        emit backupEnded();
         m_pollTask = readSettings([this] { m_pollTask = readManifest([this] { scheduleTick(); }); });
     });
 }

@@ -128,6 +128,7 @@ signals:
     void permissionChanged();
     void refreshingChanged();
     void fixtureSessionChanged();
+    void backupEnded(); ///< the polling has noticed
 
 private:
     using Then = std::function<void()>;

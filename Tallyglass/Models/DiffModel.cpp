@@ -12,7 +12,9 @@
 namespace tallyglass {
 
 DiffModel::DiffModel(AppEnvironment environment, QObject* parent)
-    : QObject(parent), m_environment(std::move(environment)), m_job(m_environment) {
+    : QObject(parent), m_environment(std::move(environment)), m_job(m_environment),
+      m_backfill(m_environment) {
+    m_backfill.setOptions(options());
     connect(&m_job, &ComparisonJob::progressChanged, this, &DiffModel::progressChanged);
     connect(&m_job, &ComparisonJob::elapsedChanged, this, &DiffModel::elapsedChanged);
     connect(&m_job, &ComparisonJob::errorChanged, this, &DiffModel::errorChanged);
@@ -20,6 +22,8 @@ DiffModel::DiffModel(AppEnvironment environment, QObject* parent)
         filterRows(); // first: the indices are of the previous rows
         emit resultChanged();
     });
+    connect(this, &DiffModel::optionsChanged, &m_backfill, [this] { m_backfill.setOptions(options()); });
+    connect(&m_job, &ComparisonJob::succeeded, &m_backfill, &BackfillModel::reload);
 }
 
 DiffModel::~DiffModel() = default;
@@ -66,6 +70,15 @@ void DiffModel::compareWhenListed(const std::string& from, const std::string& to
     prepare();
 }
 
+void DiffModel::comparePair(const AdjacentPair& pair) {
+    const CompareOptions& options = m_backfill.options();
+    setUnlimitedDepth(!options.depth);
+    if (options.depth)
+        setDepth(*options.depth);
+    setCompareExtendedAttributes(options.properties.contains(CompareOptions::Property::extendedAttributes));
+    compareWhenListed(pair.from, pair.to);
+}
+
 void DiffModel::take(const ComparableBackups& found) {
     m_unavailableReason.setValue(found.unavailableReason);
     bool runs = std::exchange(m_runsWhenListed, false);
@@ -80,6 +93,7 @@ void DiffModel::take(const ComparableBackups& found) {
             setToPath(choices.back().path);
     }
     m_isLoadingBackups.setValue(false);
+    m_backfill.prepare();
     if (runs)
         run(true);
 }

@@ -1,5 +1,6 @@
 // The model behind the compare screen: it finds the backups, holds the choice of two and the options, runs a
-// comparison, and offers its rows to the screen.
+// comparison, offers its rows to the screen, and has the comparisons of all neighbouring backups prepared.
+// One for the life of the process.
 //
 // Main thread only; the cache is opened, backups are listed and comparisons run on the pool. Setting an equal
 // value emits nothing.
@@ -7,6 +8,7 @@
 #pragma once
 
 #include "Tallyglass/Models/AppEnvironment.h"
+#include "Tallyglass/Models/BackfillModel.h"
 #include "Tallyglass/Models/ComparisonJob.h"
 #include "Tallyglass/Models/Task.h"
 #include "TallyglassKit/Comparison/ChangeKind.h"
@@ -66,6 +68,14 @@ public:
     void setCompareExtendedAttributes(bool compares) { m_compareExtendedAttributes.setValue(compares); }
     [[nodiscard]] CompareOptions options() const;
 
+    /// The comparisons of all neighbouring backups, under the same options.
+    [[nodiscard]] BackfillModel& backfill() { return m_backfill; }
+    [[nodiscard]] const BackfillModel& backfill() const { return m_backfill; }
+    [[nodiscard]] const std::optional<DiffEngine::BackfillProgress>& backfillProgress() const {
+        return m_backfill.progress();
+    }
+    [[nodiscard]] std::int64_t backfillConcurrency() const { return m_backfill.concurrency(); }
+
     [[nodiscard]] bool showContentChangesOnly() const { return m_showContentChangesOnly; }
     [[nodiscard]] const std::set<ChangeKind>& kindFilter() const { return m_kindFilter; }
     [[nodiscard]] const std::string& searchText() const { return m_searchText; }
@@ -87,6 +97,8 @@ public:
     /// Chooses two backups by their roots and compares them as soon as the backups are listed, if both are
     /// among them.
     void compareWhenListed(const std::string& from, const std::string& to);
+    /// The same for a pair of the backfill, by its options.
+    void comparePair(const AdjacentPair& pair);
     /// Compares the two; stops what runs, and drops it. Does nothing before the cache is open or without a
     /// choice.
     void run(bool useCache);
@@ -114,6 +126,7 @@ private:
 
     const AppEnvironment m_environment;
     ComparisonJob m_job;
+    BackfillModel m_backfill;
     TaskHandle m_prepareTask;
     TaskHandle m_listTask;
     bool m_showContentChangesOnly = false;

@@ -37,6 +37,7 @@ ScreenActions actionsOf(std::string_view name, const FixtureMachine& machine) {
     if (name.starts_with("compare-") && name != "compare-ready") {
         actions.comparing = name == "compare-running" ? begin : finish;
         actions.liftsDepthLimit = name == "compare-failure";
+        actions.comparesAll = name == "compare-backfill";
     }
     actions.togglesExclusion = name == "exclusions-failure";
     if (name == "changes-waiting" || name == "history-running")

@@ -36,6 +36,7 @@ struct ScreenActions {
     std::optional<std::string> tracedPath = {}; ///< else a file that the comparison found changed
     bool traces = true;
     bool tracesForever = false;    ///< the scan doesn't end
+    bool comparesAll = false;      ///< all neighbouring backups, up to where that halts
     bool togglesExclusion = false; ///< of the first watched item that can be toggled
 };
 

@@ -158,7 +158,7 @@ TEST_F(Diff, keepsTheOldResultWhenTheNextRunFailsOrIsCancelled) {
     model.cancel();
     waitUntil([this] { return !model.progressText(); });
     EXPECT_EQ(model.error(), "Comparison cancelled.");
-    EXPECT_EQ(test::ProcessResources::now().children, 0u);
+    waitUntil([] { return test::ProcessResources::now().children == 0; });
     EXPECT_EQ(model.comparison(), result);
     EXPECT_THAT(visible(), ElementsAre("a.txt"));
 }
@@ -187,7 +187,7 @@ TEST_F(Diff, canBeCancelledRightAfterItsStart) {
     EXPECT_EQ(model.error(), "Comparison cancelled.");
     EXPECT_FALSE(model.comparison());
     EXPECT_TRUE(model.canRun());
-    EXPECT_EQ(test::ProcessResources::now().children, 0u);
+    waitUntil([] { return test::ProcessResources::now().children == 0; });
 }
 
 TEST_F(Diff, opensTheCacheThoughSomethingIsCancelledOrAnotherModelGoes) {

@@ -46,9 +46,10 @@ public:
     Alerts alerts;
     FilePanels panels{alerts};
     AppModel model;
+    DiffModel diff{model.environment()};
     HelperSetup helperSetup{model.paths(), workspace, alerts};
     UpdaterController updater{UpdaterOptions{}, alerts, workspace};
-    ScreenContext context{model, helperSetup, workspace, clipboard, alerts, panels, updater};
+    ScreenContext context{model, diff, helperSetup, workspace, clipboard, alerts, panels, updater};
     std::vector<ScreenContext::Sheet> sheets;   ///< that were asked for
     std::optional<TimelinePoint> changesTarget; ///< of the last request for a backup's changes
 

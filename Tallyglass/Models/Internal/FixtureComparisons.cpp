@@ -129,6 +129,15 @@ FixtureAnswer listingOf(int oldestAge, Date newest) {
     return answer;
 }
 
+/// Halts a run that compares all backups: most are done, one has failed, and the others wait.
+void haltBackfill(FixtureComparisons& all) {
+    all.secondsEach = 9;
+    all.exceptions[4] = {.failure =
+                             "The backup disk was disconnected while tmutil compared the two backups."};
+    for (std::size_t age = 17; age < 30; ++age)
+        all.exceptions[age] = {.isWaiting = true};
+}
+
 } // namespace
 
 FixtureComparisons FixtureComparisons::make(std::string_view name, Date newest) {
@@ -138,6 +147,8 @@ FixtureComparisons FixtureComparisons::make(std::string_view name, Date newest) 
         all.backups = {.isWaiting = true};
     else if (name == "compare-failure")
         all.backups = {.failure = "The backup disk was disconnected while tmutil compared the two backups."};
+    else if (name == "compare-backfill")
+        haltBackfill(all);
     else if (name == "changes-waiting" || name == "history-running")
         all.listing = {.isWaiting = true};
     else if (name == "changes-running" || name == "changes-network")

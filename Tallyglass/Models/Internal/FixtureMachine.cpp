@@ -231,7 +231,7 @@ struct Session {
     Machine (*make)(Date now);
 };
 
-constexpr std::array<Session, 32> sessions{{
+constexpr auto sessions = std::to_array<Session>({
     {"healthy", healthy},
     {"warning", warning},
     {"critical", critical},
@@ -249,6 +249,7 @@ constexpr std::array<Session, 32> sessions{{
     {"compare-none", healthy},
     {"compare-many", healthy},
     {"compare-failure", healthy},
+    {"compare-backfill", healthy},
     {"changes-waiting", withHelper},
     {"changes-running", healthy},
     {"changes-results", healthy},
@@ -264,7 +265,7 @@ constexpr std::array<Session, 32> sessions{{
     {"history-failure", healthy},
     {"exclusions-items", healthy},
     {"exclusions-failure", healthy},
-}};
+});
 
 } // namespace
 

@@ -10,7 +10,9 @@
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Platform/Date.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,7 +48,10 @@ struct FixtureAnswer {
 struct FixtureComparisons {
     FixtureAnswer listing;
     FixtureAnswer backups; ///< compared on the compare screen
-    FixtureAnswer changes; ///< in one backup
+    /// The same by the age of the newer backup, 0 being the newest, where they differ.
+    std::map<std::size_t, FixtureAnswer> exceptions = {};
+    double secondsEach = 0; ///< that comparing two backups takes
+    FixtureAnswer changes;  ///< in one backup
 
     /// `newest` is the date of the newest backup; there is one a day.
     [[nodiscard]] static FixtureComparisons make(std::string_view name, Date newest);

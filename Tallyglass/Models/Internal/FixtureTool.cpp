@@ -20,6 +20,8 @@ namespace tallyglass {
 
 namespace {
 
+constexpr int allPairs = 30; // of neighbours among the backups of a session
+
 TMUtilResult success(const std::string& output) {
     return {.exitCode = 0, .stdout = output, .stderr = {}};
 }
@@ -83,12 +85,13 @@ std::string statusText(const BackupStatus& status) {
 
 FixtureTool::FixtureTool(std::string_view name, Date now)
     : m_machine(FixtureMachine::make(name, now).value()), m_files(m_machine),
-      m_comparisons(comparisonsOf(name, newestBackup(m_machine, now), m_files)),
+      m_results(comparisonsOf(name, newestBackup(m_machine, now), m_files)),
       m_exclusions(name, m_files, m_machine.settings.skipPaths), m_now(now) {}
 
 Date FixtureTool::now() const {
-    return m_machine.rate && m_readings < 2 ? m_now - std::chrono::duration<double>(AppModel::runningInterval)
-                                            : m_now;
+    const double reading = m_machine.rate && m_readings < 2 ? AppModel::runningInterval : 0;
+    const double comparing = m_results.secondsEach * std::max(0, allPairs - m_comparisons);
+    return m_now - std::chrono::duration<double>(reading + comparing);
 }
 
 TMUtilResult FixtureTool::status() {
@@ -107,10 +110,17 @@ TMUtilResult FixtureTool::status() {
 }
 
 /// The changes in one backup are compared less deep than anything on the compare screen.
-const FixtureAnswer& FixtureTool::comparison(const TMUtilRunner::Arguments& arguments) const {
+const FixtureAnswer& FixtureTool::comparison(const TMUtilRunner::Arguments& arguments) {
     const auto changes = CompareOptions::fast(2).arguments();
-    const bool isOfChanges = !std::ranges::search(arguments, changes).empty();
-    return isOfChanges ? m_comparisons.changes : m_comparisons.backups;
+    if (!std::ranges::search(arguments, changes).empty())
+        return m_results.changes;
+    ++m_comparisons;
+    const std::string& listing = m_results.listing.output;
+    const std::size_t newer = listing.find(arguments.back() + "\n");
+    const std::string_view following = std::string_view(listing).substr(std::min(newer, listing.size()));
+    const auto age = static_cast<std::size_t>(std::ranges::count(following, '\n')) - 1;
+    const auto exception = m_results.exceptions.find(age);
+    return exception == m_results.exceptions.end() ? m_results.backups : exception->second;
 }
 
 TMUtilResult FixtureTool::run(const TMUtilRunner::Arguments& arguments, const TMUtilRunner::OnBytes& onBytes,
@@ -124,7 +134,7 @@ TMUtilResult FixtureTool::run(const TMUtilRunner::Arguments& arguments, const TM
         return m_files.machineDirectory().empty() ? failure("There is no machine directory.")
                                                   : success(m_files.machineDirectory() + "\n");
     if (verb == "listbackups")
-        return answer(m_comparisons.listing, onBytes, stop);
+        return answer(m_results.listing, onBytes, stop);
     if (verb == "compare")
         return answer(comparison(arguments), onBytes, stop);
     if (verb == "isexcluded" || verb == "addexclusion" || verb == "removeexclusion")

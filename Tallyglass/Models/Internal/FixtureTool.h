@@ -25,19 +25,20 @@ public:
     [[nodiscard]] const FixtureMachine& machine() const { return m_machine; }
     [[nodiscard]] const FixtureFiles& files() const { return m_files; }
     /// The present. Where a transfer rate is to be measured, it is earlier until the second reading of the
-    /// status.
+    /// status, and where comparing takes time, until all neighbours are compared.
     [[nodiscard]] Date now() const;
 
 private:
     [[nodiscard]] TMUtilResult status();
-    [[nodiscard]] const FixtureAnswer& comparison(const TMUtilRunner::Arguments& arguments) const;
+    [[nodiscard]] const FixtureAnswer& comparison(const TMUtilRunner::Arguments& arguments);
 
     const FixtureMachine m_machine;
     const FixtureFiles m_files;
-    const FixtureComparisons m_comparisons;
+    const FixtureComparisons m_results;
     const FixtureExclusions m_exclusions;
     const Date m_now;
-    std::atomic<int> m_readings = 0; ///< of the status
+    std::atomic<int> m_readings = 0;    ///< of the status
+    std::atomic<int> m_comparisons = 0; ///< of two backups
 };
 
 } // namespace tallyglass

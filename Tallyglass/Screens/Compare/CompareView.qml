@@ -32,6 +32,7 @@ ScrollPage {
         onGuideRequested: page.context.openSheet(ScreenContext.AppAccessGuide)
     }
     ComparePicker {
+        id: picker
         width: parent.width
         visible: !compareViewModel.isLocked
         viewModel: compareViewModel
@@ -53,5 +54,11 @@ ScrollPage {
         viewModel: compareViewModel
         pageHeight: page.height - page.margin * 2
         context: page.context
+    }
+    BackfillCard {
+        width: parent.width
+        visible: !compareViewModel.isLocked && hasPairs
+        context: page.context
+        onPairOpened: page.bringIntoView(picker)
     }
 }

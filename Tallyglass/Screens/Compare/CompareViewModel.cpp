@@ -24,14 +24,14 @@ std::vector<ChangeRecord> firstRows(const DiffModel& diff) {
 
 } // namespace
 
-void CompareViewModel::makeModel() {
-    m_diff = std::make_unique<DiffModel>(model()->environment());
+void CompareViewModel::followModel() {
+    m_diff = context()->diff();
     for (const auto topic :
          {&DiffModel::backupsChanged, &DiffModel::selectionChanged, &DiffModel::optionsChanged,
           &DiffModel::progressChanged, &DiffModel::resultChanged, &DiffModel::errorChanged,
           &DiffModel::filterChanged, &DiffModel::rowsChanged})
-        connect(m_diff.get(), topic, this, &CompareViewModel::scheduleUpdate);
-    connect(m_diff.get(), &DiffModel::elapsedChanged, this, &CompareViewModel::updateElapsed);
+        connect(m_diff, topic, this, &CompareViewModel::scheduleUpdate);
+    connect(m_diff, &DiffModel::elapsedChanged, this, &CompareViewModel::updateElapsed);
     m_diff->prepare();
 }
 
@@ -44,7 +44,7 @@ void CompareViewModel::update() {
     const bool wasLocked = m_isLocked;
     m_isLocked = model()->fdaStatus() != FDAStatus::granted;
     if (!m_diff)
-        makeModel();
+        followModel();
     else if (wasLocked && !m_isLocked)
         appear(); // the backups may be readable now
     m_error = toQString(m_diff->error().value_or(""));

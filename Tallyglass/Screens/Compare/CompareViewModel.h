@@ -1,5 +1,5 @@
-// The compare screen's state over a comparison model of its own: what it shows, block by block, and what its
-// controls do. Each block has a signal of its own.
+// The compare screen's state over the application's comparison model: what it shows, block by block, and what
+// its controls do. Each block has a signal of its own.
 //
 // Main thread only.
 
@@ -12,7 +12,6 @@
 #include "Tallyglass/Screens/Context/ViewModel.h"
 
 #include <QProperty>
-#include <memory>
 #include <optional>
 
 namespace tallyglass {
@@ -37,8 +36,8 @@ class CompareViewModel : public tallyglass::ViewModel {
 public:
     using ViewModel::ViewModel;
 
-    /// Null until the application's model is there.
-    [[nodiscard]] DiffModel* diff() const { return m_diff.get(); }
+    /// Null until the application's models are there.
+    [[nodiscard]] DiffModel* diff() const { return m_diff; }
 
     [[nodiscard]] bool isLocked() const { return m_isLocked; } ///< Full Disk Access isn't known to be granted
     [[nodiscard]] ComparePickerContent picker() const { return m_picker; }
@@ -91,12 +90,12 @@ protected:
 private:
     using Self = CompareViewModel;
 
-    void makeModel();
+    void followModel();
     void updatePicker();
     void updateElapsed();
     void updateResults();
 
-    std::unique_ptr<DiffModel> m_diff;
+    DiffModel* m_diff = nullptr;
     BackupChoiceModel m_backups;
     ChangeListModel m_rows;
     std::optional<Comparison> m_counted; ///< the result whose rows `m_metadataOnly` counts

@@ -1,5 +1,5 @@
-// What every screen and sheet is given: the application's model, the services of the desktop, and the way to
-// ask for a sheet that stands over the whole window.
+// What every screen and sheet is given: the models of the application, the services of the desktop, and the
+// way to ask for a sheet that stands over the whole window.
 //
 // Main thread only. What it refers to has to outlive it.
 
@@ -11,6 +11,7 @@
 #include "Tallyglass/Desktop/UpdaterController.h"
 #include "Tallyglass/Desktop/Workspace.h"
 #include "Tallyglass/Models/AppModel.h"
+#include "Tallyglass/Models/DiffModel.h"
 #include "Tallyglass/Models/HelperSetup.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -27,6 +28,7 @@ class ScreenContext : public QObject {
     QML_UNCREATABLE("made by the application")
 
     Q_PROPERTY(tallyglass::AppModel* model READ model CONSTANT)
+    Q_PROPERTY(tallyglass::DiffModel* diff READ diff CONSTANT)
     Q_PROPERTY(tallyglass::HelperSetup* helperSetup READ helperSetup CONSTANT)
     Q_PROPERTY(tallyglass::Workspace* workspace READ workspace CONSTANT)
     Q_PROPERTY(tallyglass::Clipboard* clipboard READ clipboard CONSTANT)
@@ -44,12 +46,13 @@ public:
     };
     Q_ENUM(Sheet)
 
-    ScreenContext(AppModel& model, HelperSetup& helperSetup, Workspace& workspace, Clipboard& clipboard,
-                  Alerts& alerts, FilePanels& panels, UpdaterController& updater)
-        : m_model(model), m_helperSetup(helperSetup), m_workspace(workspace), m_clipboard(clipboard),
-          m_alerts(alerts), m_panels(panels), m_updater(updater) {}
+    ScreenContext(AppModel& model, DiffModel& diff, HelperSetup& helperSetup, Workspace& workspace,
+                  Clipboard& clipboard, Alerts& alerts, FilePanels& panels, UpdaterController& updater)
+        : m_model(model), m_diff(diff), m_helperSetup(helperSetup), m_workspace(workspace),
+          m_clipboard(clipboard), m_alerts(alerts), m_panels(panels), m_updater(updater) {}
 
     [[nodiscard]] AppModel* model() const { return &m_model; }
+    [[nodiscard]] DiffModel* diff() const { return &m_diff; }
     [[nodiscard]] HelperSetup* helperSetup() const { return &m_helperSetup; }
     [[nodiscard]] Workspace* workspace() const { return &m_workspace; }
     [[nodiscard]] Clipboard* clipboard() const { return &m_clipboard; }
@@ -75,6 +78,7 @@ signals:
 
 private:
     AppModel& m_model;
+    DiffModel& m_diff;
     HelperSetup& m_helperSetup;
     Workspace& m_workspace;
     Clipboard& m_clipboard;

@@ -137,12 +137,28 @@ void ScreenPictures::compareBackups(const QQuickItem& screen) {
                                              : diff->progressText() == text)
             waitForEvents();
     }
+    if (m_actions.comparesAll)
+        compareAll(diff->backfill());
     const auto changed = std::ranges::find_if(diff->changes(), [](const ChangeRecord& change) {
         return change.kind == ChangeKind::modified && !change.isDirectory;
     });
     if (changed != diff->changes().end())
         m_changedFile = QString::fromStdString(changed->path);
     settle();
+}
+
+/// Until as many pairs are at work as can be at once, and no other one has been finished.
+void ScreenPictures::compareAll(BackfillModel& backfill) {
+    backfill.start();
+    const auto isHalted = [&] {
+        const auto& pairs = backfill.pairs();
+        return std::ranges::count(pairs, AdjacentPair::State::running, &AdjacentPair::state) ==
+               backfill.concurrency();
+    };
+    while (!isHalted()) {
+        backfill.reload();
+        waitForEvents();
+    }
 }
 
 void ScreenPictures::traceFile(const QQuickItem& screen) {

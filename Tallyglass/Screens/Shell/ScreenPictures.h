@@ -20,6 +20,7 @@ class QQuickWindow;
 
 namespace tallyglass {
 
+class BackfillModel;
 class BackupChangesViewModel;
 class Theme;
 
@@ -46,6 +47,7 @@ private:
     void saveSections();
     /// On a machine with two backups, once: does what is to be done if this is the screen that compares them.
     void compareBackups(const QQuickItem& screen);
+    static void compareAll(BackfillModel& backfill);
     /// Once: traces a file if this is the screen that does.
     void traceFile(const QQuickItem& screen);
     /// Waits until the screen of exclusions shows its items, and does once what is to be done there.

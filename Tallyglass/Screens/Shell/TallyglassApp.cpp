@@ -34,7 +34,7 @@ TallyglassApp::TallyglassApp(const ApplicationOptions& options)
     : m_options(options), m_fixture(fixture(options)), m_model(environment(m_fixture, m_workspace)),
       m_helperSetup(m_model.paths(), m_workspace, m_alerts),
       m_updater(UpdaterOptions::ofThisBuild(), m_alerts, m_workspace),
-      m_context(m_model, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_panels, m_updater) {
+      m_context(m_model, m_diff, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_panels, m_updater) {
     startModel();
     if (m_options.screenshots) { // or else the window would be drawn while what it shows comes in
         while (!hasData())
@@ -52,6 +52,7 @@ TallyglassApp::~TallyglassApp() = default;
 void TallyglassApp::startModel() {
     if (m_model.isFixtureSession())
         return;
+    connect(&m_model, &AppModel::backupEnded, &m_diff.backfill(), &BackfillModel::takeNewBackup);
     if (actions().stopsBackup)
         m_backupStop = connect(&m_model, &AppModel::statusChanged, this, [this] {
             if (hasRate() && disconnect(m_backupStop))

@@ -1,4 +1,4 @@
-// The application object: owns the one model and what the screens are given beside it, and the window that
+// The application object: owns the models and what the screens are given beside it, and the window that
 // shows them.
 //
 // Main thread only. Needs the QGuiApplication, which it uses to the end.
@@ -70,6 +70,7 @@ private:
     FilePanels m_panels{m_alerts};
     const std::optional<FixtureSession> m_fixture;
     AppModel m_model;
+    DiffModel m_diff{m_model.environment()};
     HelperSetup m_helperSetup;
     UpdaterController m_updater;
     ScreenContext m_context;
