@@ -21,8 +21,8 @@ namespace tallyglass::bench {
 /// A temporary folder, removed with its contents at the end.
 class Folder {
 public:
-    Folder() {
-        std::string name = (std::filesystem::temp_directory_path() / "tallyglass-bench-XXXXXX").string();
+    explicit Folder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string name = (parent / "tallyglass-bench-XXXXXX").string();
         if (!mkdtemp(name.data()))
             throw std::runtime_error("no temporary folder");
         m_path = name;

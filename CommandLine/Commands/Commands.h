@@ -44,6 +44,7 @@ struct Command {
 [[nodiscard]] std::vector<Command> accessCommands(); ///< status, settings, backups, manifest
 [[nodiscard]] Command healthCommand();
 [[nodiscard]] Command compareCommand();
+[[nodiscard]] Command backfillCommand();
 [[nodiscard]] std::vector<Command> cacheCommands();     ///< comparisons, search, rollups, history-of-changes
 [[nodiscard]] std::vector<Command> historyCommands();   ///< trace, export
 [[nodiscard]] std::vector<Command> exclusionCommands(); ///< exclusions, exclude, include

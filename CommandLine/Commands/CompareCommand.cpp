@@ -1,5 +1,6 @@
 #include "CommandLine/Commands/Commands.h"
 #include "CommandLine/Commands/CompareBackups.h"
+#include "CommandLine/Commands/ComparisonOptions.h"
 #include "CommandLine/Commands/Describe.h"
 #include "CommandLine/Commands/JSONDocuments.h"
 #include "CommandLine/Commands/NamedBackups.h"
@@ -7,6 +8,11 @@
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 
 #include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace tallyglass::commandline {
 
@@ -15,23 +21,11 @@ namespace {
 struct Arguments {
     std::string from;
     std::string to;
-    std::int64_t depth = 3;
-    bool noLimit = false;
-    std::string properties = "fast";
-    std::vector<std::string> ignored;
+    ComparisonOptions comparison;
     bool noCache = false;
     std::vector<std::string> kinds;
     std::string search;
     std::int64_t limit = 20'000;
-
-    [[nodiscard]] CompareOptions options() const {
-        const auto bound = noLimit ? std::nullopt : std::optional(depth);
-        auto options = properties == "thorough"  ? CompareOptions::thorough(bound)
-                       : properties == "default" ? CompareOptions::tmutilDefault(bound)
-                                                 : CompareOptions::fast(bound);
-        options.ignoredComponents = ignored;
-        return options;
-    }
 
     [[nodiscard]] std::optional<std::set<ChangeKind>> chosenKinds() const {
         if (kinds.empty())
@@ -46,7 +40,8 @@ struct Arguments {
 void compare(const Context& context, const Arguments& arguments) {
     auto store = context.openStore();
     const auto [from, to] = backupPairNamed(context, arguments.from, arguments.to);
-    const auto result = compareBackups(context, store, from, to, arguments.options(), !arguments.noCache);
+    const auto result =
+        compareBackups(context, store, from, to, arguments.comparison.chosen(), !arguments.noCache);
     const auto search = arguments.search.empty() ? std::nullopt : std::optional(arguments.search);
     const auto changes = store.changes(result.comparison.id, arguments.chosenKinds(), search, arguments.limit,
                                        0, context.stop);
@@ -61,44 +56,32 @@ void compare(const Context& context, const Arguments& arguments) {
 
 Command compareCommand() {
     const auto values = std::make_shared<Arguments>();
-    return {
-        "compare",
-        "What changed from one backup to another, kept in the cache",
-        {
-            {.name = "FROM",
-             .description = "The older backup; without TO the newer one, compared with the one before it; "
-                            "without both, the last two are compared",
-             .value = &values->from,
-             .type = "BACKUP",
-             .isOptional = true},
-            {.name = "TO",
-             .description = "The newer backup",
-             .value = &values->to,
-             .type = "BACKUP",
-             .isOptional = true},
-            {"--depth", "Look this many folders deep (3)", &values->depth, "N"},
-            {.name = "--no-limit",
-             .description = "Look at every folder, however deep",
-             .value = &values->noLimit,
-             .excludes = "--depth"},
-            {"--properties",
-             "What to look at: size and date (fast), tmutil's own choice (default), everything (thorough)",
-             &values->properties,
-             "fast|default|thorough",
-             {"fast", "default", "thorough"}},
-            {"--ignore", "Skip everything of this name; may be repeated", &values->ignored, "NAME"},
-            {"--no-cache", "Compare again even when the result is in the cache", &values->noCache},
-            {.name = "--kinds",
-             .description = "Show only these: added, removed, modified",
-             .value = &values->kinds,
-             .type = "KIND,KIND",
-             .choices = {"added", "removed", "modified"},
-             .isCommaSeparated = true},
-            {"--search", "Show only paths that contain this", &values->search, "TEXT"},
-            {"--limit", "Show at most this many changes (20000)", &values->limit, "N"},
-        },
-        [values](const Context& context) { compare(context, *values); },
+    std::vector<Argument> arguments{
+        {.name = "FROM",
+         .description = "The older backup; without TO the newer one, compared with the one before it; "
+                        "without both, the last two are compared",
+         .value = &values->from,
+         .type = "BACKUP",
+         .isOptional = true},
+        {.name = "TO",
+         .description = "The newer backup",
+         .value = &values->to,
+         .type = "BACKUP",
+         .isOptional = true},
+        {"--no-cache", "Compare again even when the result is in the cache", &values->noCache},
+        {.name = "--kinds",
+         .description = "Show only these: added, removed, modified",
+         .value = &values->kinds,
+         .type = "KIND,KIND",
+         .choices = {"added", "removed", "modified"},
+         .isCommaSeparated = true},
+        {"--search", "Show only paths that contain this", &values->search, "TEXT"},
+        {"--limit", "Show at most this many changes (20000)", &values->limit, "N"},
     };
+    const auto options = values->comparison.arguments();
+    arguments.insert(arguments.begin() + 2, options.begin(), options.end()); // after the operands
+    return {"compare", "What changed from one backup to another, kept in the cache", std::move(arguments),
+            [values](const Context& context) { compare(context, *values); }};
 }
 
 } // namespace tallyglass::commandline

@@ -97,6 +97,7 @@ std::vector<Command> allCommands() {
     std::ranges::move(accessCommands(), std::back_inserter(commands));
     commands.push_back(healthCommand());
     commands.push_back(compareCommand());
+    commands.push_back(backfillCommand());
     std::ranges::move(cacheCommands(), std::back_inserter(commands));
     std::ranges::move(historyCommands(), std::back_inserter(commands));
     std::ranges::move(exclusionCommands(), std::back_inserter(commands));

@@ -1,6 +1,6 @@
 // The only object that reads and writes the diff cache (TallyglassDatabase). Thread-safe: operations run one
-// at a time on its one connection, each a single transaction. Several stores may be open on one file; each
-// waits for another's lock while that one makes progress, and 5 seconds longer.
+// at a time on its one connection, in the order of their calls, each a single transaction. Several stores may
+// be open on one file; each waits for another's lock while that one makes progress, and 5 seconds longer.
 //
 // All operations throw DatabaseError when the database fails. Those that take a stop token throw Cancelled
 // when it is stopped, also while they wait.
@@ -14,8 +14,10 @@
 #include "TallyglassKit/Platform/Clock.h"
 #include "TallyglassKit/Platform/Error.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <filesystem>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -113,11 +115,16 @@ public:
 
 private:
     class Operation;
+    class Turn;
 
     const Clock m_clock;
     std::mutex m_mutex;
-    std::condition_variable_any m_isFree;
-    bool m_isInUse = false; // by an operation; guarded by the mutex
+    std::condition_variable_any m_turnEnded;
+    std::list<const Turn*> m_turns; // the first has the connection; guarded by the mutex
+
+    // Used by the first turn only.
+    std::chrono::steady_clock::time_point m_lastUse;
+    std::chrono::steady_clock::time_point m_lastPause;
     const std::unique_ptr<Connection> m_connection;
 };
 

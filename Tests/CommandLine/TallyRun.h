@@ -5,6 +5,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <nlohmann/json.hpp>
+#include <sys/types.h>
 
 #include <filesystem>
 #include <string>
@@ -33,6 +34,10 @@ public:
 
     /// The same through a shell, in which $TALLY is the program.
     [[nodiscard]] TallyRun shell(const std::string& script) const;
+
+    /// Starts it with default termination signals, as at a terminal; a background test may not have them. Its
+    /// output goes to the file "output" in folder(). The caller waits for the process.
+    [[nodiscard]] pid_t start(std::vector<std::string> arguments) const;
 
     [[nodiscard]] const TemporaryFolder& folder() const { return m_folder; }
 

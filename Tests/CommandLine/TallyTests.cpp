@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -18,16 +17,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-/// A session over a machine whose tmutil is a script.
-class TallyWithScriptTest : public testing::Test, protected TallySession {
-protected:
-    void tmutilDoes(const std::string& script) {
-        const auto file = folder().write("root/usr/bin/tmutil", "#!/bin/sh\n" + script + "\n");
-        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
-    }
-    [[nodiscard]] std::string root() const { return (folder() / "root").string(); }
-};
 
 bool isOneLine(const std::string& text) {
     return std::ranges::count(text, '\n') == 1 && text.ends_with('\n');
@@ -52,10 +41,27 @@ TEST_F(TallyTest, saysWhatIsWrongWithTheArguments) {
 TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
     const auto help = tally({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* word : {"status",  "health",      "settings",   "backups", "manifest",
-                             "compare", "comparisons", "search",     "rollups", "history-of-changes",
-                             "trace",   "export",      "exclusions", "exclude", "include",
-                             "plist",   "--root",      "--json",     "130",     "Full Disk Access"})
+    for (const char* word : {"status",
+                             "health",
+                             "settings",
+                             "backups",
+                             "manifest",
+                             "backfill",
+                             "compare",
+                             "comparisons",
+                             "search",
+                             "rollups",
+                             "history-of-changes",
+                             "trace",
+                             "export",
+                             "exclusions",
+                             "exclude",
+                             "include",
+                             "plist",
+                             "--root",
+                             "--json",
+                             "130",
+                             "Full Disk Access"})
         EXPECT_THAT(help.out, HasSubstr(word));
     EXPECT_THAT(tally({"compare", "--help"}).out, HasSubstr("--no-limit"));
 }
@@ -272,22 +278,6 @@ TEST_F(TallyWithScriptTest, saysSoWhenDescriptorsRunOut) {
     EXPECT_GT(failures, 5);
 }
 
-/// Starts a program with default termination signals, which a background test may not have.
-pid_t startAsAtATerminal(char* const* argv) {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setsigdefault(&attributes, &signals);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    pid_t pid = 0;
-    EXPECT_EQ(posix_spawn(&pid, argv[0], nullptr, &attributes, argv, environ), 0);
-    posix_spawnattr_destroy(&attributes);
-    return pid;
-}
-
 /// A comparison that is interrupted while its child runs.
 class TallyInterruptionTest : public TallyWithScriptTest {
 protected:
@@ -296,12 +286,7 @@ protected:
         const auto pidFile = (folder() / "pid").string();
         tmutilDoes(script + "; echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile +
                    "'; exec sleep 600");
-        std::vector<std::string> arguments{program("tally"), "--root", root(), "compare", "/a", "/b"};
-        std::vector<char*> argv;
-        for (auto& argument : arguments)
-            argv.push_back(argument.data());
-        argv.push_back(nullptr);
-        const pid_t pid = startAsAtATerminal(argv.data());
+        const pid_t pid = start({"--root", root(), "compare", "/a", "/b"});
         while (!std::filesystem::exists(pidFile))
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         std::ifstream(pidFile) >> m_child;

@@ -11,13 +11,11 @@
 #include "TallyglassKit/Comparison/Internal/ComparisonRun.h"
 
 #include "TallyglassKit/Comparison/BackupStore.h"
-#include "TallyglassKit/Persistence/LockWait.h"
 #include "TallyglassKit/Persistence/Timestamp.h"
 
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace tallyglass {
@@ -36,10 +34,6 @@ struct ComparisonRun::Work {
 namespace {
 
 using SteadyClock = std::chrono::steady_clock;
-
-/// How long a run stores before it pauses for other connections: often enough for them, and seldom enough to
-/// cost little.
-constexpr std::chrono::milliseconds timeBetweenPauses{200};
 
 constexpr std::chrono::milliseconds pollInterval{50};
 
@@ -83,12 +77,7 @@ void ComparisonRun::fail(const std::string& why) noexcept {
 }
 
 void ComparisonRun::storeRest(const Work& work) {
-    auto lastPause = SteadyClock::now();
     while (m_stored < work.changes.size()) {
-        if (SteadyClock::now() - lastPause > timeBetweenPauses) {
-            std::this_thread::sleep_for(lockPause);
-            lastPause = SteadyClock::now();
-        }
         const auto batch = work.batch(m_stored);
         m_row = m_store.appendChanges(batch, m_row, work.stop);
         m_stored += batch.size();
