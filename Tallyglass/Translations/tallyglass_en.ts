@@ -161,6 +161,131 @@
     </message>
 </context>
 <context>
+    <name>Backfill</name>
+    <message>
+        <source>Unknown date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not compared yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>being compared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ready</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>All %n comparisons ready</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %n comparisons ready</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Down to depth %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All folders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, with extended attributes and ownership</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, by size and date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pausing…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Comparing %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Comparing %1 and %n more</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Less than a minute left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>About %1 left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n failed</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Prepare all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Prepare the rest</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BackfillCard</name>
+    <message>
+        <source>All backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Comparisons of neighbouring backups</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One mark for each backup and the next, filled when their comparison is ready. Choose one to see it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compare each new backup when it ends, once all others are ready</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>BackupButton</name>
     <message>
         <source>Stop Backup</source>
