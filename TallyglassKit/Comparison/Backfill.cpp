@@ -5,6 +5,7 @@
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
 #include "TallyglassKit/Comparison/Internal/BackfillCounters.h"
+#include "TallyglassKit/Comparison/Internal/ForegroundRuns.h"
 
 #include <fmt/core.h>
 
@@ -25,11 +26,11 @@ constexpr std::size_t batchSize = 500;
 
 class Backfill {
 public:
-    Backfill(const DiffEngine& engine, BackupStore& store, const CompareOptions& options,
-             std::vector<AdjacentPair> pairs, const DiffEngine::OnBackfillProgress& progress,
-             const std::stop_token& stop)
-        : m_engine(engine), m_store(store), m_options(options), m_pairs(std::move(pairs)),
-          m_progress(progress), m_stop(stop), m_counters(std::ssize(m_pairs)) {}
+    Backfill(const DiffEngine& engine, ForegroundRuns& foreground, BackupStore& store,
+             const CompareOptions& options, std::vector<AdjacentPair> pairs,
+             const DiffEngine::OnBackfillProgress& progress, const std::stop_token& stop)
+        : m_engine(engine), m_foreground(foreground), m_store(store), m_options(options),
+          m_pairs(std::move(pairs)), m_progress(progress), m_stop(stop), m_counters(std::ssize(m_pairs)) {}
 
     std::vector<Comparison> run(std::int64_t concurrency) {
         const auto total = std::ssize(m_pairs);
@@ -80,6 +81,7 @@ private:
     }
 
     std::optional<Comparison> compared(const AdjacentPair& pair) {
+        m_foreground.waitForEnd(m_stop);
         try {
             return m_engine.compare(pair.from, pair.to, m_options, false, {}, m_stop);
         } catch (const std::exception&) { // the pair's row records it
@@ -92,7 +94,8 @@ private:
             m_progress(event);
     }
 
-    const DiffEngine& m_engine;
+    const DiffEngine& m_engine; // one of its own, whose runs don't count as foreground
+    ForegroundRuns& m_foreground;
     BackupStore& m_store;
     const CompareOptions& m_options;
     const std::vector<AdjacentPair> m_pairs; // in the order in which they are begun
@@ -115,7 +118,8 @@ std::vector<Comparison> DiffEngine::backfillAdjacentPairs(std::int64_t concurren
         return {};
     std::ranges::reverse(pairs);
     const DiffEngine engine(m_runner, m_store, batchSize, m_clock);
-    return Backfill(engine, m_store, options, std::move(pairs), progress, stop).run(concurrency);
+    return Backfill(engine, *m_foreground, m_store, options, std::move(pairs), progress, stop)
+        .run(concurrency);
 }
 
 } // namespace tallyglass

@@ -4,6 +4,7 @@
 #include "TallyglassKit/Comparison/BackupStore.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Comparison/Internal/ComparisonRun.h"
+#include "TallyglassKit/Comparison/Internal/ForegroundRuns.h"
 #include "TallyglassKit/Comparison/TMUtilCompare.h"
 #include "TallyglassKit/Platform/Error.h"
 
@@ -30,7 +31,8 @@ void throwIfStopped(const std::stop_token& stop) {
 } // namespace
 
 DiffEngine::DiffEngine(TMUtilRunner runner, BackupStore& store, std::size_t batchSize, Clock clock)
-    : m_runner(std::move(runner)), m_store(store), m_batchSize(batchSize), m_clock(std::move(clock)) {}
+    : m_runner(std::move(runner)), m_store(store), m_batchSize(batchSize), m_clock(std::move(clock)),
+      m_foreground(std::make_shared<ForegroundRuns>()) {}
 
 Comparison DiffEngine::compare(const std::string& from, const std::string& to, const CompareOptions& options,
                                bool useCache, const OnProgress& progress, const std::stop_token& stop) const {
@@ -68,6 +70,7 @@ Comparison DiffEngine::runComparison(const Operands& operands, const CompareOpti
         }
     }
 
+    const ForegroundRuns::Run foreground(*m_foreground);
     const Comparison built(operands.from, operands.to, operands.fromDate, operands.toDate,
                            options.depth.value_or(0), options.cacheKey(), m_clock());
     const auto begun =

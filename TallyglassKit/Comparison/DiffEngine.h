@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -25,6 +26,7 @@ namespace tallyglass {
 
 class BackupStore;
 class ComparisonRun;
+class ForegroundRuns;
 struct CompareOptions;
 
 class DiffEngine {
@@ -90,7 +92,8 @@ public:
     /// Compares every two neighbouring backups that the cache has no result for, the newest pair first and at
     /// most `concurrency` (at least 1) at a time, in that many threads. Returns the comparisons that are now
     /// finished, in the order in which they were. A pair that fails doesn't stop the others; its row records
-    /// why. After a stop no further pair is begun. Never throws, not even for a stop or without backups.
+    /// why. No pair is begun after a stop, or while another comparison of this engine runs. Never throws, not
+    /// even for a stop or without backups.
     std::vector<Comparison> backfillAdjacentPairs(std::int64_t concurrency, const CompareOptions& options,
                                                   const OnBackfillProgress& progress = {},
                                                   const std::stop_token& stop = {}) const;
@@ -114,6 +117,7 @@ private:
     BackupStore& m_store;
     const std::size_t m_batchSize;
     const Clock m_clock;
+    const std::shared_ptr<ForegroundRuns> m_foreground;
 };
 
 } // namespace tallyglass

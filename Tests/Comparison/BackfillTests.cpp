@@ -281,6 +281,32 @@ TEST_F(BackfillTest, canBeStoppedWhileItStores) {
     EXPECT_THAT(states(), testing::Not(testing::Contains(State::failed)));
 }
 
+TEST_F(BackfillTest, beginsNoPairWhileAnotherComparisonOfItsEngineRuns) {
+    rowCount = 5000;
+    const DiffEngine engine(runner, store);
+    std::atomic<bool> isFilling = false;
+    std::jthread filling;
+    std::once_flag once;
+    onCompare = [&] { // first by the other comparison
+        std::call_once(once, [&] {
+            filling = std::jthread([&] {
+                const auto start = [&](const Progress&) {
+                    isFilling = true;
+                    isFilling.notify_one();
+                };
+                EXPECT_THAT(engine.backfillAdjacentPairs(2, options, start), SizeIs(total()));
+            });
+            isFilling.wait(false);
+        });
+    };
+    (void)engine.compare(rootOf(0), "/V/other", options, true, [&](const DiffEngine::Progress&) {
+        const std::lock_guard lock(mutex);
+        EXPECT_THAT(compared, SizeIs(testing::Le(1)));
+    });
+    filling.join();
+    EXPECT_THAT(compared, SizeIs(1 + total()));
+}
+
 TEST_F(BackfillTest, failsEachPairWhileAnotherProcessKeepsTheCacheLocked) {
     BackupStore impatient(TallyglassDatabase::makeQueue(file, std::chrono::milliseconds(0)));
     const auto occupant = TallyglassDatabase::makeQueue(file);
