@@ -52,10 +52,11 @@ TEST_F(TallyTest, saysWhatIsWrongWithTheArguments) {
 TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
     const auto help = tally({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* word : {"status",  "health",      "settings",   "backups", "manifest",
-                             "compare", "comparisons", "search",     "rollups", "history-of-changes",
-                             "trace",   "export",      "exclusions", "exclude", "include",
-                             "plist",   "--root",      "--json",     "130",     "Full Disk Access"})
+    for (const char* word : {"status",      "health",          "settings",   "backups", "manifest",
+                             "compare",     "comparisons",     "search",     "rollups", "history-of-changes",
+                             "trace",       "export",          "exclusions", "exclude", "include",
+                             "diagnostics", "benchmark",       "plist",      "--root",  "--json",
+                             "130",         "Full Disk Access"})
         EXPECT_THAT(help.out, HasSubstr(word));
     EXPECT_THAT(tally({"compare", "--help"}).out, HasSubstr("--no-limit"));
 }
@@ -292,11 +293,14 @@ pid_t startAsAtATerminal(char* const* argv) {
 class TallyInterruptionTest : public TallyWithScriptTest {
 protected:
     /// Sends the signals when the child has run `script` and begins to sleep. Returns the exit code of tally.
-    int exitCode(const std::string& script, const std::vector<int>& signals) {
+    int exitCode(const std::string& script, const std::vector<int>& signals,
+                 const std::vector<std::string>& command = {"compare", "/a", "/b"}) {
         const auto pidFile = (folder() / "pid").string();
+        std::filesystem::remove(pidFile);
         tmutilDoes(script + "; echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile +
                    "'; exec sleep 600");
-        std::vector<std::string> arguments{program("tally"), "--root", root(), "compare", "/a", "/b"};
+        std::vector<std::string> arguments{program("tally"), "--root", root()};
+        arguments.insert(arguments.end(), command.begin(), command.end());
         std::vector<char*> argv;
         for (auto& argument : arguments)
             argv.push_back(argument.data());
@@ -315,6 +319,8 @@ protected:
     void TearDown() override {
         if (m_child > 0)
             kill(m_child, SIGKILL);
+    }
+    void expectRecord() const {
         EXPECT_EQ(tally({"comparisons", "--json"}).json().at(0).at("errorMessage"), "Cancelled");
     }
 
@@ -325,11 +331,20 @@ private:
 TEST_F(TallyInterruptionTest, stopsTheChildAndRecordsTheCancellation) {
     EXPECT_EQ(exitCode(":", {SIGINT}), 130);
     EXPECT_FALSE(childLivesOn());
+    expectRecord();
+}
+
+TEST_F(TallyInterruptionTest, endsTheChildrenOfDiagnosticsAndTheBenchmark) {
+    EXPECT_EQ(exitCode(":", {SIGINT}, {"diagnostics", "--into", folder() / "dump"}), 130);
+    EXPECT_FALSE(childLivesOn());
+    EXPECT_EQ(exitCode("[ $1 = compare ] || exec printf '/1\n/2\n/3\n/4\n'", {SIGTERM}, {"benchmark"}), 130);
+    EXPECT_FALSE(childLivesOn());
 }
 
 TEST_F(TallyInterruptionTest, killsAChildThatWontStopAtTheSecondSignal) {
     EXPECT_EQ(exitCode("trap '' TERM", {SIGINT, SIGTERM}), 130);
     EXPECT_FALSE(childLivesOn());
+    expectRecord();
 }
 
 } // namespace
