@@ -11,7 +11,13 @@ namespace tallyglass {
 
 AppModel::AppModel(AppEnvironment environment, QObject* parent)
     : QObject(parent), m_environment(std::move(environment)),
-      m_manifestReader(m_environment.runner, m_environment.paths) {}
+      m_manifestReader(m_environment.runner, m_environment.paths), m_diagnostics(m_environment.makeTimer),
+      m_benchmark(m_environment.makeTimer) {
+    for (const auto topic : {&JobProgress::textChanged, &JobProgress::elapsedChanged}) {
+        connect(&m_diagnostics, topic, this, &AppModel::diagnosticsChanged);
+        connect(&m_benchmark, topic, this, &AppModel::benchmarkChanged);
+    }
+}
 
 AppModel::~AppModel() = default;
 

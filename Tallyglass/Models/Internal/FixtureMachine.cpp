@@ -226,12 +226,24 @@ Machine withHelper(Date now) {
     return machine;
 }
 
+Machine withoutInfo(Date now) {
+    Machine machine = healthy(now);
+    machine.infoFailure = "tmutil: the destination could not be mounted.";
+    return machine;
+}
+
+Machine lockedWithoutInfo(Date now) {
+    Machine machine = locked(now);
+    machine.infoFailure = "tmutil: destinationinfo requires Full Disk Access privileges.";
+    return machine;
+}
+
 struct Session {
     std::string_view name;
     Machine (*make)(Date now);
 };
 
-constexpr std::array<Session, 32> sessions{{
+constexpr std::array<Session, 36> sessions{{
     {"healthy", healthy},
     {"warning", warning},
     {"critical", critical},
@@ -264,6 +276,10 @@ constexpr std::array<Session, 32> sessions{{
     {"history-failure", healthy},
     {"exclusions-items", healthy},
     {"exclusions-failure", healthy},
+    {"diagnostics-results", withoutInfo},
+    {"diagnostics-running", healthy},
+    {"diagnostics-denied", lockedWithoutInfo},
+    {"diagnostics-failure", healthy},
 }};
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Platform/Date.h"
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -28,6 +29,7 @@ struct FixtureMachine {
     FDAStatus access = FDAStatus::granted;
     std::optional<std::string> statusFailure; ///< what "tmutil status" fails with
     std::optional<std::string> stopFailure;   ///< what "tmutil stopbackup" fails with
+    std::optional<std::string> infoFailure;   ///< what "tmutil destinationinfo" fails with
 
     [[nodiscard]] static std::span<const std::string_view> names();
     /// Absent for a name that isn't among those.
@@ -39,12 +41,14 @@ struct FixtureAnswer {
     std::string output = {};
     std::string failure = {};
     bool isWaiting = false;
-    std::int64_t bytesBeforeWait = 0; ///< of output
+    std::int64_t bytesBeforeWait = 0;            ///< of output
+    std::chrono::milliseconds timePerProperty{}; ///< that a comparison takes
 };
 
 /// The backups of a session and what comparing them gives.
 struct FixtureComparisons {
     FixtureAnswer listing;
+    FixtureAnswer latest;  ///< backup
     FixtureAnswer backups; ///< compared on the compare screen
     FixtureAnswer changes; ///< in one backup
 

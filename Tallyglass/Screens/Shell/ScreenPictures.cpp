@@ -122,7 +122,7 @@ void ScreenPictures::compareBackups(const QQuickItem& screen) {
     DiffModel* diff = compare && !compare->isLocked() ? compare->diff() : nullptr;
     if (!diff)
         return;
-    using enum ScreenActions::Comparing;
+    using enum ScreenActions::Work;
     while (diff->isLoadingBackups() ||
            (diff->backups().empty() && !diff->error() && !diff->unavailableReason()))
         waitForEvents();
