@@ -48,6 +48,7 @@ struct Command {
 [[nodiscard]] std::vector<Command> cacheCommands();     ///< comparisons, search, rollups, history-of-changes
 [[nodiscard]] std::vector<Command> historyCommands();   ///< trace, export
 [[nodiscard]] std::vector<Command> exclusionCommands(); ///< exclusions, exclude, include
+[[nodiscard]] std::vector<Command> insightCommands();   ///< diagnostics, benchmark
 [[nodiscard]] Command propertyListCommand();            ///< plist
 
 } // namespace tallyglass::commandline

@@ -7,6 +7,8 @@
 #include "TallyglassKit/Comparison/Comparison.h"
 #include "TallyglassKit/Comparison/DirectoryRollup.h"
 #include "TallyglassKit/Health/BackupHealth.h"
+#include "TallyglassKit/Insight/CompareBenchmark.h"
+#include "TallyglassKit/Insight/DiagnosticsDump.h"
 #include "TallyglassKit/Insight/ExclusionStatus.h"
 #include "TallyglassKit/Platform/Text/Timestamps.h"
 
@@ -34,6 +36,8 @@ JSON toJSON(const std::pair<Comparison, ChangeRecord>& event);
 JSON toJSON(const FileVersion& version);
 JSON toJSON(const FileVersionSpan& span);
 JSON toJSON(const ExclusionStatus& status);
+JSON toJSON(const DiagnosticsDump::Step& step);
+JSON toJSON(const BenchmarkResult& result);
 
 template <typename Value>
 JSON toJSON(const std::optional<Value>& value) {
@@ -213,6 +217,27 @@ JSON toJSON(const ExclusionStatus& status) {
             {"explanation", status.explanation()}};
 }
 
+JSON toJSON(const DiagnosticsDump::Step& step) {
+    return {{"id", step.id},
+            {"label", step.label},
+            {"arguments", step.arguments},
+            {"exitCode", toJSON(step.exitCode)},
+            {"byteCount", step.byteCount},
+            {"error", toJSON(step.error)},
+            {"succeeded", step.succeeded()}};
+}
+
+JSON toJSON(const BenchmarkResult& result) {
+    return {{"label", result.label},
+            {"arguments", result.arguments},
+            {"seconds", result.seconds},
+            {"secondsPerPair", result.secondsPerPair()},
+            {"changeCount", toJSON(result.changeCount)},
+            {"pairsUsed", result.pairsUsed},
+            {"error", toJSON(result.error)},
+            {"succeeded", result.succeeded()}};
+}
+
 void print(std::ostream& out, const JSON& document) {
     // File names needn't be valid UTF-8, JSON must be.
     out << document.dump(2, ' ', false, JSON::error_handler_t::replace) << "\n";
@@ -286,6 +311,16 @@ void printJSON(std::ostream& out, const Export& done) {
 
 void printJSON(std::ostream& out, std::span<const ExclusionStatus> statuses) {
     print(out, toJSONArray(statuses));
+}
+
+void printJSON(std::ostream& out, const DiagnosticsDump& dump) {
+    print(out, {{"directory", dump.directory.string()},
+                {"summary", dump.summary()},
+                {"steps", toJSONArray(dump.steps)}});
+}
+
+void printJSON(std::ostream& out, std::span<const BenchmarkResult> results) {
+    print(out, toJSONArray(results));
 }
 
 void printOverviewJSON(std::ostream& out, const BackupStatus& status,

@@ -23,7 +23,9 @@
 namespace tallyglass {
 struct BackupManifestEntry;
 struct BackupStatus;
+struct BenchmarkResult;
 struct ChangeRecord;
+struct DiagnosticsDump;
 struct DirectoryRollup;
 struct ExclusionStatus;
 } // namespace tallyglass
@@ -69,6 +71,8 @@ void printJSON(std::ostream& out, const ComparisonResult& result, std::span<cons
 void printJSON(std::ostream& out, const FileHistory& history);
 void printJSON(std::ostream& out, const Export& done);
 void printJSON(std::ostream& out, std::span<const ExclusionStatus> statuses);
+void printJSON(std::ostream& out, const DiagnosticsDump& dump);
+void printJSON(std::ostream& out, std::span<const BenchmarkResult> results);
 
 void printOverviewJSON(std::ostream& out, const BackupStatus& status,
                        const std::optional<TMSettings>& settings, std::span<const DiffEngine::Backup> latest,

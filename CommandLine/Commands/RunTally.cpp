@@ -101,6 +101,7 @@ std::vector<Command> allCommands() {
     std::ranges::move(cacheCommands(), std::back_inserter(commands));
     std::ranges::move(historyCommands(), std::back_inserter(commands));
     std::ranges::move(exclusionCommands(), std::back_inserter(commands));
+    std::ranges::move(insightCommands(), std::back_inserter(commands));
     commands.push_back(propertyListCommand());
     return commands;
 }

@@ -10,6 +10,8 @@
 #include "TallyglassKit/Platform/SystemPaths.h"
 #include "TallyglassKit/Platform/UserDefaults.h"
 
+#include <chrono>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -28,12 +30,15 @@ struct AppEnvironment {
     SystemPaths paths;
     TMUtilRunner runner;
     Clock clock;
-    std::function<FDAStatus()> probeAccess; ///< blocks; called on the pool
-    TimerFactory makeTimer;                 ///< timers that count through sleep
-    std::shared_ptr<CacheSession> cache;    ///< runs `runner`; never null
-    UserDefaults defaults;                  ///< read and written on the pool
-    std::function<std::string()> userName;  ///< the name with which the user logged in
-    Workspace* workspace = nullptr;         ///< outlives the models; without one nothing is opened
+    std::function<FDAStatus()> probeAccess;               ///< blocks; called on the pool
+    TimerFactory makeTimer;                               ///< timers that count through sleep
+    std::shared_ptr<CacheSession> cache;                  ///< runs `runner`; never null
+    UserDefaults defaults;                                ///< read and written on the pool
+    std::function<std::string()> userName;                ///< the name with which the user logged in
+    std::function<std::filesystem::path()> desktopFolder; ///< of the user; reads a file
+    /// The time for each probe of a diagnostics capture.
+    std::chrono::milliseconds probeTime = TMUtilRunner::defaultKillAfter;
+    Workspace* workspace = nullptr; ///< outlives the models; without one nothing is opened
 };
 
 } // namespace tallyglass

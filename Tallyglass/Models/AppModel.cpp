@@ -11,7 +11,13 @@ namespace tallyglass {
 
 AppModel::AppModel(AppEnvironment environment, QObject* parent)
     : QObject(parent), m_environment(std::move(environment)),
-      m_manifestReader(m_environment.runner, m_environment.paths) {}
+      m_manifestReader(m_environment.runner, m_environment.paths), m_diagnostics(m_environment.makeTimer),
+      m_benchmark(m_environment.makeTimer) {
+    for (const auto topic : {&JobProgress::textChanged, &JobProgress::elapsedChanged}) {
+        connect(&m_diagnostics, topic, this, &AppModel::diagnosticsChanged);
+        connect(&m_benchmark, topic, this, &AppModel::benchmarkChanged);
+    }
+}
 
 AppModel::~AppModel() = default;
 
@@ -67,10 +73,13 @@ TaskHandle AppModel::readStatus(Then then) {
 }
 
 void AppModel::take(const BackupStatus& status, const std::optional<std::string>& error) {
+    const bool hasEnded = this->status().isRunning && !status.isRunning;
     m_rateWindow.take(status, now());
     setStatus(status);
     setLastError(error);
     m_backupRate.setValue(m_rateWindow.rate());
+    if (hasEnded)
+        emit backupEnded();
 }
 
 void AppModel::reloadManifest() {
@@ -109,7 +118,6 @@ void AppModel::tick(bool wasRunning) {
         const bool justEnded = wasRunning && !status().isRunning;
         if (!justEnded)
             return scheduleTick();
-        emit backupEnded();
         m_pollTask = readSettings([this] { m_pollTask = readManifest([this] { scheduleTick(); }); });
     });
 }

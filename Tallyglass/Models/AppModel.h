@@ -1,5 +1,6 @@
 // The root of what the screens show: what the backup engine is doing, the settings, the chosen destination
-// and its health, the manifest and the permission. One for the life of the process.
+// and its health, the manifest and the permission, and the two long jobs of the dashboard. One for the life
+// of the process.
 //
 // Main thread only, and it never waits here for a child or a file: operations that need one return at once
 // and their results land in the observable fields. They may overlap; each writes its results when it has
@@ -9,6 +10,7 @@
 #pragma once
 
 #include "Tallyglass/Models/AppEnvironment.h"
+#include "Tallyglass/Models/JobProgress.h"
 #include "Tallyglass/Models/Task.h"
 #include "Tallyglass/Models/Timer.h"
 #include "TallyglassKit/Access/BackupManifest.h"
@@ -20,11 +22,15 @@
 #include "TallyglassKit/Access/TMSettings.h"
 #include "TallyglassKit/Access/TMUtilRunner.h"
 #include "TallyglassKit/Health/BackupHealth.h"
+#include "TallyglassKit/Insight/CompareBenchmark.h"
+#include "TallyglassKit/Insight/DiagnosticsDump.h"
 #include "TallyglassKit/Platform/Clock.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <QObject>
 #include <QProperty>
+#include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -61,6 +67,30 @@ public:
         return m_selectedDestinationID.value();
     }
     [[nodiscard]] const std::vector<BackupManifestEntry>& manifest() const { return m_manifest.value(); }
+
+    /// What a diagnostics capture is at; present exactly while one runs.
+    [[nodiscard]] const std::optional<std::string>& diagnosticsProgress() const {
+        return m_diagnostics.text();
+    }
+    /// Why the last capture failed.
+    [[nodiscard]] const std::optional<std::string>& diagnosticsError() const {
+        return m_diagnosticsError.value();
+    }
+    /// Of the last capture that ran to its end.
+    [[nodiscard]] const std::optional<DiagnosticsDump>& lastDump() const { return m_lastDump.value(); }
+    // The same of a benchmark.
+    [[nodiscard]] const std::optional<std::string>& benchmarkProgress() const { return m_benchmark.text(); }
+    [[nodiscard]] const std::optional<std::string>& benchmarkError() const {
+        return m_benchmarkError.value();
+    }
+    [[nodiscard]] const std::vector<BenchmarkResult>& benchmarkResults() const {
+        return m_benchmarkResults.value();
+    }
+    /// Whether the report on these results could be saved.
+    [[nodiscard]] bool isBenchmarkSaved() const { return m_isBenchmarkSaved.value(); }
+    /// Such as "1:15".
+    [[nodiscard]] std::string diagnosticsElapsed() const { return m_diagnostics.elapsedText(); }
+    [[nodiscard]] std::string benchmarkElapsed() const { return m_benchmark.elapsedText(); }
 
     void setStatus(const BackupStatus& status) { m_status.setValue(status); }
     void setLastError(const std::optional<std::string>& text) { m_lastError.setValue(text); }
@@ -116,6 +146,18 @@ public:
     Q_INVOKABLE void startBackup();
     Q_INVOKABLE void stopBackup();
 
+    /// Saves what tmutil says to the desktop and shows the folder in the file manager; a failure goes to
+    /// `lastError` too. Stops and drops a capture that runs.
+    void captureDiagnostics();
+    /// Stops the capture and drops it. The earlier dump stays.
+    void cancelDiagnostics();
+
+    /// Measures what comparisons cost and saves the report beside the diagnostics; a failure goes to
+    /// `lastError` too. Stops and drops a benchmark that runs.
+    void runBenchmark(std::optional<std::int64_t> depth);
+    /// Stops the benchmark and drops it. The earlier results stay.
+    void cancelBenchmark();
+
     Q_INVOKABLE void openFullDiskAccessSettings();
     /// Shows this program in the file manager.
     Q_INVOKABLE void revealAppInFinder();
@@ -128,10 +170,17 @@ signals:
     void permissionChanged();
     void refreshingChanged();
     void fixtureSessionChanged();
-    void backupEnded(); ///< the polling has noticed
+    void diagnosticsChanged(); ///< what begins with diagnostics, lastDump
+    void benchmarkChanged();   ///< what begins with benchmark, isBenchmarkSaved
+    void backupEnded();        ///< a reading of the status has noticed
 
 private:
     using Then = std::function<void()>;
+
+    struct Benchmark {
+        std::vector<BenchmarkResult> results;
+        bool isSaved;
+    };
 
     TaskHandle readSettings(Then then);
     TaskHandle readStatus(Then then);
@@ -139,6 +188,8 @@ private:
     void command(void (TMUtilRunner::*verb)(std::stop_token) const);
     void take(const BackupStatus& status, const std::optional<std::string>& error);
     void probePermission(Then then);
+    void tellProbe(const std::string& label) { m_diagnostics.setText(label); }
+    void tellCondition(const std::string& text);
     void scheduleTick();
     void tick(bool wasRunning);
     [[nodiscard]] BackupHealth analyze(const TMDestination& destination) const;
@@ -148,6 +199,10 @@ private:
     RateWindow m_rateWindow;
     std::unique_ptr<Timer> m_pollTimer; ///< absent until the polling starts
     TaskHandle m_pollTask;
+    JobProgress m_diagnostics;
+    JobProgress m_benchmark;
+    TaskHandle m_diagnosticsTask;
+    TaskHandle m_benchmarkTask;
 
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, BackupStatus, m_status, &AppModel::statusChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_lastError, &AppModel::errorChanged)
@@ -163,6 +218,16 @@ private:
                                &AppModel::settingsChanged)
     Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::vector<BackupManifestEntry>, m_manifest,
                                &AppModel::manifestChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_diagnosticsError,
+                               &AppModel::diagnosticsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<std::string>, m_benchmarkError,
+                               &AppModel::benchmarkChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::optional<DiagnosticsDump>, m_lastDump,
+                               &AppModel::diagnosticsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppModel, std::vector<BenchmarkResult>, m_benchmarkResults,
+                               &AppModel::benchmarkChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppModel, bool, m_isBenchmarkSaved, false,
+                                         &AppModel::benchmarkChanged)
 };
 
 } // namespace tallyglass

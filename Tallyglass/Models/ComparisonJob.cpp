@@ -4,37 +4,24 @@
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Comparison/ComparisonProgress.h"
 
-#include <fmt/format.h>
-
 #include <utility>
 #include <variant>
 
 namespace tallyglass {
 
-namespace {
-
-constexpr double tickInterval = 1; // seconds
-
-} // namespace
-
 ComparisonJob::ComparisonJob(const AppEnvironment& environment, QObject* parent)
-    : QObject(parent), m_cache(environment.cache), m_ticker(environment.makeTimer()) {
-    connect(m_ticker.get(), &Timer::timeout, this, &ComparisonJob::tick);
+    : QObject(parent), m_cache(environment.cache), m_progress(environment.makeTimer) {
+    connect(&m_progress, &JobProgress::textChanged, this, &ComparisonJob::progressChanged);
+    connect(&m_progress, &JobProgress::elapsedChanged, this, &ComparisonJob::elapsedChanged);
 }
 
 ComparisonJob::~ComparisonJob() = default;
-
-std::string ComparisonJob::elapsedText() const {
-    return fmt::format("{}:{:02}", elapsed() / 60, elapsed() % 60);
-}
 
 void ComparisonJob::begin(const std::string& progressText) {
     m_task.cancel();
     m_error.setValue(std::nullopt);
     m_bytesReceived.setValue(0);
-    m_elapsed.setValue(0);
-    m_progressText.setValue(progressText);
-    m_ticker->start(tickInterval);
+    m_progress.begin(progressText);
 }
 
 void ComparisonJob::start(const std::string& from, const std::string& to, const CompareOptions& options,
@@ -47,7 +34,7 @@ void ComparisonJob::start(const std::string& from, const std::string& to, const 
 void ComparisonJob::start(Work work) {
     static constexpr const char* text = "Comparing…";
     if (isRunning() && !m_task.isActive())
-        m_progressText.setValue(text);
+        m_progress.setText(text);
     else
         begin(text);
     m_task = startTask(
@@ -78,7 +65,8 @@ void ComparisonJob::start(Work work) {
 void ComparisonJob::apply(const DiffEngine::Progress& progress) {
     if (const auto* running = std::get_if<DiffEngine::Running>(&progress))
         m_bytesReceived.setValue(running->bytesReceived);
-    m_progressText.setValue(tallyglass::progressText(progress));
+    if (const auto text = tallyglass::progressText(progress))
+        m_progress.setText(*text);
 }
 
 void ComparisonJob::take(LoadedComparison result) {
@@ -91,16 +79,14 @@ void ComparisonJob::take(LoadedComparison result) {
 }
 
 void ComparisonJob::end() {
-    m_ticker->stop();
-    m_progressText.setValue(std::nullopt);
+    m_progress.end();
 }
 
 void ComparisonJob::reset() {
     m_task.cancel();
     m_error.setValue(std::nullopt);
     m_bytesReceived.setValue(0);
-    m_elapsed.setValue(0);
-    end();
+    m_progress.reset();
 }
 
 void ComparisonJob::cancel() {
@@ -112,11 +98,6 @@ void ComparisonJob::abandon() {
         m_error.setValue("Comparison cancelled.");
     m_task.cancel();
     end();
-}
-
-void ComparisonJob::tick() {
-    m_elapsed.setValue(elapsed() + 1);
-    m_ticker->start(tickInterval);
 }
 
 } // namespace tallyglass

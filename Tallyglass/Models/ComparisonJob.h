@@ -6,8 +6,8 @@
 
 #pragma once
 
+#include "Tallyglass/Models/JobProgress.h"
 #include "Tallyglass/Models/Task.h"
-#include "Tallyglass/Models/Timer.h"
 #include "TallyglassKit/Comparison/CacheSession.h"
 
 #include <QObject>
@@ -37,12 +37,14 @@ public:
 
     [[nodiscard]] bool isRunning() const { return progressText().has_value(); }
     /// Present exactly while it runs.
-    [[nodiscard]] const std::optional<std::string>& progressText() const { return m_progressText.value(); }
+    [[nodiscard]] const std::optional<std::string>& progressText() const { return m_progress.text(); }
     /// Bytes that tmutil has printed so far.
     [[nodiscard]] std::int64_t bytesReceived() const { return m_bytesReceived.value(); }
     /// Seconds for which it has run.
-    [[nodiscard]] std::int64_t elapsed() const { return m_elapsed.value(); }
-    [[nodiscard]] std::string elapsedText() const; ///< "1:15"; hours are minutes too
+    [[nodiscard]] std::int64_t elapsed() const { return m_progress.elapsed(); }
+    [[nodiscard]] std::string elapsedText() const {
+        return m_progress.elapsedText();
+    } ///< "1:15"; hours are minutes too
 
     [[nodiscard]] const std::optional<Comparison>& comparison() const { return m_comparison; }
     [[nodiscard]] const std::vector<ChangeRecord>& rows() const { return m_rows; }
@@ -76,17 +78,14 @@ private:
 
     void apply(const DiffEngine::Progress& progress);
     void take(LoadedComparison result);
-    void tick();
 
     const std::shared_ptr<CacheSession> m_cache;
-    const std::unique_ptr<Timer> m_ticker;
+    JobProgress m_progress;
     TaskHandle m_task;
     std::optional<Comparison> m_comparison;
     std::vector<ChangeRecord> m_rows;
 
-    Q_OBJECT_BINDABLE_PROPERTY(Self, std::optional<std::string>, m_progressText, &Self::progressChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, std::int64_t, m_bytesReceived, 0, &Self::progressChanged)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Self, std::int64_t, m_elapsed, 0, &Self::elapsedChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Self, std::optional<std::string>, m_error, &Self::errorChanged)
 };
 

@@ -16,7 +16,7 @@ namespace {
 /// Seconds that the load of a session without end has lasted, and those between two readings of the status
 /// where the rate is measured.
 double passedTime(std::string_view name, const FixtureMachine& machine) {
-    if (name == "changes-waiting" || name == "history-running")
+    if (name == "changes-waiting" || name == "history-running" || name == "diagnostics-running")
         return 2;
     if (name == "changes-running" || name == "changes-network")
         return 75;
@@ -24,7 +24,7 @@ double passedTime(std::string_view name, const FixtureMachine& machine) {
 }
 
 ScreenActions actionsOf(std::string_view name, const FixtureMachine& machine) {
-    using enum ScreenActions::Comparing;
+    using enum ScreenActions::Work;
     ScreenActions actions{.stopsBackup = machine.stopFailure.has_value(),
                           .comparing = none,
                           .expandedFolders = {"/Users", "/Users/alex"},
@@ -39,6 +39,10 @@ ScreenActions actionsOf(std::string_view name, const FixtureMachine& machine) {
         actions.liftsDepthLimit = name == "compare-failure";
         actions.comparesAll = name == "compare-backfill";
     }
+    if (name.starts_with("diagnostics-"))
+        actions.capturing = name == "diagnostics-running" ? begin : finish;
+    if (name == "diagnostics-running" || name == "diagnostics-results")
+        actions.benchmarking = actions.capturing;
     actions.togglesExclusion = name == "exclusions-failure";
     if (name == "changes-waiting" || name == "history-running")
         actions.changes = {.elapsed = "0:02", .hasReceived = false};
@@ -58,6 +62,8 @@ AppEnvironment environmentOf(const std::shared_ptr<FixtureTool>& tool, double pa
     result.probeAccess = [access = tool->machine().access] { return access; };
     result.cache = std::make_shared<CacheSession>(result.runner, tool->files().cache());
     result.defaults = UserDefaults(tool->files().defaults());
+    result.desktopFolder = [tool] { return tool->files().desktop(); };
+    result.probeTime = std::chrono::hours(24);
     result.userName = [] { return std::string("alex"); };
     return result;
 }
@@ -73,6 +79,8 @@ std::optional<FixtureSession> FixtureSession::make(std::string_view name, Date n
     if (!machine)
         return std::nullopt;
     const auto tool = std::make_shared<FixtureTool>(name, now);
+    if (name == "diagnostics-failure")
+        tool->files().write(tool->files().desktop(), {});
     return FixtureSession{.environment = environmentOf(tool, passedTime(name, *machine)),
                           .actions = actionsOf(name, *machine),
                           .measuresRate = machine->rate.has_value()};

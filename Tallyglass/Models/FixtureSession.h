@@ -21,7 +21,7 @@ namespace tallyglass {
 /// What somebody does on the screens before they are looked at. Made without values, it is what is done on a
 /// real machine.
 struct ScreenActions {
-    enum class Comparing : std::uint8_t { none, begin, finish };
+    enum class Work : std::uint8_t { none, begin, finish };
     /// A load that never ends is at its place once this is shown.
     struct Standstill {
         std::string elapsed; ///< such as "1:15"
@@ -30,13 +30,15 @@ struct ScreenActions {
 
     bool stopsBackup = false;
     bool liftsDepthLimit = true;
-    Comparing comparing = Comparing::finish;
+    Work comparing = Work::finish;
     std::vector<std::string> expandedFolders = {}; ///< of the changes in the newest backup, in this order
     std::optional<Standstill> changes = {};
     std::optional<std::string> tracedPath = {}; ///< else a file that the comparison found changed
     bool traces = true;
-    bool tracesForever = false;    ///< the scan doesn't end
-    bool comparesAll = false;      ///< all neighbouring backups, up to where that halts
+    bool tracesForever = false;  ///< the scan doesn't end
+    bool comparesAll = false;    ///< all neighbouring backups, up to where that halts
+    Work capturing = Work::none; ///< of diagnostics
+    Work benchmarking = Work::none;
     bool togglesExclusion = false; ///< of the first watched item that can be toggled
 };
 

@@ -606,14 +606,6 @@
         <source>Re-run</source>
         <translation type="unfinished"></translation>
     </message>
-    <message>
-        <source>Running for %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation type="unfinished"></translation>
-    </message>
 </context>
 <context>
     <name>CompareResults</name>
@@ -726,6 +718,69 @@
     </message>
     <message>
         <source>since %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticsCard</name>
+    <message>
+        <source>Diagnostics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saves raw tmutil output to a folder on your Desktop. Read-only — nothing in your backups is modified.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture Diagnostics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reveal Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Benchmark comparison strategies</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Times property sets and concurrency levels, each against its own disjoint backup pairs so every measurement starts cold. Takes a few minutes and reads only — nothing is modified.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run Benchmark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy report</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exit code %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Succeeded</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Of the sets that also look at dates, “%1” was the fastest here: %2 s per pair. Size alone misses changes that keep a file&apos;s size. One run can&apos;t settle small differences.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Without Full Disk Access most probes will record a permission error.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 pairs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved to the diagnostics folder as benchmark.txt.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -996,10 +1051,6 @@
         <source>Choose…</source>
         <translation type="unfinished"></translation>
     </message>
-    <message>
-        <source>Cancel</source>
-        <translation type="unfinished"></translation>
-    </message>
 </context>
 <context>
     <name>FileHistoryView</name>
@@ -1130,6 +1181,17 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     </message>
     <message>
         <source>Couldn’t remove the helper</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>JobControls</name>
+    <message>
+        <source>Running for %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1270,6 +1332,36 @@ Afterward, quit and drag Tallyglass to the Trash to finish.</source>
     <name>SplitHandle</name>
     <message>
         <source>Width of the sidebar</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SupportCard</name>
+    <message>
+        <source>Support the project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyglass is free and independent. If it has spared you a backup scare, you can chip in toward its upkeep — nothing is locked behind it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support development</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Apple Pay &amp; cards · secure checkout by Stripe</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SupportViewModel</name>
+    <message>
+        <source>Opens a secure Stripe checkout in your browser</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set your Stripe Payment Link in Support</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

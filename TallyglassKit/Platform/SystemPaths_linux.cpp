@@ -1,26 +1,9 @@
 #include "TallyglassKit/Platform/SystemPaths.h"
+#include "TallyglassKit/Platform/UserFolders.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
-#include <array>
 #include <cstdlib>
 
 namespace tallyglass {
-
-namespace {
-
-std::filesystem::path homeFolder() {
-    if (const char* home = std::getenv("HOME"); home && *home)
-        return home;
-    std::array<char, 16384> texts{};
-    passwd entry{};
-    passwd* user = nullptr;
-    getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &user);
-    return user ? user->pw_dir : "/";
-}
-
-} // namespace
 
 SystemPaths SystemPaths::standard() {
     if (const char* root = std::getenv("TALLYGLASS_ROOT"); root && *root)

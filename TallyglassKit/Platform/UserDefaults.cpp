@@ -3,13 +3,13 @@
 #include "TallyglassKit/Platform/Error.h"
 #include "TallyglassKit/Platform/ErrorText.h"
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileError.h"
 #include "TallyglassKit/Platform/Files/PrivateFile.h"
 #include "TallyglassKit/Platform/SystemPaths.h"
 
 #include <fcntl.h>
 #include <nlohmann/json.hpp>
 #include <sys/file.h>
-#include <unistd.h>
 
 #include <fstream>
 #include <system_error>
@@ -24,16 +24,11 @@ using Json = nlohmann::json;
     throw Error("The settings could not be saved to " + file.string() + ": " + errorText(error));
 }
 
-FileDescriptor openFile(const std::filesystem::path& file, int flags) {
-    FileDescriptor descriptor(::open(file.c_str(), flags | O_CLOEXEC, 0600));
-    if (!descriptor.isOpen())
-        fail(file);
-    return descriptor;
-}
-
 // Locks the settings against changes by others, until the descriptor is closed.
 FileDescriptor lockFile(const std::filesystem::path& file) {
-    FileDescriptor descriptor = openFile(file, O_RDWR | O_CREAT);
+    FileDescriptor descriptor(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    if (!descriptor.isOpen())
+        fail(file);
     while (::flock(descriptor.fd(), LOCK_EX) != 0)
         if (errno != EINTR)
             fail(file);
@@ -41,16 +36,11 @@ FileDescriptor lockFile(const std::filesystem::path& file) {
 }
 
 void writeFile(const std::filesystem::path& file, std::string_view text) {
-    const FileDescriptor descriptor = openFile(file, O_WRONLY | O_CREAT | O_TRUNC);
-    while (!text.empty()) {
-        const ssize_t count = ::write(descriptor.fd(), text.data(), text.size());
-        if (count >= 0)
-            text.remove_prefix(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            fail(file);
+    try {
+        writePrivateFile(file, text);
+    } catch (const FileError& error) {
+        fail(file, error.code());
     }
-    if (::fsync(descriptor.fd()) != 0)
-        fail(file);
 }
 
 // The file's object of keys; discarded if the file is missing or broken.
@@ -107,9 +97,7 @@ void UserDefaults::setStringArray(std::string_view key, const std::vector<std::s
     }
     settings[std::string(key)] = value;
 
-    const auto next = beside(m_file, ".new");
-    writeFile(next, settings.dump(4, ' ', false, Json::error_handler_t::replace));
-    moveFile(next, m_file);
+    writeFile(m_file, settings.dump(4, ' ', false, Json::error_handler_t::replace));
 }
 
 } // namespace tallyglass

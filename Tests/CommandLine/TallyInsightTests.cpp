@@ -1,4 +1,4 @@
-// The history of files and the exclusions from a terminal.
+// The history of files, the exclusions, diagnostics and the benchmark from a terminal.
 
 #include "TallyglassKit/Access/BackupName.h"
 #include "TallyglassKit/Platform/Files/FileReading.h"
@@ -14,6 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -103,6 +104,50 @@ TEST_F(TallyInsightTest, showsAndSwitchesExclusions) {
     EXPECT_EQ(onOwnMachine({"exclude", machine.home() / "missing"}).exitCode, 1);
     EXPECT_THAT(tally({"--root", machine.root(), "exclusions", documents}).out,
                 StartsWith("included  " + documents + "\n          Included in backups.\n"));
+}
+
+TEST_F(TallyInsightTest, savesDiagnosticsOfAMachine) {
+    const auto into = (folder() / "dump").string();
+
+    const auto dump = onMachine({"diagnostics", "--into", into + "/", "--depth", "2", "--json"}).json();
+
+    EXPECT_EQ(dump.at("directory"), into);
+    EXPECT_EQ(dump.at("summary"), "8 of 8 probes succeeded");
+    const auto& steps = dump.at("steps");
+    EXPECT_EQ(steps.at(0).size(), 7U);
+    EXPECT_EQ(steps.at(5).at("label"), "Compare last two backups (depth 2)");
+    EXPECT_EQ(steps.at(5).at("exitCode"), 0);
+    EXPECT_EQ(steps.at(5).at("error"), nullptr);
+    EXPECT_EQ(steps.at(7).at("succeeded"), true);
+    EXPECT_EQ(readFile(into + "/listbackups.txt").view(), [] {
+        std::string lines;
+        for (const auto& backup : SampleMachine::shared().backups())
+            lines += backup + "\n";
+        return lines;
+    }());
+    const auto text = onMachine({"diagnostics", "--into", into}).out;
+    EXPECT_THAT(text, StartsWith("8 of 8 probes succeeded\nOK    Destination info\n      "));
+    EXPECT_THAT(text, EndsWith("\nSaved in " + into + "\n"));
+
+    const auto inside = onMachine({"diagnostics", "--into", inBackup(0, "/Users")});
+    EXPECT_EQ(inside.exitCode, 1);
+    EXPECT_THAT(inside.err, HasSubstr("backups are never changed"));
+}
+
+TEST_F(TallyInsightTest, measuresComparisonsOnAMachine) {
+    const auto results = onMachine({"benchmark", "--pairs", "1", "--depth", "1", "--json"}).json();
+
+    ASSERT_EQ(results.size(), 5U); // eight backups: three sets, two levels with two pairs each
+    EXPECT_EQ(results.at(0).at("arguments"), nlohmann::json({"-X", "-@gmstu", "-D", "1"}));
+    EXPECT_EQ(results.at(0).at("pairsUsed"), 1);
+    EXPECT_EQ(results.at(0).at("secondsPerPair"), results.at(0).at("seconds"));
+    EXPECT_EQ(results.at(3).at("label"), "concurrency 4");
+    EXPECT_EQ(results.at(3).at("error"), nullptr);
+    EXPECT_EQ(results.at(3).size(), 8U);
+    EXPECT_THAT(
+        onMachine({"benchmark", "--pairs", "9"}).out,
+        testing::AllOf(StartsWith("Tallyglass — compare benchmark\n"),
+                       HasSubstr("\nsize only (-s)\n    tmutil compare -X -s -D 3 …\n    2 pairs\n")));
 }
 
 } // namespace

@@ -43,10 +43,10 @@ TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
     EXPECT_EQ(help.exitCode, 0);
     for (const char* word : {"status",
                              "health",
+                             "backfill",
                              "settings",
                              "backups",
                              "manifest",
-                             "backfill",
                              "compare",
                              "comparisons",
                              "search",
@@ -57,6 +57,8 @@ TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
                              "exclusions",
                              "exclude",
                              "include",
+                             "diagnostics",
+                             "benchmark",
                              "plist",
                              "--root",
                              "--json",
@@ -282,11 +284,15 @@ TEST_F(TallyWithScriptTest, saysSoWhenDescriptorsRunOut) {
 class TallyInterruptionTest : public TallyWithScriptTest {
 protected:
     /// Sends the signals when the child has run `script` and begins to sleep. Returns the exit code of tally.
-    int exitCode(const std::string& script, const std::vector<int>& signals) {
+    int exitCode(const std::string& script, const std::vector<int>& signals,
+                 const std::vector<std::string>& command = {"compare", "/a", "/b"}) {
         const auto pidFile = (folder() / "pid").string();
+        std::filesystem::remove(pidFile);
         tmutilDoes(script + "; echo $$ > '" + pidFile + ".new'; mv '" + pidFile + ".new' '" + pidFile +
                    "'; exec sleep 600");
-        const pid_t pid = start({"--root", root(), "compare", "/a", "/b"});
+        std::vector<std::string> arguments{"--root", root()};
+        arguments.insert(arguments.end(), command.begin(), command.end());
+        const pid_t pid = start(arguments);
         while (!std::filesystem::exists(pidFile))
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         std::ifstream(pidFile) >> m_child;
@@ -300,6 +306,8 @@ protected:
     void TearDown() override {
         if (m_child > 0)
             kill(m_child, SIGKILL);
+    }
+    void expectRecord() const {
         EXPECT_EQ(tally({"comparisons", "--json"}).json().at(0).at("errorMessage"), "Cancelled");
     }
 
@@ -310,11 +318,20 @@ private:
 TEST_F(TallyInterruptionTest, stopsTheChildAndRecordsTheCancellation) {
     EXPECT_EQ(exitCode(":", {SIGINT}), 130);
     EXPECT_FALSE(childLivesOn());
+    expectRecord();
+}
+
+TEST_F(TallyInterruptionTest, endsTheChildrenOfDiagnosticsAndTheBenchmark) {
+    EXPECT_EQ(exitCode(":", {SIGINT}, {"diagnostics", "--into", folder() / "dump"}), 130);
+    EXPECT_FALSE(childLivesOn());
+    EXPECT_EQ(exitCode("[ $1 = compare ] || exec printf '/1\n/2\n/3\n/4\n'", {SIGTERM}, {"benchmark"}), 130);
+    EXPECT_FALSE(childLivesOn());
 }
 
 TEST_F(TallyInterruptionTest, killsAChildThatWontStopAtTheSecondSignal) {
     EXPECT_EQ(exitCode("trap '' TERM", {SIGINT, SIGTERM}), 130);
     EXPECT_FALSE(childLivesOn());
+    expectRecord();
 }
 
 } // namespace

@@ -144,6 +144,34 @@ TEST_F(Fixture, watchesItemsOfEveryKind) {
     }
 }
 
+TEST_F(Fixture, isDiagnosedAndMeasured) {
+    const auto capture = [](std::string_view name) {
+        auto model = std::make_unique<AppModel>(session(name).environment);
+        model->captureDiagnostics();
+        return model;
+    };
+    for (const auto& [name, summary] : {std::pair("diagnostics-results", "7 of 8 probes succeeded"),
+                                        {"diagnostics-denied", "1 of 7 probes succeeded"}}) {
+        const auto model = capture(name);
+        waitUntil([&] { return !model->diagnosticsProgress(); });
+        EXPECT_EQ(model->lastDump()->summary(), summary);
+    }
+    const auto failed = capture("diagnostics-failure");
+    waitUntil([&] { return failed->lastError().has_value(); });
+    const auto running = capture("diagnostics-running");
+    running->runBenchmark(3);
+    waitUntil([&] {
+        return running->diagnosticsProgress() == "Latest backup" && running->diagnosticsElapsed() == "0:02" &&
+               running->benchmarkProgress()->starts_with("Timing");
+    });
+
+    AppModel measured(session("diagnostics-results").environment);
+    measured.runBenchmark(3);
+    waitUntil([&] { return !measured.benchmarkProgress(); });
+    EXPECT_THAT(measured.benchmarkResults(), SizeIs(5));
+    EXPECT_NE(CompareBenchmark::fastestSet(measured.benchmarkResults()), nullptr);
+}
+
 TEST_F(Fixture, showsTheChangesInItsNewestBackup) {
     for (const std::string_view name : FixtureSession::names()) {
         const auto changes = load(name);

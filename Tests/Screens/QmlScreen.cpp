@@ -16,7 +16,7 @@ namespace {
 QByteArray imports() {
     QByteArray lines = "import QtQuick\n";
     for (const char* room : {"Controls", "Context", "Dashboard", "Timeline", "Compare", "BackupChanges",
-                             "FileHistory", "Exclusions", "AccessGuide", "Shell"})
+                             "FileHistory", "Exclusions", "Diagnostics", "AccessGuide", "Shell"})
         lines += QByteArray("import Tallyglass.") + room + '\n';
     return lines;
 }

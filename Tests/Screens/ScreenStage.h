@@ -22,7 +22,7 @@ class ScreenStage {
 public:
     TemporaryFolder folder; ///< the root of the empty machine
 
-    ScreenStage() : ScreenStage([](const auto& root) { return AppEnvironment(SystemPaths(root)); }) {}
+    ScreenStage() : ScreenStage(emptyMachine) {}
     explicit ScreenStage(AppEnvironment environment)
         : ScreenStage([&environment](const auto&) { return std::move(environment); }) {}
     /// Over what `make` makes of the folder.
@@ -54,6 +54,11 @@ public:
     std::optional<TimelinePoint> changesTarget; ///< of the last request for a backup's changes
 
 private:
+    static AppEnvironment emptyMachine(const std::filesystem::path& root) {
+        AppEnvironment environment{SystemPaths(root)};
+        environment.desktopFolder = [root] { return root / "Desktop"; };
+        return environment;
+    }
     AppEnvironment withWorkspace(AppEnvironment environment) {
         environment.workspace = &workspace;
         return environment;

@@ -34,6 +34,7 @@ constexpr Glyph glyphs[] = {
     {"clock.arrow.trianglehead.counterclockwise.rotate.90", 0xE8BA}, // settings_backup_restore
     {"clock.badge.exclamationmark", 0xE51D},                         // running_with_errors
     {"clock.badge.questionmark", 0xE88B},                            // hourglass_empty
+    {"doc.on.doc", 0xE14D},                                          // content_copy
     {"exclamationmark", 0xE645},                                     // priority_high
     {"exclamationmark.octagon", 0xF052},                             // report_gmailerrorred
     {"exclamationmark.octagon.fill", 0xE160},                        // report

@@ -142,8 +142,17 @@ void haltBackfill(FixtureComparisons& all) {
 
 FixtureComparisons FixtureComparisons::make(std::string_view name, Date newest) {
     const FixtureAnswer result = resultOf(name, newest);
-    FixtureComparisons all{.listing = listingOf(30, newest), .backups = result, .changes = result};
-    if (name == "compare-running")
+    FixtureComparisons all{.listing = listingOf(30, newest),
+                           .latest = {.output = rootOfBackup(0, newest) + "\n"},
+                           .backups = result,
+                           .changes = result};
+    if (name == "diagnostics-results")
+        all.backups.timePerProperty = std::chrono::milliseconds(40);
+    else if (name == "diagnostics-running")
+        all.latest = all.backups = {.isWaiting = true};
+    else if (name == "diagnostics-denied")
+        all.listing = all.latest = {.failure = "tmutil: listbackups requires Full Disk Access privileges."};
+    else if (name == "compare-running")
         all.backups = {.isWaiting = true};
     else if (name == "compare-failure")
         all.backups = {.failure = "The backup disk was disconnected while tmutil compared the two backups."};

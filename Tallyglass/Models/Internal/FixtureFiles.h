@@ -23,6 +23,7 @@ public:
     [[nodiscard]] SystemPaths paths() const { return SystemPaths(m_root); }
     [[nodiscard]] std::filesystem::path cache() const { return m_root / "cache.sqlite"; }
     [[nodiscard]] std::filesystem::path defaults() const { return m_root / "defaults.json"; }
+    [[nodiscard]] std::filesystem::path desktop() const { return m_root / "Users/alex/Desktop"; }
     /// What "tmutil machinedirectory" says; empty if it fails.
     [[nodiscard]] const std::string& machineDirectory() const { return m_machineDirectory; }
 

@@ -226,6 +226,18 @@ Machine withHelper(Date now) {
     return machine;
 }
 
+Machine withoutInfo(Date now) {
+    Machine machine = healthy(now);
+    machine.infoFailure = "tmutil: the destination could not be mounted.";
+    return machine;
+}
+
+Machine lockedWithoutInfo(Date now) {
+    Machine machine = locked(now);
+    machine.infoFailure = "tmutil: destinationinfo requires Full Disk Access privileges.";
+    return machine;
+}
+
 struct Session {
     std::string_view name;
     Machine (*make)(Date now);
@@ -265,6 +277,10 @@ constexpr auto sessions = std::to_array<Session>({
     {"history-failure", healthy},
     {"exclusions-items", healthy},
     {"exclusions-failure", healthy},
+    {"diagnostics-results", withoutInfo},
+    {"diagnostics-running", healthy},
+    {"diagnostics-denied", lockedWithoutInfo},
+    {"diagnostics-failure", healthy},
 });
 
 } // namespace

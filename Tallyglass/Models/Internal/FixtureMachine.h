@@ -10,6 +10,7 @@
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Platform/Date.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -30,6 +31,7 @@ struct FixtureMachine {
     FDAStatus access = FDAStatus::granted;
     std::optional<std::string> statusFailure; ///< what "tmutil status" fails with
     std::optional<std::string> stopFailure;   ///< what "tmutil stopbackup" fails with
+    std::optional<std::string> infoFailure;   ///< what "tmutil destinationinfo" fails with
 
     [[nodiscard]] static std::span<const std::string_view> names();
     /// Absent for a name that isn't among those.
@@ -41,12 +43,14 @@ struct FixtureAnswer {
     std::string output = {};
     std::string failure = {};
     bool isWaiting = false;
-    std::int64_t bytesBeforeWait = 0; ///< of output
+    std::int64_t bytesBeforeWait = 0;            ///< of output
+    std::chrono::milliseconds timePerProperty{}; ///< that a comparison takes
 };
 
 /// The backups of a session and what comparing them gives.
 struct FixtureComparisons {
     FixtureAnswer listing;
+    FixtureAnswer latest;  ///< backup
     FixtureAnswer backups; ///< compared on the compare screen
     /// The same by the age of the newer backup, 0 being the newest, where they differ.
     std::map<std::size_t, FixtureAnswer> exceptions = {};

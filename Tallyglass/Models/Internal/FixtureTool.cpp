@@ -2,6 +2,7 @@
 
 #include "Tallyglass/Models/AppModel.h"
 #include "Tallyglass/Models/Internal/FixtureHistory.h"
+#include "Tallyglass/Models/Internal/FixturePropertyList.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Platform/Error.h"
 
@@ -46,6 +47,19 @@ TMUtilResult answer(const FixtureAnswer& from, const TMUtilRunner::OnBytes& onBy
         waitForStop(stop);
     }
     return from.failure.empty() ? success(from.output) : failure(from.failure);
+}
+
+/// A comparison takes so long for each property that it is to look at. A stop ends it.
+void work(const TMUtilRunner::Arguments& comparison, std::chrono::milliseconds timePerProperty,
+          const std::stop_token& stop) {
+    if (timePerProperty == timePerProperty.zero())
+        return;
+    const auto properties = static_cast<int>(comparison[2].size()) - 1; // such as "-st"
+    std::mutex mutex;
+    std::condition_variable_any never;
+    std::unique_lock lock(mutex);
+    if (never.wait_for(lock, stop, timePerProperty * properties, [&] { return stop.stop_requested(); }))
+        throw Cancelled();
 }
 
 /// Without a destination they are on a disk that isn't one any more.
@@ -135,8 +149,16 @@ TMUtilResult FixtureTool::run(const TMUtilRunner::Arguments& arguments, const TM
                                                   : success(m_files.machineDirectory() + "\n");
     if (verb == "listbackups")
         return answer(m_results.listing, onBytes, stop);
-    if (verb == "compare")
-        return answer(comparison(arguments), onBytes, stop);
+    if (verb == "latestbackup")
+        return answer(m_results.latest, onBytes, stop);
+    if (verb == "destinationinfo")
+        return m_machine.infoFailure ? failure(*m_machine.infoFailure)
+                                     : success(fixture::propertyList(fixture::dictionary({})));
+    if (verb == "compare") {
+        const FixtureAnswer& result = comparison(arguments);
+        work(arguments, result.timePerProperty, stop);
+        return answer(result, onBytes, stop);
+    }
     if (verb == "isexcluded" || verb == "addexclusion" || verb == "removeexclusion")
         return m_exclusions.run(verb, std::span(arguments).subspan(1));
     return success({});

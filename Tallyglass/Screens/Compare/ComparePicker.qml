@@ -134,49 +134,24 @@ Card {
         }
     }
     Divider { width: parent.width }
-    Item {
+    JobControls {
         width: parent.width
-        implicitHeight: Math.max(start.height, progress.implicitHeight)
+        running: card.content.isRunning
+        progress: card.content.progressText
+        elapsed: card.viewModel.elapsed
+        onCancelRequested: card.viewModel.cancel()
 
-        Flow {
-            id: start
-            width: parent.width
-            visible: !card.content.isRunning
-            spacing: Theme.unit
-            Button {
-                highlighted: true
-                text: qsTr("Compare")
-                systemImage: "play.fill"
-                enabled: card.content.canRun
-                onClicked: card.viewModel.compare()
-            }
-            Button {
-                visible: card.content.canRerun
-                text: qsTr("Re-run")
-                onClicked: card.viewModel.rerun()
-            }
+        Button {
+            highlighted: true
+            text: qsTr("Compare")
+            systemImage: "play.fill"
+            enabled: card.content.canRun
+            onClicked: card.viewModel.compare()
         }
-        RowLayout {
-            id: progress
-            width: parent.width
-            visible: card.content.isRunning
-            spacing: Theme.unit
-            BusyIndicator {}
-            Label {
-                Layout.fillWidth: true
-                text: card.content.progressText
-                wrapMode: Text.NoWrap
-                elide: Text.ElideMiddle
-            }
-            Caption {
-                text: card.viewModel.elapsed
-                wrapMode: Text.NoWrap
-                Accessible.name: qsTr("Running for %1").arg(text)
-            }
-            Button {
-                text: qsTr("Cancel")
-                onClicked: card.viewModel.cancel()
-            }
+        Button {
+            visible: card.content.canRerun
+            text: qsTr("Re-run")
+            onClicked: card.viewModel.rerun()
         }
     }
 }

@@ -3,12 +3,14 @@ import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Dashboard
 
-// The destination and how full it is, the running backup, the timeline, the health of the backups, and the
-// configuration, which a wide window shows beside the others.
+// The destination and how full it is, the running backup, the timeline, the health of the backups, and what is asked
+// for less often, such as the configuration, which a wide window shows beside the others.
 ScrollPage {
     id: dashboard
     required property ScreenContext context
-    required property Component timeline // a card
+    required property Component timeline // these are cards of other rooms
+    required property Component support
+    required property Component diagnostics
 
     readonly property bool wide: width >= Theme.unit * 130 * Theme.textScale
 
@@ -107,6 +109,14 @@ ScrollPage {
             ConfigurationCard {
                 width: parent.width
                 content: dashboardViewModel.configuration
+            }
+            Loader {
+                width: parent.width
+                sourceComponent: dashboard.support
+            }
+            Loader {
+                width: parent.width
+                sourceComponent: dashboard.diagnostics
             }
         }
     }

@@ -51,10 +51,12 @@ Card {
             }
         }
     }
-    Flow {
+    JobControls {
         width: parent.width
-        visible: !card.content.isScanning
-        spacing: Theme.unit
+        running: card.content.isScanning
+        progress: card.content.progressText
+        onCancelRequested: card.viewModel.cancel()
+
         Button {
             highlighted: true
             text: qsTr("Trace")
@@ -65,22 +67,6 @@ Card {
             text: qsTr("Choose…")
             systemImage: "filemenu.and.pointer.arrow"
             onClicked: card.viewModel.chooseItem()
-        }
-    }
-    RowLayout {
-        width: parent.width
-        visible: card.content.isScanning
-        spacing: Theme.unit
-        BusyIndicator {}
-        Label {
-            Layout.fillWidth: true
-            text: card.content.progressText
-            wrapMode: Text.NoWrap
-            elide: Text.ElideMiddle
-        }
-        Button {
-            text: qsTr("Cancel")
-            onClicked: card.viewModel.cancel()
         }
     }
 }

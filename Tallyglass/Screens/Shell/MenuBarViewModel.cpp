@@ -1,7 +1,7 @@
 #include "Tallyglass/Screens/Shell/MenuBarViewModel.h"
 
 #include "Tallyglass/Controls/Theme/SymbolImages.h"
-#include "Tallyglass/Screens/Shell/Support.h"
+#include "Tallyglass/Screens/Diagnostics/Support.h"
 
 namespace tallyglass {
 
@@ -27,7 +27,7 @@ void MenuBarViewModel::update() {
         .health = model()->health(),
         .status = model()->status(),
         .canCheckForUpdates = context()->updater()->canCheckForUpdates(),
-        .offersDonation = Support::isConfigured(),
+        .offersDonation = Support::isSet(Support::paymentLink()),
     };
     if (const TMDestination* destination = model()->selectedDestination())
         state.selectedDestination = *destination;
@@ -57,8 +57,7 @@ void MenuBarViewModel::activate(int index) {
     case MenuEntry::Command::checkForUpdates:
         return context()->updater()->checkForUpdates();
     case MenuEntry::Command::donate:
-        context()->workspace()->openUrl(
-            QUrl(QString::fromUtf8(Support::donateURL.data(), Support::donateURL.size())));
+        context()->workspace()->openUrl(QUrl(Support::paymentLink()));
         return;
     case MenuEntry::Command::quit:
         emit quitRequested();

@@ -5,6 +5,7 @@ import Tallyglass.Compare
 import Tallyglass.Context
 import Tallyglass.Controls
 import Tallyglass.Dashboard
+import Tallyglass.Diagnostics
 import Tallyglass.Exclusions
 import Tallyglass.FileHistory
 import Tallyglass.Shell
@@ -30,6 +31,8 @@ FocusScope {
             screen: DashboardView {
                 context: root.context
                 timeline: TimelineView { context: root.context }
+                support: SupportCard { context: root.context }
+                diagnostics: DiagnosticsCard { context: root.context }
             }
         },
         Section {

@@ -5,6 +5,7 @@
 #include "Tallyglass/Screens/BackupChanges/BackupChangesViewModel.h"
 #include "Tallyglass/Screens/Compare/CompareViewModel.h"
 #include "Tallyglass/Screens/Context/ScreenContext.h"
+#include "Tallyglass/Screens/Diagnostics/DiagnosticsViewModel.h"
 #include "Tallyglass/Screens/Exclusions/ExclusionsViewModel.h"
 #include "Tallyglass/Screens/FileHistory/FileHistoryViewModel.h"
 #include "TallyglassKit/Insight/ExclusionStatus.h"
@@ -21,6 +22,8 @@
 #include <QSaveFile>
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <string_view>
 
 namespace tallyglass {
 
@@ -36,7 +39,7 @@ constexpr Look looks[] = {
     {{720, 560}, false, 1}, {{900, 720}, false, 1}, {{1600, 1000}, false, 1}, {{720, 560}, false, 2},
     {{720, 560}, true, 1},  {{900, 720}, true, 1},  {{1600, 1000}, true, 1},
 };
-constexpr int maximumPages = 6; ///< of one screen that scrolls
+constexpr int maximumPages = 9; ///< of one screen that scrolls
 
 QString nameOf(const Look& look) {
     return QString::fromStdString(fmt::format("{}x{}-{}{}", look.size.width(), look.size.height(),
@@ -108,6 +111,7 @@ void ScreenPictures::saveSections() {
         compareBackups(screen);
         traceFile(screen);
         awaitExclusions(screen);
+        diagnose(screen);
         saveFrame({});
         savePages(screen);
     }
@@ -122,7 +126,7 @@ void ScreenPictures::compareBackups(const QQuickItem& screen) {
     DiffModel* diff = compare && !compare->isLocked() ? compare->diff() : nullptr;
     if (!diff)
         return;
-    using enum ScreenActions::Comparing;
+    using enum ScreenActions::Work;
     while (diff->isLoadingBackups() ||
            (diff->backups().empty() && !diff->error() && !diff->unavailableReason()))
         waitForEvents();
@@ -191,6 +195,27 @@ void ScreenPictures::awaitExclusions(const QQuickItem& screen) {
     if (m_actions.togglesExclusion && !exclusions.error() && item != exclusions.statuses().end())
         exclusions.setExcluded(!item->isExcluded(), item->path);
     awaitRest();
+    settle();
+}
+
+void ScreenPictures::diagnose(const QQuickItem& screen) {
+    auto* viewModel = screen.findChild<DiagnosticsViewModel*>();
+    if (!viewModel || m_hasDiagnosed)
+        return;
+    m_hasDiagnosed = true;
+    AppModel& model = *viewModel->model();
+    using enum ScreenActions::Work;
+    if (m_actions.capturing != none)
+        model.captureDiagnostics();
+    if (m_actions.benchmarking != none)
+        viewModel->runBenchmark();
+    const auto isWorking = [](ScreenActions::Work work, const std::optional<std::string>& progress,
+                              std::string_view last) {
+        return work == begin ? !progress->starts_with(last) : progress.has_value();
+    };
+    while (isWorking(m_actions.capturing, model.diagnosticsProgress(), "Latest backup") ||
+           isWorking(m_actions.benchmarking, model.benchmarkProgress(), "Timing "))
+        waitForEvents();
     settle();
 }
 

@@ -52,6 +52,8 @@ private:
     void traceFile(const QQuickItem& screen);
     /// Waits until the screen of exclusions shows its items, and does once what is to be done there.
     void awaitExclusions(const QQuickItem& screen);
+    /// Once: captures and measures, if this is the screen that does.
+    void diagnose(const QQuickItem& screen);
     void savePages(QQuickItem& screen);
     void saveSheets();
     /// Waits until a sheet of changes shows what it is about.
@@ -64,6 +66,7 @@ private:
     const ScreenActions m_actions;
     const std::vector<Appearance> m_others;
     QQuickItem& m_root;
+    bool m_hasDiagnosed = false;
     QString m_changedFile; ///< one that the comparison found
     QString m_folder;
     QString m_session;

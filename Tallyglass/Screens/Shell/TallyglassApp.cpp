@@ -17,9 +17,11 @@ std::optional<FixtureSession> fixture(const ApplicationOptions& options) {
     return options.fixture ? FixtureSession::make(*options.fixture, systemTime()) : std::nullopt;
 }
 
-AppEnvironment environment(const std::optional<FixtureSession>& fixture, Workspace& workspace) {
+/// While pictures are taken nothing else comes up on the desktop.
+AppEnvironment environment(const ApplicationOptions& options, const std::optional<FixtureSession>& fixture,
+                           Workspace& workspace) {
     AppEnvironment environment = fixture ? fixture->environment : AppEnvironment();
-    environment.workspace = &workspace;
+    environment.workspace = options.screenshots ? nullptr : &workspace;
     return environment;
 }
 
@@ -31,7 +33,7 @@ std::vector<std::string> TallyglassApp::sessions() {
 }
 
 TallyglassApp::TallyglassApp(const ApplicationOptions& options)
-    : m_options(options), m_fixture(fixture(options)), m_model(environment(m_fixture, m_workspace)),
+    : m_options(options), m_fixture(fixture(options)), m_model(environment(options, m_fixture, m_workspace)),
       m_helperSetup(m_model.paths(), m_workspace, m_alerts),
       m_updater(UpdaterOptions::ofThisBuild(), m_alerts, m_workspace),
       m_context(m_model, m_diff, m_helperSetup, m_workspace, m_clipboard, m_alerts, m_panels, m_updater) {

@@ -34,6 +34,10 @@ struct FileStatus {
 /// Whether there is an item at `path`; symbolic links are followed.
 [[nodiscard]] bool fileExists(const std::string& path);
 
+/// Whether the permissions of the item let this process read it; symbolic links are followed. Opening it can
+/// still fail.
+[[nodiscard]] bool isReadable(const std::string& path);
+
 /// Whether there is a regular file at `path`, or a symbolic link to one, that this process may execute.
 [[nodiscard]] bool isExecutableFile(const std::string& path);
 

@@ -42,6 +42,10 @@ bool fileExists(const std::string& path) {
     return access(path.c_str(), F_OK) == 0;
 }
 
+bool isReadable(const std::string& path) {
+    return access(path.c_str(), R_OK) == 0;
+}
+
 bool isExecutableFile(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;

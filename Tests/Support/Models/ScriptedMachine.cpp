@@ -131,6 +131,7 @@ AppEnvironment ScriptedMachine::environment() const {
     environment.makeTimer = FakeTimer::factory(timer);
     environment.cache = cache;
     environment.defaults = UserDefaults(defaultsFile());
+    environment.desktopFolder = [desktop = m_folder / "Desktop"] { return desktop; };
     return environment;
 }
 
