@@ -15,13 +15,14 @@ Item {
     property bool showsProgress: false // follows `running` once it is known who has the focus
 
     implicitHeight: Math.max(starters.implicitHeight, current.implicitHeight)
+
     onRunningChanged: {
         const visibly = (Window.activeFocusItem as Button)?.visualFocus ?? false;
         const reason = visibly ? Qt.TabFocusReason : Qt.OtherFocusReason;
-        const hadFocus = starters.activeFocus || cancel.activeFocus;
+        const hadFocus = starters.activeFocus || current.activeFocus;
         showsProgress = running;
         if (hadFocus)
-            (running ? cancel : starters).forceActiveFocus(reason);
+            (running ? current : starters).forceActiveFocus(reason);
     }
     Component.onCompleted: showsProgress = running
 
@@ -36,26 +37,29 @@ Item {
             spacing: Theme.unit
         }
     }
-    RowLayout {
+    Loader {
         id: current
         width: parent.width
-        visible: job.showsProgress
-        spacing: Theme.unit
-        BusyIndicator {}
-        Label {
-            Layout.fillWidth: true
-            text: job.progress
-        }
-        Caption {
-            visible: text !== ""
-            text: job.elapsed
-            wrapMode: Text.NoWrap
-            Accessible.name: qsTr("Running for %1").arg(text)
-        }
-        Button {
-            id: cancel
-            text: qsTr("Cancel")
-            onClicked: job.cancelRequested()
+        active: job.showsProgress
+        visible: active
+        sourceComponent: RowLayout {
+            spacing: Theme.unit
+            BusyIndicator {}
+            Label {
+                Layout.fillWidth: true
+                text: job.progress
+            }
+            Caption {
+                visible: text !== ""
+                text: job.elapsed
+                wrapMode: Text.NoWrap
+                Accessible.name: qsTr("Running for %1").arg(text)
+            }
+            Button {
+                text: qsTr("Cancel")
+                focus: true
+                onClicked: job.cancelRequested()
+            }
         }
     }
 }

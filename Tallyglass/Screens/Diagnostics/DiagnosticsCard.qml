@@ -11,6 +11,23 @@ Card {
     title: qsTr("Diagnostics")
     systemImage: "terminal.fill"
 
+    component Failure: Loader {
+        id: failure
+        property string text
+
+        width: parent.width
+        active: text !== ""
+        visible: active
+        sourceComponent: Component {
+            Note {
+                text: failure.text
+                systemImage: "exclamationmark.triangle.fill"
+                symbolColor: Theme.warning
+                textColor: Theme.text
+            }
+        }
+    }
+
     DiagnosticsViewModel {
         id: diagnosticsViewModel
         context: card.context
@@ -46,18 +63,12 @@ Card {
             onClicked: diagnosticsViewModel.revealFolder()
         }
     }
-    Note {
+    Failure { text: diagnosticsViewModel.captureJob.error }
+    Loader {
         width: parent.width
-        visible: text !== ""
-        text: diagnosticsViewModel.captureJob.error
-        systemImage: "exclamationmark.triangle.fill"
-        symbolColor: Theme.warning
-        textColor: Theme.text
-    }
-    DiagnosticsSteps {
-        width: parent.width
-        visible: diagnosticsViewModel.diagnostics.summary !== ""
-        content: diagnosticsViewModel.diagnostics
+        active: diagnosticsViewModel.diagnostics.summary !== ""
+        visible: active
+        sourceComponent: DiagnosticsSteps { content: diagnosticsViewModel.diagnostics }
     }
     Divider { width: parent.width }
     Label {
@@ -91,17 +102,11 @@ Card {
             onClicked: diagnosticsViewModel.copyReport()
         }
     }
-    Note {
+    Failure { text: diagnosticsViewModel.benchmarkJob.error }
+    Loader {
         width: parent.width
-        visible: text !== ""
-        text: diagnosticsViewModel.benchmarkJob.error
-        systemImage: "exclamationmark.triangle.fill"
-        symbolColor: Theme.warning
-        textColor: Theme.text
-    }
-    BenchmarkResults {
-        width: parent.width
-        visible: diagnosticsViewModel.benchmark.rows.length > 0
-        content: diagnosticsViewModel.benchmark
+        active: diagnosticsViewModel.benchmark.rows.length > 0
+        visible: active
+        sourceComponent: BenchmarkResults { content: diagnosticsViewModel.benchmark }
     }
 }
