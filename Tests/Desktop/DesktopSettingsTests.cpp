@@ -28,6 +28,12 @@ public:
         bus.connection().registerService("org.freedesktop.portal.Desktop");
     }
 
+    /// From now on it answers so, and it tells everybody.
+    void change(const QString& space, const QString& key, const QVariant& value) {
+        m_settings[space][key] = value;
+        emit SettingChanged(space, key, QDBusVariant(value));
+    }
+
 public slots:
     QMap<QString, QVariantMap> ReadAll(const QStringList& spaces) {
         AllSettings settings;
@@ -41,7 +47,7 @@ signals:
     void SettingChanged(const QString& space, const QString& key, const QDBusVariant& value);
 
 private:
-    const AllSettings m_settings;
+    AllSettings m_settings;
 };
 
 QPalette darkPalette() {
@@ -65,11 +71,11 @@ TEST(DesktopSettings, takesWhatThePortalSaysAndFollowsIt) {
     EXPECT_TRUE(settings.differentiatesWithoutColor());
     EXPECT_EQ(settings.textScale(), 1.25);
 
-    emit portal.SettingChanged("org.freedesktop.appearance", "color-scheme", QDBusVariant(2u));
+    portal.change("org.freedesktop.appearance", "color-scheme", 2u);
     test::waitUntil([&] { return !settings.isDark(); });
-    emit portal.SettingChanged("org.gnome.desktop.interface", "text-scaling-factor", QDBusVariant(2.0));
+    portal.change("org.gnome.desktop.interface", "text-scaling-factor", 2.0);
     test::waitUntil([&] { return settings.textScale() == 2.0; });
-    emit portal.SettingChanged("org.gnome.desktop.interface", "enable-animations", QDBusVariant(true));
+    portal.change("org.gnome.desktop.interface", "enable-animations", true);
     test::waitUntil([&] { return !settings.reducesMotion(); });
 }
 
