@@ -47,11 +47,11 @@ protected:
                 .runRaw(command, killAfter, onBytes, stop);
         });
     }
-    [[nodiscard]] DiagnosticsDump capture(const fs::path& into, std::stop_token stop = {},
-                                          std::chrono::milliseconds killTime = 20s) const {
+    DiagnosticsDump capture(const fs::path& into, std::stop_token stop = {},
+                            std::chrono::milliseconds killTime = 20s) const {
         return captureDiagnostics(runner(), into, 3, {}, stop, killTime);
     }
-    [[nodiscard]] DiagnosticsDump capture() const { return capture(dump); }
+    DiagnosticsDump capture() const { return capture(dump); }
     [[nodiscard]] int failure(const fs::path& into) const {
         try {
             static_cast<void>(capture(into));
