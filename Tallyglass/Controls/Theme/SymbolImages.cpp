@@ -2,7 +2,6 @@
 
 #include "Tallyglass/Controls/Theme/Symbols.h"
 
-#include <QFont>
 #include <QPainter>
 
 namespace tallyglass {
@@ -35,12 +34,8 @@ QImage SymbolImages::requestImage(const QString& id, QSize* size, const QSize& r
 QImage symbolImage(const QString& symbol, QColor color, int edge) {
     QImage image(edge, edge, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QFont font(Symbols::fontFamily());
-    font.setPixelSize(edge);
     QPainter painter(&image);
-    painter.setPen(color);
-    painter.setFont(font);
-    painter.drawText(image.rect(), Qt::AlignCenter, Symbols::glyph(symbol));
+    Symbols::paint(painter, symbol, image.rect(), color);
     return image;
 }
 

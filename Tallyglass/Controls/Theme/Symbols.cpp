@@ -1,9 +1,12 @@
 #include "Tallyglass/Controls/Theme/Symbols.h"
 
-#include <QFontDatabase>
+#include <QFont>
 #include <QHash>
 #include <QLoggingCategory>
-#include <QPair>
+#include <QPainter>
+#include <QRawFont>
+#include <QTransform>
+#include <algorithm>
 
 namespace tallyglass {
 
@@ -82,23 +85,46 @@ constexpr Glyph glyphs[] = {
     {"xmark.circle.fill", 0xE5C9},                                   // cancel
 };
 
+constexpr double fontSize = 512; ///< pixels; coordinates of outlines are rounded to a 64th of one
+
+/// The outline in a square whose sides are 1; empty if the font has no such character.
+QPainterPath outlineOf(char16_t codePoint, const QRawFont& font) {
+    const QList<quint32> indexes = font.glyphIndexesForString(QString(QChar(codePoint)));
+    if (indexes.isEmpty() || indexes.front() == 0)
+        return {};
+    // Glyphs fill the em square, from the ascent downwards.
+    return QTransform::fromScale(1 / fontSize, 1 / fontSize)
+        .map(font.pathForGlyph(indexes.front()).translated(0, font.ascent()));
+}
+
+QHash<QString, QPainterPath> outlinesByName() {
+    const QRawFont font(QStringLiteral(":/Tallyglass/Controls/Symbols.ttf"), fontSize,
+                        QFont::PreferNoHinting);
+    QHash<QString, QPainterPath> outlines;
+    for (const Glyph& glyph : glyphs)
+        outlines.insert(QString::fromLatin1(glyph.name), outlineOf(glyph.codePoint, font));
+    return outlines;
+}
+
 } // namespace
 
-QString Symbols::glyph(const QString& name) {
-    static const QHash<QString, char16_t> codePoints = [] {
-        QHash<QString, char16_t> table;
-        for (const Glyph& glyph : glyphs)
-            table.insert(QString::fromLatin1(glyph.name), glyph.codePoint);
-        return table;
-    }();
+QPainterPath Symbols::outline(const QString& name) {
+    static const QHash<QString, QPainterPath> outlines = outlinesByName();
     if (name.isEmpty())
         return {};
-    const auto found = codePoints.constFind(name);
-    if (found == codePoints.constEnd()) {
+    const auto found = outlines.constFind(name);
+    if (found == outlines.constEnd()) {
         qWarning("There is no symbol \"%s\".", qUtf8Printable(name));
         return {};
     }
-    return QString(QChar(*found));
+    return *found;
+}
+
+void Symbols::paint(QPainter& painter, const QString& name, const QRectF& box, const QColor& color) {
+    const double size = std::min(box.width(), box.height());
+    const QPointF corner = box.center() - QPointF(size, size) / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(QTransform::fromScale(size, size).map(outline(name)).translated(corner), color);
 }
 
 QStringList Symbols::names() {
@@ -106,17 +132,6 @@ QStringList Symbols::names() {
     for (const Glyph& glyph : glyphs)
         all.append(QString::fromLatin1(glyph.name));
     return all;
-}
-
-QString Symbols::fontFile() {
-    return QStringLiteral(":/Tallyglass/Controls/Symbols.ttf");
-}
-
-QString Symbols::fontFamily() {
-    static const QString family = [] {
-        return QFontDatabase::applicationFontFamilies(QFontDatabase::addApplicationFont(fontFile())).value(0);
-    }();
-    return family;
 }
 
 } // namespace tallyglass

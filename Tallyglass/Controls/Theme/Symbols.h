@@ -1,38 +1,30 @@
-// The symbols of the program: their names in the system, such as "lock.fill", and their glyphs in the symbol
-// font.
+// The symbols of the program: their names in the system, such as "lock.fill", and their outlines, which come
+// from the symbol font that is compiled in. The font isn't installed with the program, since a font of the
+// same family on the user's machine could take its place.
 //
-// Main thread only. In QML a symbol is drawn with `Symbol { name: "lock.fill" }`.
+// Any thread. In QML a symbol is drawn with `Symbol { name: "lock.fill" }`.
 
 #pragma once
 
-#include <QtQml/qqmlregistration.h>
-
-#include <QObject>
+#include <QColor>
+#include <QPainterPath>
 #include <QString>
 #include <QStringList>
 
+class QPainter;
+
 namespace tallyglass {
 
-class Symbols : public QObject {
-    Q_OBJECT
-    QML_ELEMENT
-    QML_SINGLETON
+struct Symbols {
+    /// The outline of a symbol in a square whose sides are 1. Empty, with a warning, for an unknown name;
+    /// empty without a warning for the empty name, so that QML needs no condition.
+    [[nodiscard]] static QPainterPath outline(const QString& name);
 
-public:
-    using QObject::QObject;
-
-    /// The character of the symbol font for `name`. Empty, with a warning, for an unknown name; empty without
-    /// a warning for the empty name, so that QML needs no condition.
-    [[nodiscard]] Q_INVOKABLE static QString glyph(const QString& name);
+    /// Fills the outline in the largest square in the middle of `box`.
+    static void paint(QPainter& painter, const QString& name, const QRectF& box, const QColor& color);
 
     /// Every known name, in the order of the table.
     [[nodiscard]] static QStringList names();
-
-    /// Registers the font with the program once, and returns its family.
-    [[nodiscard]] static QString fontFamily();
-
-    /// The resource path of the font.
-    [[nodiscard]] static QString fontFile();
 };
 
 } // namespace tallyglass

@@ -1,7 +1,5 @@
 #include "Tallyglass/Controls/Theme/Theme.h"
 
-#include "Tallyglass/Controls/Theme/Symbols.h"
-
 #include <QQmlEngine>
 #include <algorithm>
 #include <cmath>
@@ -29,10 +27,6 @@ Theme* Theme::of(QQmlEngine& engine) {
 
 double Theme::rowHeight() const {
     return std::round((bodySize() + captionSize()) * 1.4) + unit() * 1.5;
-}
-
-QString Theme::symbolFont() const {
-    return Symbols::fontFamily();
 }
 
 template <typename Value>

@@ -69,7 +69,6 @@ class Theme : public QObject {
     Q_PROPERTY(double rowHeight READ rowHeight NOTIFY changed) ///< of a list whose rows have two lines
     Q_PROPERTY(
         int animationDuration READ animationDuration NOTIFY changed) ///< milliseconds; 0 with reduced motion
-    Q_PROPERTY(QString symbolFont READ symbolFont CONSTANT)
 
 public:
     /// The meaning of a colour. Content made in C++ has roles, which tests can check and every appearance can
@@ -129,7 +128,6 @@ public:
     [[nodiscard]] double controlHeight() const { return 14 + 18 * m_textScale; }
     [[nodiscard]] double rowHeight() const;
     [[nodiscard]] int animationDuration() const { return m_reduceMotion ? 0 : 180; }
-    [[nodiscard]] QString symbolFont() const;
 
 signals:
     void changed();

@@ -46,8 +46,7 @@ QFont scaled(QFont font, double pixelSize) {
 TimelineStyle::TimelineStyle(const Theme& theme, const QFont& base, double devicePixelRatio)
     : bar(theme.accent()), gap(theme.warning()), failure(theme.critical()), star(theme.accent()),
       quiet(theme.secondaryText()), line(theme.line()), ground(theme.cardBackground()),
-      font(scaled(base, theme.captionSize())),
-      symbolFont(scaled(QFont(theme.symbolFont()), theme.captionSize() * 1.15)),
+      font(scaled(base, theme.captionSize())), symbolSize(theme.captionSize() * 1.15),
       differentiateWithoutColor(theme.differentiatesWithoutColor()), pixelRatio(devicePixelRatio) {}
 
 TimelinePainter::TimelinePainter(const TimelineSubject& subject, const TimelineStyle& style,
@@ -69,7 +68,7 @@ TimelineMeasures TimelinePainter::measures(const TimelineScale& scale) const {
     for (const double tick : scale.ticks())
         measures.labelWidth = std::max(
             measures.labelWidth, metrics.horizontalAdvance(timelinewords::axisLabel(m_subject.metric, tick)));
-    measures.symbolSize = m_style.symbolFont.pixelSize();
+    measures.symbolSize = m_style.symbolSize;
     measures.marksBars = m_style.differentiateWithoutColor && m_subject.metric == TimelineMetric::interval;
     measures.hasMarks =
         m_style.differentiateWithoutColor || std::ranges::any_of(m_subject.entries, [&](const auto& entry) {
@@ -211,7 +210,7 @@ void TimelinePainter::paintGapMarks(QPainter& painter) const {
 }
 
 std::vector<double> TimelinePainter::symbolSizes(std::span<const double> places) const {
-    const double usual = m_style.symbolFont.pixelSize();
+    const double usual = m_style.symbolSize;
     std::vector<double> sizes(places.size(), usual);
     for (std::size_t i = 1; i < places.size(); ++i) {
         const double room = std::clamp((places[i] - places[i - 1]) * roomToSymbol, usual / 2, usual);
@@ -309,10 +308,8 @@ void TimelinePainter::paintBar(QPainter& painter, const QRectF& rect, bool isGap
 
 void TimelinePainter::paintSymbol(QPainter& painter, const char* name, QPointF center, double size,
                                   const QColor& color) const {
-    painter.setFont(scaled(m_style.symbolFont, size));
-    painter.setPen(color);
-    painter.drawText(QRectF(center.x() - size, center.y() - size, size * 2, size * 2), Qt::AlignCenter,
-                     Symbols::glyph(QString::fromLatin1(name)));
+    Symbols::paint(painter, QString::fromLatin1(name),
+                   QRectF(center.x() - size / 2, center.y() - size / 2, size, size), color);
 }
 
 } // namespace tallyglass

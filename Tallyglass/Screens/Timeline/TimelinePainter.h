@@ -30,7 +30,7 @@ struct TimelineStyle {
     QColor line;
     QColor ground; ///< on which the picture lies
     QFont font;
-    QFont symbolFont;
+    double symbolSize = 0; ///< of a mark with room around it
     bool differentiateWithoutColor = false;
     double pixelRatio = 1;
 
