@@ -41,7 +41,7 @@ void overview(const Context& context) {
         const auto& from = backups[backups.size() - 2];
         const auto& to = backups.back();
         result = compareBackups(context, store, from.path, to.path, CompareOptions::fast(), true);
-        largest = store.largestChanges(result->comparison.id, largestShown, context.stop);
+        largest = store.changes(result->comparison.id, ChangeOrder::size, largestShown, context.stop);
     }
     if (context.json)
         return printOverviewJSON(context.out, status, settings, latest, result, largest);
