@@ -21,12 +21,6 @@ struct Arguments {
     std::int64_t limit = 1000;
 };
 
-std::string stateOf(const Comparison& comparison) {
-    if (!comparison.isPartial)
-        return describe(comparison);
-    return comparison.errorMessage.value_or("Interrupted");
-}
-
 void comparisons(const Context& context) {
     const auto comparisons = context.openStore().allComparisons();
     if (context.json)

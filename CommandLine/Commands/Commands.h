@@ -18,7 +18,7 @@ namespace tallyglass::commandline {
 struct Argument {
     /// The destination of its value. Numbers aren't negative, a bool is a flag, and an option that is a list
     /// may be repeated.
-    using Value = std::variant<std::string*, std::int64_t*, bool*, std::vector<std::string>*>;
+    using Value = std::variant<std::string*, std::int64_t*, double*, bool*, std::vector<std::string>*>;
 
     std::string name;
     std::string description;
@@ -45,7 +45,9 @@ struct Command {
 [[nodiscard]] Command healthCommand();
 [[nodiscard]] Command compareCommand();
 [[nodiscard]] Command backfillCommand();
-[[nodiscard]] std::vector<Command> cacheCommands();     ///< comparisons, search, rollups, history-of-changes
+[[nodiscard]] std::vector<Command> cacheCommands(); ///< comparisons, search, rollups, history-of-changes
+[[nodiscard]] std::vector<Command> mapCommands();   ///< map, explain, treemap
+[[nodiscard]] Command exportChangesCommand();
 [[nodiscard]] std::vector<Command> historyCommands();   ///< trace, export
 [[nodiscard]] std::vector<Command> exclusionCommands(); ///< exclusions, exclude, include
 [[nodiscard]] std::vector<Command> insightCommands();   ///< diagnostics, benchmark

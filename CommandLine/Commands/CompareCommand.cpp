@@ -25,6 +25,7 @@ struct Arguments {
     bool noCache = false;
     std::vector<std::string> kinds;
     std::string search;
+    std::string order = std::string(rawValue(ChangeOrder::path));
     std::int64_t limit = 20'000;
 
     [[nodiscard]] std::optional<std::set<ChangeKind>> chosenKinds() const {
@@ -43,8 +44,9 @@ void compare(const Context& context, const Arguments& arguments) {
     const auto result =
         compareBackups(context, store, from, to, arguments.comparison.chosen(), !arguments.noCache);
     const auto search = arguments.search.empty() ? std::nullopt : std::optional(arguments.search);
-    const auto changes = store.changes(result.comparison.id, arguments.chosenKinds(), search, arguments.limit,
-                                       0, context.stop);
+    const auto order = fromRawValue<ChangeOrder>(arguments.order).value();
+    const auto changes = store.changes(result.comparison.id, arguments.chosenKinds(), search, order,
+                                       arguments.limit, 0, context.stop);
     if (context.json)
         return printJSON(context.out, result, changes);
     context.out << describeOperands(from, to) << ": " << describe(result.comparison)
@@ -76,6 +78,11 @@ Command compareCommand() {
          .choices = {"added", "removed", "modified"},
          .isCommaSeparated = true},
         {"--search", "Show only paths that contain this", &values->search, "TEXT"},
+        {.name = "--sort",
+         .description = "The order of the changes (path)",
+         .value = &values->order,
+         .type = "path|size|name",
+         .choices = {"path", "size", "name"}},
         {"--limit", "Show at most this many changes (20000)", &values->limit, "N"},
     };
     const auto options = values->comparison.arguments();

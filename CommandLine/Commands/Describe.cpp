@@ -8,11 +8,10 @@
 #include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Health/Fmt.h"
 #include "TallyglassKit/Health/HumanizeCamelCase.h"
+#include "TallyglassKit/Platform/SaturatingArithmetic.h"
 #include "TallyglassKit/Platform/Text/GroupedNumber.h"
 
 #include <fmt/core.h>
-
-#include <cmath>
 
 namespace tallyglass::commandline {
 
@@ -22,20 +21,17 @@ std::string partOf(const std::string& done, const std::optional<std::string>& al
     return all ? done + " of " + *all : done;
 }
 
-/// The signed size that a change adds to the newer backup.
-std::string signedSize(const ChangeRecord& change) {
-    const auto delta = change.sizeDelta ? change.sizeDelta : change.size;
-    if (!delta || *delta == 0)
-        return "";
-    return (*delta > 0 ? "+" : "−") + Fmt::size(std::abs(*delta));
+std::string signedSize(std::int64_t bytes) {
+    return (bytes > 0   ? "+"
+            : bytes < 0 ? "−"
+                        : "") +
+           Fmt::size(bytes < 0 ? saturatingNegation(bytes) : bytes);
 }
 
-/// Padded by characters, not bytes: the minus sign and no-break spaces take several.
-std::string alignedRight(const std::string& text, std::size_t width) {
-    std::size_t characters = 0;
-    for (const char byte : text)
-        characters += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-    return std::string(characters < width ? width - characters : 0, ' ') + text;
+/// What a change adds to the size of the newer backup; empty if nothing.
+std::string signedSize(const ChangeRecord& change) {
+    const auto delta = change.sizeDelta ? change.sizeDelta : change.size;
+    return delta && *delta != 0 ? signedSize(*delta) : "";
 }
 
 } // namespace
@@ -104,6 +100,24 @@ std::string describe(const Comparison& comparison) {
     return fmt::format("{} added, {} removed, {} modified, {} in all", formatGrouped(comparison.addedCount),
                        formatGrouped(comparison.removedCount), formatGrouped(comparison.modifiedCount),
                        comparison.netBytesFormatted());
+}
+
+std::string stateOf(const Comparison& comparison) {
+    if (!comparison.isPartial)
+        return describe(comparison);
+    return comparison.errorMessage.value_or("Interrupted");
+}
+
+std::string describe(const StorageTree::Node& node) {
+    return fmt::format("{} in {} {}, {} in all", Fmt::size(node.magnitude), formatGrouped(node.changeCount),
+                       node.changeCount == 1 ? "change" : "changes", signedSize(node.netBytes));
+}
+
+std::string alignedRight(const std::string& text, std::size_t width) {
+    std::size_t characters = 0;
+    for (const char byte : text)
+        characters += (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    return std::string(characters < width ? width - characters : 0, ' ') + text;
 }
 
 std::string describeOperands(const std::string& from, const std::string& to) {

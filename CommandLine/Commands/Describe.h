@@ -4,6 +4,7 @@
 
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
+#include "TallyglassKit/Insight/StorageTree.h"
 
 #include <cstddef>
 #include <ostream>
@@ -37,6 +38,15 @@ namespace tallyglass::commandline {
 
 /// Such as "12 added, 3 removed, 40 modified, +1.2 MB in all".
 [[nodiscard]] std::string describe(const Comparison& comparison);
+
+/// The same, or why the comparison hasn't finished.
+[[nodiscard]] std::string stateOf(const Comparison& comparison);
+
+/// Such as "12.4 GB in 1,234 changes, +1.2 MB in all".
+[[nodiscard]] std::string describe(const StorageTree::Node& node);
+
+/// Padded by characters, not bytes: the minus sign and no-break spaces take several.
+[[nodiscard]] std::string alignedRight(const std::string& text, std::size_t width);
 
 /// Such as "2026-11-22-104514 → 2026-11-23-110917", for the paths of two backups or of folders in them.
 [[nodiscard]] std::string describeOperands(const std::string& from, const std::string& to);

@@ -7,9 +7,12 @@
 #include "TallyglassKit/Comparison/Comparison.h"
 #include "TallyglassKit/Comparison/DirectoryRollup.h"
 #include "TallyglassKit/Health/BackupHealth.h"
+#include "TallyglassKit/Insight/ChangeExplanation.h"
 #include "TallyglassKit/Insight/CompareBenchmark.h"
 #include "TallyglassKit/Insight/DiagnosticsDump.h"
 #include "TallyglassKit/Insight/ExclusionStatus.h"
+#include "TallyglassKit/Insight/StorageTree.h"
+#include "TallyglassKit/Insight/Treemap.h"
 #include "TallyglassKit/Platform/Text/Timestamps.h"
 
 #include <nlohmann/json.hpp>
@@ -38,6 +41,10 @@ JSON toJSON(const FileVersionSpan& span);
 JSON toJSON(const ExclusionStatus& status);
 JSON toJSON(const DiagnosticsDump::Step& step);
 JSON toJSON(const BenchmarkResult& result);
+JSON toJSON(const StorageTree::Node& node);
+JSON toJSON(const ChangeExplanation& explanation);
+JSON toJSON(const ChangeExplanation::Place& place);
+JSON toJSON(const TreemapTile& tile);
 
 template <typename Value>
 JSON toJSON(const std::optional<Value>& value) {
@@ -238,6 +245,40 @@ JSON toJSON(const BenchmarkResult& result) {
             {"succeeded", result.succeeded()}};
 }
 
+JSON toJSON(const StorageTree::Node& node) {
+    return {{"path", node.path},
+            {"name", node.name},
+            {"magnitude", node.magnitude},
+            {"netBytes", node.netBytes},
+            {"changeCount", node.changeCount},
+            {"isFile", node.isFile}};
+}
+
+JSON toJSON(const ChangeExplanation::Place& place) {
+    return {{"path", place.path},
+            {"magnitude", place.magnitude},
+            {"netBytes", place.netBytes},
+            {"changeCount", place.changeCount},
+            {"share", place.share}};
+}
+
+JSON toJSON(const ChangeExplanation& explanation) {
+    return {{"sentence", explanation.sentence},
+            {"magnitude", explanation.magnitude},
+            {"netBytes", explanation.netBytes},
+            {"changeCount", explanation.changeCount},
+            {"places", toJSONArray(explanation.places)}};
+}
+
+JSON toJSON(const TreemapTile& tile) {
+    return {
+        {"id", tile.id},
+        {"label", tile.label},
+        {"value", tile.value},
+        {"rect",
+         {{"x", tile.rect.x}, {"y", tile.rect.y}, {"width", tile.rect.width}, {"height", tile.rect.height}}}};
+}
+
 void print(std::ostream& out, const JSON& document) {
     // File names needn't be valid UTF-8, JSON must be.
     out << document.dump(2, ' ', false, JSON::error_handler_t::replace) << "\n";
@@ -323,14 +364,40 @@ void printJSON(std::ostream& out, std::span<const BenchmarkResult> results) {
     print(out, toJSONArray(results));
 }
 
+void printJSON(std::ostream& out, const Comparison& comparison, const ChangeExplanation& explanation) {
+    print(out, {{"comparison", toJSON(comparison)}, {"explanation", toJSON(explanation)}});
+}
+
+void printJSON(std::ostream& out, std::span<const TreemapTile> tiles) {
+    print(out, toJSONArray(tiles));
+}
+
+void printMapJSON(std::ostream& out, const Comparison& comparison, const StorageTree::Node& folder,
+                  std::span<const StorageTree::Node> children, std::int64_t unsizedChildCount,
+                  std::span<const StorageTree::Node> breadcrumb) {
+    print(out, {{"comparison", toJSON(comparison)},
+                {"folder", toJSON(folder)},
+                {"children", toJSONArray(children)},
+                {"unsizedChildCount", unsizedChildCount},
+                {"breadcrumb", toJSONArray(breadcrumb)}});
+}
+
+void printExportedChangesJSON(std::ostream& out, const Comparison& comparison, const std::string& file,
+                              std::int64_t rowCount) {
+    print(out, {{"comparison", toJSON(comparison)}, {"file", file}, {"rowCount", rowCount}});
+}
+
 void printOverviewJSON(std::ostream& out, const BackupStatus& status,
                        const std::optional<TMSettings>& settings, std::span<const DiffEngine::Backup> latest,
-                       const std::optional<ComparisonResult>& result, std::span<const ChangeRecord> biggest) {
+                       const std::optional<ComparisonResult>& result,
+                       const std::optional<ChangeExplanation>& explanation,
+                       std::span<const ChangeRecord> biggest) {
     print(out, {{"status", toJSON(status)},
                 {"settings", toJSON(settings)},
                 {"backups", toJSONArray(latest)},
                 {"comparison", result ? toJSON(result->comparison) : JSON(nullptr)},
                 {"cached", result ? JSON(result->cached) : JSON(nullptr)},
+                {"explanation", toJSON(explanation)},
                 {"biggestChanges", toJSONArray(biggest)}});
 }
 

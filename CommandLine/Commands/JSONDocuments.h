@@ -9,6 +9,7 @@
 #include "TallyglassKit/Comparison/DiffEngine.h"
 #include "TallyglassKit/Health/BackupHealth.h"
 #include "TallyglassKit/Insight/FileVersion.h"
+#include "TallyglassKit/Insight/StorageTree.h"
 #include "TallyglassKit/Platform/Files/FileCopy.h"
 
 #include <algorithm>
@@ -24,10 +25,12 @@ namespace tallyglass {
 struct BackupManifestEntry;
 struct BackupStatus;
 struct BenchmarkResult;
+struct ChangeExplanation;
 struct ChangeRecord;
 struct DiagnosticsDump;
 struct DirectoryRollup;
 struct ExclusionStatus;
+struct TreemapTile;
 } // namespace tallyglass
 
 namespace tallyglass::commandline {
@@ -73,9 +76,20 @@ void printJSON(std::ostream& out, const Export& done);
 void printJSON(std::ostream& out, std::span<const ExclusionStatus> statuses);
 void printJSON(std::ostream& out, const DiagnosticsDump& dump);
 void printJSON(std::ostream& out, std::span<const BenchmarkResult> results);
+void printJSON(std::ostream& out, const Comparison& comparison, const ChangeExplanation& explanation);
+void printJSON(std::ostream& out, std::span<const TreemapTile> tiles);
 
 void printOverviewJSON(std::ostream& out, const BackupStatus& status,
                        const std::optional<TMSettings>& settings, std::span<const DiffEngine::Backup> latest,
-                       const std::optional<ComparisonResult>& result, std::span<const ChangeRecord> biggest);
+                       const std::optional<ComparisonResult>& result,
+                       const std::optional<ChangeExplanation>& explanation,
+                       std::span<const ChangeRecord> biggest);
+
+void printMapJSON(std::ostream& out, const Comparison& comparison, const StorageTree::Node& folder,
+                  std::span<const StorageTree::Node> children, std::int64_t unsizedChildCount,
+                  std::span<const StorageTree::Node> breadcrumb);
+
+void printExportedChangesJSON(std::ostream& out, const Comparison& comparison, const std::string& file,
+                              std::int64_t rowCount);
 
 } // namespace tallyglass::commandline

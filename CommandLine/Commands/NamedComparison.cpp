@@ -53,4 +53,14 @@ Comparison comparisonNamed(const Context& context, BackupStore& store, const std
     return *best;
 }
 
+Comparison finishedComparisonNamed(const Context& context, BackupStore& store, const std::string& name,
+                                   const std::string& to) {
+    auto comparison = comparisonNamed(context, store, name, to);
+    if (comparison.isPartial)
+        throw Error(fmt::format("The comparison {} hasn't finished: {}",
+                                describeOperands(comparison.fromPath, comparison.toPath),
+                                stateOf(comparison)));
+    return comparison;
+}
+
 } // namespace tallyglass::commandline

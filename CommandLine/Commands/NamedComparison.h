@@ -15,4 +15,8 @@ namespace tallyglass::commandline {
 [[nodiscard]] Comparison comparisonNamed(const Context& context, BackupStore& store, const std::string& name,
                                          const std::string& to);
 
+/// The same if it has finished; throws Error otherwise.
+[[nodiscard]] Comparison finishedComparisonNamed(const Context& context, BackupStore& store,
+                                                 const std::string& name, const std::string& to);
+
 } // namespace tallyglass::commandline

@@ -6,8 +6,12 @@
 #include "TallyglassKit/Access/FullDiskAccessProbe.h"
 #include "TallyglassKit/Access/TimeMachinePreferences.h"
 #include "TallyglassKit/Comparison/BackupStore.h"
+#include "TallyglassKit/Comparison/ChangeFilter.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Comparison/DiffEngine.h"
+#include "TallyglassKit/Insight/ChangeExplanation.h"
+#include "TallyglassKit/Insight/StorageTree.h"
+#include "TallyglassKit/Insight/StorageTreeLoading.h"
 
 #include <algorithm>
 
@@ -36,21 +40,25 @@ void overview(const Context& context) {
         context.out << std::flush; // shows this before the long comparison
     }
     std::optional<ComparisonResult> result;
+    std::optional<ChangeExplanation> explanation;
     std::vector<ChangeRecord> largest;
     if (backups.size() >= 2) {
         const auto& from = backups[backups.size() - 2];
         const auto& to = backups.back();
         result = compareBackups(context, store, from.path, to.path, CompareOptions::fast(), true);
-        largest = store.largestChanges(result->comparison.id, largestShown, context.stop);
+        explanation = ChangeExplanation::explain(
+            loadStorageTree(store, result->comparison, std::nullopt, context.stop));
+        largest = store.changes(result->comparison.id, ChangeOrder::size, largestShown, context.stop);
     }
     if (context.json)
-        return printOverviewJSON(context.out, status, settings, latest, result, largest);
+        return printOverviewJSON(context.out, status, settings, latest, result, explanation, largest);
     if (!result) {
         context.out << "There is nothing to compare until there are two backups.\n";
         return;
     }
     context.out << "From the backup before to the latest" << (result->cached ? ", out of the cache" : "")
-                << ": " << describe(result->comparison) << "\n";
+                << ": " << describe(result->comparison) << "\n"
+                << explanation->sentence << "\n";
     if (!largest.empty())
         context.out << "Biggest changes:\n";
     printChanges(context.out, largest);

@@ -64,6 +64,10 @@ struct Declaration {
         return command.add_option(argument.name, *number, argument.description)
             ->check(CLI::NonNegativeNumber);
     }
+    CLI::Option* operator()(double* number) const {
+        return command.add_option(argument.name, *number, argument.description)
+            ->check(CLI::NonNegativeNumber);
+    }
     CLI::Option* operator()(std::string* text) const {
         return command.add_option(argument.name, *text, argument.description);
     }
@@ -99,6 +103,8 @@ std::vector<Command> allCommands() {
     commands.push_back(compareCommand());
     commands.push_back(backfillCommand());
     std::ranges::move(cacheCommands(), std::back_inserter(commands));
+    std::ranges::move(mapCommands(), std::back_inserter(commands));
+    commands.push_back(exportChangesCommand());
     std::ranges::move(historyCommands(), std::back_inserter(commands));
     std::ranges::move(exclusionCommands(), std::back_inserter(commands));
     std::ranges::move(insightCommands(), std::back_inserter(commands));

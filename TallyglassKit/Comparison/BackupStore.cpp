@@ -2,6 +2,7 @@
 
 #include "TallyglassKit/Comparison/Internal/BackupStoreOperation.h"
 #include "TallyglassKit/Comparison/Internal/BackupStoreRecords.h"
+#include "TallyglassKit/Comparison/Internal/ChangeOrderSQL.h"
 #include "TallyglassKit/Comparison/TallyglassDatabase.h"
 #include "TallyglassKit/Persistence/FullText.h"
 
@@ -61,7 +62,7 @@ std::size_t expectedCount(Connection& connection, const std::string& comparisonI
     return static_cast<std::size_t>(std::min({count, most, limit < 0 ? most : limit}));
 }
 
-std::string selectChanges(std::size_t kindCount, bool searches) {
+std::string selectChanges(std::size_t kindCount, bool searches, ChangeOrder order) {
     std::string sql = "SELECT * FROM fileChange WHERE comparisonID = ?";
     for (std::size_t index = 0; index < kindCount; ++index)
         sql += index == 0 ? " AND kind IN (?" : ", ?";
@@ -69,7 +70,7 @@ std::string selectChanges(std::size_t kindCount, bool searches) {
         sql += ")";
     if (searches)
         sql += " AND path LIKE ?";
-    return sql + " ORDER BY path LIMIT ? OFFSET ?";
+    return fmt::format("{} ORDER BY {} LIMIT ? OFFSET ?", sql, orderTerms(order));
 }
 
 } // namespace
@@ -106,6 +107,17 @@ std::vector<std::optional<Comparison>> BackupStore::comparisons(std::span<const 
     return result;
 }
 
+std::vector<Comparison> BackupStore::completedComparisons(const std::string& fromPath,
+                                                          const std::string& toPath, std::stop_token stop) {
+    const Operation operation(*this, std::move(stop));
+    const Query query =
+        m_connection->query("SELECT * FROM comparison WHERE fromPath = ? AND toPath = ? AND NOT "
+                            "isPartial ORDER BY depth > 0, depth DESC, startedAt DESC");
+    query->bindText(1, fromPath);
+    query->bindText(2, toPath);
+    return fetchAll<Comparison>(*query);
+}
+
 std::vector<Comparison> BackupStore::allComparisons() {
     const Operation operation(*this);
     const Query query = m_connection->query("SELECT * FROM comparison ORDER BY startedAt DESC");
@@ -115,6 +127,13 @@ std::vector<Comparison> BackupStore::allComparisons() {
 Changes BackupStore::changes(const std::string& comparisonID,
                              const std::optional<std::set<ChangeKind>>& kinds,
                              const std::optional<std::string>& search, std::int64_t limit,
+                             std::int64_t offset, std::stop_token stop) {
+    return changes(comparisonID, kinds, search, ChangeOrder::path, limit, offset, std::move(stop));
+}
+
+Changes BackupStore::changes(const std::string& comparisonID,
+                             const std::optional<std::set<ChangeKind>>& kinds,
+                             const std::optional<std::string>& search, ChangeOrder order, std::int64_t limit,
                              std::int64_t offset, std::stop_token stop) {
     const auto wantedKinds = kinds.value_or(std::set<ChangeKind>());
     const bool searches = search && !trimmed(*search).empty();
@@ -126,7 +145,7 @@ Changes BackupStore::changes(const std::string& comparisonID,
     if (!searches)
         result.reserve(expectedCount(*m_connection, comparisonID, wantedKinds, limit, offset));
 
-    const Query query = m_connection->query(selectChanges(wantedKinds.size(), searches));
+    const Query query = m_connection->query(selectChanges(wantedKinds.size(), searches, order));
     int parameter = 0;
     query->bindText(++parameter, comparisonID);
     for (const ChangeKind kind : wantedKinds)
@@ -142,18 +161,6 @@ Changes BackupStore::changes(const std::string& comparisonID,
     if (result.capacity() > result.size() + result.size() / 8)
         result.shrink_to_fit(); // long lists are kept for long
     return result;
-}
-
-Changes BackupStore::largestChanges(const std::string& comparisonID, std::int64_t limit,
-                                    std::stop_token stop) {
-    const Operation operation(*this, std::move(stop));
-    // Not ABS, which fails for the minimum integer.
-    const Query query = m_connection->query(
-        "SELECT * FROM fileChange WHERE comparisonID = ? ORDER BY MAX(COALESCE(sizeDelta, size, 0), "
-        "-COALESCE(sizeDelta, size, 0)) DESC, path LIMIT ?");
-    query->bindText(1, comparisonID);
-    query->bindInteger(2, limit);
-    return fetchAll<ChangeRecord>(*query);
 }
 
 std::int64_t BackupStore::changeCount(const std::string& comparisonID) {

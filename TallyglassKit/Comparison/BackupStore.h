@@ -7,6 +7,7 @@
 
 #pragma once
 
+#include "TallyglassKit/Comparison/ChangeOrder.h"
 #include "TallyglassKit/Comparison/ChangeRecord.h"
 #include "TallyglassKit/Comparison/CompareOptions.h"
 #include "TallyglassKit/Comparison/Comparison.h"
@@ -57,6 +58,10 @@ public:
     /// cache.
     [[nodiscard]] std::vector<std::optional<Comparison>> comparisons(std::span<const std::string> ids,
                                                                      std::stop_token stop = {});
+    /// The comparisons of these operands, with any options, that have ended without error: the deepest first
+    /// (without a limit before any depth), equally deep ones in descending order of start.
+    [[nodiscard]] std::vector<Comparison>
+    completedComparisons(const std::string& fromPath, const std::string& toPath, std::stop_token stop = {});
     /// In descending order of start.
     [[nodiscard]] std::vector<Comparison> allComparisons();
 
@@ -97,10 +102,18 @@ public:
                                                     const std::optional<std::string>& search,
                                                     std::int64_t limit, std::int64_t offset,
                                                     std::stop_token stop = {});
-    /// The rows with the largest absolute size delta, or else size, in descending order; equal ones are in
-    /// the order of their paths.
-    [[nodiscard]] std::vector<ChangeRecord> largestChanges(const std::string& comparisonID,
-                                                           std::int64_t limit, std::stop_token stop = {});
+    /// The same in another order; a negative limit means all.
+    [[nodiscard]] std::vector<ChangeRecord> changes(const std::string& comparisonID,
+                                                    const std::optional<std::set<ChangeKind>>& kinds,
+                                                    const std::optional<std::string>& search,
+                                                    ChangeOrder order, std::int64_t limit,
+                                                    std::int64_t offset, std::stop_token stop = {});
+    /// The first rows of a comparison. ChangePages reads all rows without keeping others from the store for
+    /// long.
+    [[nodiscard]] std::vector<ChangeRecord> changes(const std::string& comparisonID, ChangeOrder order,
+                                                    std::int64_t limit, std::stop_token stop = {}) {
+        return changes(comparisonID, std::nullopt, std::nullopt, order, limit, 0, std::move(stop));
+    }
     /// The number of rows, counted.
     [[nodiscard]] std::int64_t changeCount(const std::string& comparisonID);
     /// The folders with the largest absolute sum of size deltas, in descending order.
@@ -114,6 +127,7 @@ public:
                                                         std::stop_token stop = {});
 
 private:
+    friend class ChangePages;
     class Operation;
     class Turn;
 

@@ -52,6 +52,10 @@ TEST_F(TallyTest, explainsItselfAndItsExitCodes) {
                              "search",
                              "rollups",
                              "history-of-changes",
+                             "map",
+                             "explain",
+                             "treemap",
+                             "export-changes",
                              "trace",
                              "export",
                              "exclusions",
@@ -169,6 +173,11 @@ TEST_F(TallyTest, narrowsWhatItShowsOfAComparison) {
     EXPECT_TRUE(std::ranges::all_of(added, [](const auto& change) { return change.at("kind") == "added"; }));
     EXPECT_EQ(added.size() + shown({"--kinds", "removed,modified"}).size(), all.size());
     EXPECT_EQ(shown({"--limit", "1"}).size(), 1U);
+    const auto addedBySize = shown({"--kinds", "added", "--sort", "size"});
+    EXPECT_THAT(addedBySize, testing::UnorderedElementsAreArray(added));
+    EXPECT_TRUE(std::ranges::is_sorted(addedBySize, std::ranges::greater{}, [](const auto& change) {
+        return change.at("size").is_null() ? 0 : change.at("size").template get<std::int64_t>();
+    }));
     EXPECT_EQ(shown({"--search", all.front().at("path")}).front(), all.front());
     EXPECT_THAT(onMachine({"compare", from, to, "--depth", "1", "--properties", "default", "--ignore", "b",
                            "--ignore", "a", "--json"})
@@ -204,6 +213,9 @@ TEST_F(TallyTest, givesAnOverviewThatUsesTheCacheTheSecondTime) {
     const auto document = onMachine({"overview", "--json"}).json();
     EXPECT_LE(document.at("backups").size(), 10U);
     EXPECT_EQ(document.at("cached"), true);
+    const std::string sentence = document.at("explanation").at("sentence");
+    EXPECT_THAT(sentence, HasSubstr(" changed, "));
+    EXPECT_THAT(second.out, HasSubstr(sentence + "\n"));
     const auto sizes = document.at("biggestChanges");
     EXPECT_TRUE(std::ranges::is_sorted(sizes, std::ranges::greater{}, [](const auto& change) {
         const auto& bytes = change.at("sizeDelta").is_null() ? change.at("size") : change.at("sizeDelta");

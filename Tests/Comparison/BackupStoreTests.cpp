@@ -214,14 +214,41 @@ TEST_F(BackupStoreTest, sumsUpFoldersByTheAmountOfTheirChange) {
     EXPECT_EQ(store.rollups(id, 1).size(), 1U);
 }
 
-TEST_F(BackupStoreTest, findsTheLargestChangesInEitherDirection) {
+TEST_F(BackupStoreTest, listsRowsByPathSizeOrName) {
     const auto id = begin("/b").id;
-    append(id, {change(id, "/b", Kind::added, 40), change(id, "/none"),
-                change(id, "/grown", Kind::modified, 500, 5), change(id, "/a", Kind::removed, 40, -40),
+    append(id, {change(id, "/z/b", Kind::added, 40), change(id, "/none"),
+                change(id, "/grown", Kind::modified, 500, 5), change(id, "/z/a/", Kind::removed, 40, -40),
                 change(id, "/least", Kind::modified, 0, std::numeric_limits<std::int64_t>::min())});
+    const auto first = [&](ChangeOrder order, std::int64_t limit) {
+        return paths(store.changes(id, order, limit));
+    };
 
-    EXPECT_THAT(paths(store.largestChanges(id, 4)), ElementsAre("/least", "/a", "/b", "/grown"));
-    EXPECT_THAT(store.largestChanges("another", 4), IsEmpty());
+    EXPECT_THAT(first(ChangeOrder::size, 4), ElementsAre("/least", "/z/a/", "/z/b", "/grown"));
+    EXPECT_THAT(first(ChangeOrder::name, 4), ElementsAre("/z/a/", "/z/b", "/grown", "/least"));
+    EXPECT_THAT(first(ChangeOrder::path, -1), ElementsAre("/grown", "/least", "/none", "/z/a/", "/z/b"));
+    EXPECT_THAT(store.changes("another", ChangeOrder::size, 4), IsEmpty());
+}
+
+TEST_F(BackupStoreTest, findsTheFinishedComparisonsOfAPairDeepestFirst) {
+    double time = 0;
+    const auto finish = [&](std::int64_t depth, const std::string& options, const std::string& to = "/b",
+                            std::optional<std::string> error = {}) {
+        const Comparison begun("/a", to, {}, {}, depth, options, dateSince1970(++time));
+        store.finishComparison(store.beginComparison(begun).id, error);
+        return begun.id;
+    };
+    const auto shallow = finish(2, "pst|d2|i");
+    const auto earlier = finish(0, "pst|dall|i");
+    const auto later = finish(0, "ps|dall|i");
+    const auto deep = finish(12, "pst|d12|i");
+    finish(0, "p@|dall|i", "/b", "Cancelled");
+    finish(0, "pst|dall|i", "/c");
+
+    std::vector<std::string> found;
+    for (const Comparison& comparison : store.completedComparisons("/a", "/b"))
+        found.push_back(comparison.id);
+
+    EXPECT_THAT(found, ElementsAre(later, earlier, deep, shallow));
 }
 
 TEST_F(BackupStoreTest, tellsAPathsHistoryNewestFirst) {

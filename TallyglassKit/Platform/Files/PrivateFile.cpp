@@ -1,35 +1,17 @@
 #include "TallyglassKit/Platform/Files/PrivateFile.h"
 
 #include "TallyglassKit/Platform/Files/FileDescriptor.h"
+#include "TallyglassKit/Platform/Files/FileDraft.h"
 #include "TallyglassKit/Platform/Files/FileError.h"
-#include "TallyglassKit/Platform/Files/FileStatus.h"
-#include "TallyglassKit/Platform/Files/Internal/CopyDestination.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <mutex>
 
 namespace tallyglass {
-
-namespace {
-
-void writeDraft(const WalkItem& draft, std::string_view contents) {
-    const FileDescriptor file(
-        openat(draft.folder, draft.name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    if (!file.isOpen() || fchmod(file.fd(), S_IRUSR | S_IWUSR) != 0)
-        draft.fail();
-    while (!contents.empty()) {
-        const auto count = write(file.fd(), contents.data(), contents.size());
-        if (count >= 0)
-            contents.remove_prefix(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            draft.fail();
-    }
-}
-
-} // namespace
 
 void makePrivateFolder(const std::filesystem::path& folder) {
     struct stat status {};
@@ -68,17 +50,9 @@ void makePrivateFile(const std::filesystem::path& file) {
 }
 
 void writePrivateFile(const std::filesystem::path& file, std::string_view contents) {
-    if (const auto status = FileStatus::of(file); status && status->isFolder())
-        throw FileError(EISDIR, file);
-    CopyDestination destination(file);
-    destination.begin({});
-    try {
-        writeDraft(destination.draft(), contents);
-        static_cast<void>(destination.finish(ExistingItem::replace)); // a file leaves nothing to remove
-    } catch (...) {
-        destination.discard();
-        throw;
-    }
+    FileDraft draft(file, FileDraft::Rights::ofUser);
+    draft.append(contents);
+    draft.publish();
 }
 
 void takeRightsFromOthers(const std::filesystem::path& path) {

@@ -46,6 +46,7 @@ TEST_F(PrivateFile, isNotWrittenInPlaceOfAFolderOrWithoutOne) {
     folder.write("folder/file", "kept");
     EXPECT_EQ(failure([&] { writePrivateFile(folder / "folder", "new"); }), EISDIR);
     EXPECT_EQ(failure([&] { writePrivateFile(folder / "missing/file", "new"); }), ENOENT);
+    EXPECT_EQ(failure([&] { writePrivateFile("/dev/null", "new"); }), EINVAL);
     EXPECT_EQ(failure([&] { writePrivateFile(folder / "folder/file/below", "new"); }), ENOTDIR);
     EXPECT_EQ(readFile(folder / "folder/file").view(), "kept");
 }
