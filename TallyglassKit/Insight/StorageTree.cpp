@@ -13,7 +13,7 @@
 namespace tallyglass {
 
 StorageTree StorageTree::build(std::span<const ChangeRecord> rows) {
-    Builder builder;
+    Builder builder(rows.size());
     for (const ChangeRecord& row : rows)
         builder.add(row);
     return std::move(builder).finish();

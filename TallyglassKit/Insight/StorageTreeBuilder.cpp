@@ -1,5 +1,8 @@
-// Rows mostly come in the order of their paths, and then share most of their folders with the row before:
-// only what differs is looked up, in a hash table by parent and name, which makes any other order right too.
+// Rows mostly come in the order of their paths, and then share most of their folders with the row before;
+// what differs is mostly a new last child, or near the last. So the children of a folder are a list from the
+// last to the first by name, of which a few are looked at. A folder in which that isn't enough has its
+// children looked up in a hash table instead, which makes any other order right and quick enough.
+//
 // A row is counted at its own node only; as parents are created before their children, one pass from the last
 // node to the first then adds up the folders.
 
@@ -10,9 +13,11 @@
 #include "TallyglassKit/Platform/SaturatingArithmetic.h"
 
 #include <algorithm>
+#include <bit>
+#include <compare>
 #include <functional>
 #include <limits>
-#include <numeric>
+#include <span>
 
 namespace tallyglass {
 
@@ -21,6 +26,7 @@ namespace {
 using Index = StorageTree::Index;
 
 constexpr std::size_t firstTableSize = 1024; // a power of two, as all sizes are
+constexpr int siblingsLookedAt = 16;
 
 std::int64_t signedChange(const ChangeRecord& row) {
     switch (row.kind) {
@@ -34,13 +40,19 @@ std::int64_t signedChange(const ChangeRecord& row) {
     return row.sizeDelta.value_or(0);
 }
 
-std::uint32_t hashOf(Index parent, std::string_view name) {
+std::size_t hashOf(Index parent, std::string_view name) {
     const auto hash =
         (std::hash<std::string_view>()(name) ^ parent) * 0x9E3779B97F4A7C15U; // 2^64 / golden ratio
-    return static_cast<std::uint32_t>(hash >> 32U);
+    return hash >> 32U;
 }
 
 } // namespace
+
+StorageTree::Builder::Builder(std::size_t expectedRows) {
+    constexpr std::size_t bytesOfName = 20;
+    m_drafts.reserve(expectedRows + expectedRows / 8);
+    m_names.reserve(expectedRows * bytesOfName);
+}
 
 void StorageTree::Builder::add(const ChangeRecord& row) {
     if (m_drafts.empty())
@@ -77,40 +89,70 @@ Index StorageTree::Builder::nodeFor(std::string_view path) {
 
 /// The child with that name, created if there is none.
 Index StorageTree::Builder::child(Index parent, std::string_view name) {
-    if (m_table.size() <= 2 * m_drafts.size())
-        growTable();
-    const auto hash = hashOf(parent, name);
-    const std::size_t mask = m_table.size() - 1;
-    auto slot = hash & mask;
-    for (; m_table[slot] != 0; slot = (slot + 1) & mask)
-        if (const Draft& draft = m_drafts[m_table[slot]];
-            draft.hash == hash && draft.parent == parent && nameOf(draft) == name)
-            return m_table[slot];
+    if (m_drafts[parent].isUnordered)
+        return childByTable(parent, name);
+    Index next = 0;
+    Index sibling = m_drafts[parent].lastChild;
+    for (int count = 0; sibling != 0; ++count) {
+        const auto order = name <=> nameOf(sibling);
+        if (order == 0)
+            return sibling;
+        if (order > 0)
+            break;
+        if (count == siblingsLookedAt) {
+            m_drafts[parent].isUnordered = true;
+            return childByTable(parent, name);
+        }
+        next = sibling;
+        sibling = m_drafts[sibling].previousSibling;
+    }
+    const Index created = create(parent, name);
+    m_drafts[created].previousSibling = sibling;
+    (next == 0 ? m_drafts[parent].lastChild : m_drafts[next].previousSibling) = created;
+    return created;
+}
 
+Index StorageTree::Builder::childByTable(Index parent, std::string_view name) {
+    fillTable();
+    if (const Index found = m_table[slotFor(parent, name)]; found != 0)
+        return found;
+    const Index created = create(parent, name); // which the next look-up enters
+    m_drafts[created].previousSibling = m_drafts[parent].lastChild;
+    m_drafts[parent].lastChild = created;
+    return created;
+}
+
+Index StorageTree::Builder::create(Index parent, std::string_view name) {
     if (m_drafts.size() >= std::numeric_limits<Index>::max())
         throw Error("The comparison has too many paths to show.");
-    m_table[slot] = static_cast<Index>(m_drafts.size());
-    m_drafts.push_back({.nameStart = m_names.size(),
-                        .nameLength = static_cast<std::uint32_t>(name.size()),
-                        .hash = hash,
-                        .parent = parent});
+    m_drafts.push_back({.nameStart = m_names.size(), .parent = parent});
     m_names += name;
-    return m_table[slot];
+    return static_cast<Index>(m_drafts.size() - 1);
 }
 
-std::string_view StorageTree::Builder::nameOf(const Draft& draft) const {
-    return std::string_view(m_names).substr(draft.nameStart, draft.nameLength);
+std::string_view StorageTree::Builder::nameOf(Index draft) const {
+    const auto start = m_drafts[draft].nameStart;
+    const auto end = draft + 1 < m_drafts.size() ? m_drafts[draft + 1].nameStart : m_names.size();
+    return std::string_view(m_names).substr(start, end - start);
 }
 
-void StorageTree::Builder::growTable() {
-    m_table.assign(std::max(firstTableSize, 2 * m_table.size()), 0);
+/// The slot of that child, or the free one for it.
+std::size_t StorageTree::Builder::slotFor(Index parent, std::string_view name) const {
     const std::size_t mask = m_table.size() - 1;
-    for (Index index = 1; index < m_drafts.size(); ++index) {
-        auto slot = m_drafts[index].hash & mask;
-        while (m_table[slot] != 0)
-            slot = (slot + 1) & mask;
-        m_table[slot] = index;
+    auto slot = hashOf(parent, name) & mask;
+    while (m_table[slot] != 0 && (m_drafts[m_table[slot]].parent != parent || nameOf(m_table[slot]) != name))
+        slot = (slot + 1) & mask;
+    return slot;
+}
+
+/// Enters all drafts that aren't in the table.
+void StorageTree::Builder::fillTable() {
+    if (m_table.size() < 2 * m_drafts.size()) {
+        m_table.assign(std::max(firstTableSize, std::bit_ceil(4 * m_drafts.size())), 0);
+        m_inTable = 1;
     }
+    for (; m_inTable < m_drafts.size(); ++m_inTable)
+        m_table[slotFor(m_drafts[m_inTable].parent, nameOf(m_inTable))] = m_inTable;
 }
 
 void StorageTree::Builder::sumUp() {
@@ -123,31 +165,16 @@ void StorageTree::Builder::sumUp() {
     }
 }
 
-/// The drafts by parent, each folder's in the order of their names: those of draft p from ends[p - 1] to
-/// ends[p], of the root from 0.
-struct StorageTree::Builder::Families {
-    std::vector<Index> ends;
-    std::vector<Index> members;
-};
-
-StorageTree::Builder::Families StorageTree::Builder::families() const {
-    Families result{.ends = std::vector<Index>(m_drafts.size()),
-                    .members = std::vector<Index>(m_drafts.size() - 1)};
-    for (std::size_t index = 1; index < m_drafts.size(); ++index)
-        ++result.ends[m_drafts[index].parent];
-    std::exclusive_scan(result.ends.begin(), result.ends.end(), result.ends.begin(), Index(0));
-    for (Index index = 1; index < m_drafts.size(); ++index)
-        result.members[result.ends[m_drafts[index].parent]++] = index;
-
-    const auto byName = [&](Index index) { return nameOf(m_drafts[index]); };
-    Index start = 0;
-    for (const Index end : result.ends) {
-        const auto family = std::span(result.members).subspan(start, end - start);
-        if (!std::ranges::is_sorted(family, {}, byName))
-            std::ranges::sort(family, {}, byName);
-        start = end;
-    }
-    return result;
+/// Appends the children in the order of their names.
+void StorageTree::Builder::appendChildren(Index parent, std::vector<Index>& order) const {
+    const auto start = order.size();
+    for (Index child = m_drafts[parent].lastChild; child != 0; child = m_drafts[child].previousSibling)
+        order.push_back(child);
+    const auto children = std::span(order).subspan(start);
+    if (m_drafts[parent].isUnordered)
+        std::ranges::sort(children, {}, [&](Index child) { return nameOf(child); });
+    else
+        std::ranges::reverse(children);
 }
 
 StorageTree StorageTree::Builder::finish() && {
@@ -156,7 +183,6 @@ StorageTree StorageTree::Builder::finish() && {
         return tree;
     m_table = {};
     sumUp();
-    const auto [ends, members] = families();
 
     const auto count = m_drafts.size();
     tree.m_entries.reserve(count + 1);
@@ -173,9 +199,8 @@ StorageTree StorageTree::Builder::finish() && {
                                   .nameStart = tree.m_names.size(),
                                   .parent = parents[index],
                                   .firstChild = static_cast<Index>(order.size())});
-        tree.m_names += nameOf(draft);
-        const auto start = order[index] == 0 ? 0 : ends[order[index] - 1];
-        order.insert(order.end(), members.begin() + start, members.begin() + ends[order[index]]);
+        tree.m_names += nameOf(order[index]);
+        appendChildren(order[index], order);
         parents.resize(order.size(), index);
     }
     tree.m_entries.push_back({.nameStart = tree.m_names.size(), .firstChild = static_cast<Index>(count)});

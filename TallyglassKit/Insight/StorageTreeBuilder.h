@@ -14,20 +14,24 @@ namespace tallyglass {
 
 class StorageTree::Builder {
 public:
+    /// `expectedRows` is a hint, for reserving memory.
+    explicit Builder(std::size_t expectedRows = 0);
+
     void add(const ChangeRecord& row);
 
     [[nodiscard]] StorageTree finish() &&;
 
 private:
-    /// A node in the order of its creation: after its parent.
+    /// A node in the order of its creation: after its parent. Its name ends where the next one starts.
     struct Draft {
         std::int64_t gained = 0;
         std::int64_t lost = 0;
         std::int64_t changeCount = 0;
         std::size_t nameStart = 0;
-        std::uint32_t nameLength = 0;
-        std::uint32_t hash = 0; ///< of the parent and the name
         Index parent = 0;
+        Index lastChild = 0; ///< the end of the list of children; 0 if there are none
+        Index previousSibling = 0;
+        bool isUnordered = false; ///< the list isn't by name, and children are found in the table
     };
     /// A component of the previous path.
     struct Step {
@@ -37,15 +41,18 @@ private:
 
     [[nodiscard]] Index nodeFor(std::string_view path);
     [[nodiscard]] Index child(Index parent, std::string_view name);
-    [[nodiscard]] std::string_view nameOf(const Draft& draft) const;
-    void growTable();
+    [[nodiscard]] Index childByTable(Index parent, std::string_view name);
+    [[nodiscard]] Index create(Index parent, std::string_view name);
+    [[nodiscard]] std::string_view nameOf(Index draft) const;
+    [[nodiscard]] std::size_t slotFor(Index parent, std::string_view name) const;
+    void fillTable();
     void sumUp();
-    struct Families;
-    [[nodiscard]] Families families() const;
+    void appendChildren(Index parent, std::vector<Index>& order) const;
 
     std::vector<Draft> m_drafts;
     std::string m_names;
     std::vector<Index> m_table; // open addressing: drafts by hash; 0, which is no child, in a free slot
+    Index m_inTable = 1;        // drafts before this one are in the table
 
     std::string m_previousPath;
     std::vector<Step> m_previousSteps;

@@ -99,14 +99,17 @@ std::vector<Cell> Treemap::layout(std::span<const double> weights, const Rect& r
         if (!(side > 0))
             break;
         Row row;
-        std::size_t count = 0;
-        while (count < rest.size()) {
+        row.add(rest.front().value);
+        double worst = row.worstRatio(side);
+        std::size_t count = 1;
+        for (; count < rest.size(); ++count) {
             Row longer = row;
             longer.add(rest[count].value);
-            if (count > 0 && !(longer.worstRatio(side) <= row.worstRatio(side)))
+            const double worstOfLonger = longer.worstRatio(side);
+            if (!(worstOfLonger <= worst))
                 break;
             row = longer;
-            ++count;
+            worst = worstOfLonger;
         }
         place(rest.first(count), row.sum, free, cells);
         rest = rest.subspan(count);
@@ -120,8 +123,10 @@ std::vector<TreemapTile> Treemap::layout(std::span<const TreemapItem> items, con
     std::vector<TreemapTile> tiles;
     const auto cells = layout(weights, rect);
     tiles.reserve(cells.size());
-    for (const auto& [index, place] : cells)
-        tiles.push_back({items[index].id, items[index].label, items[index].value, place});
+    for (const auto& [index, place] : cells) {
+        const TreemapItem& item = items[index];
+        tiles.emplace_back(item.id, item.label, item.value, place);
+    }
     return tiles;
 }
 
