@@ -161,7 +161,7 @@ TEST_F(TallyMapTest, leavesNothingOfAnExportThatIsInterrupted) {
 
 TEST_F(TallyMapTest, laysOutATreemap) {
     const auto layout = [&](const std::string& items, const std::string& options = "--json") {
-        return shell("echo '" + items + "' | $TALLY treemap --width 20 --height 10 " + options);
+        return shell("echo '" + items + "' | \"$TALLY\" treemap --width 20 --height 10 " + options);
     };
     const auto tiles =
         layout(R"([{"id": "a", "label": "A", "value": 1}, {"id": "b", "label": "B", "value": 1.0},
