@@ -1,4 +1,5 @@
 #include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/CommonArguments.h"
 #include "CommandLine/Commands/Describe.h"
 #include "CommandLine/Commands/JSONDocuments.h"
 #include "CommandLine/Commands/NamedComparison.h"
@@ -69,11 +70,7 @@ Command command(std::string name, std::string description, ActionOnArguments act
     operand.isOptional = isComparison;
     std::vector<Argument> arguments{std::move(operand)};
     if (isComparison)
-        arguments.push_back({.name = "TO",
-                             .description = "The newer backup",
-                             .value = &values->to,
-                             .type = "BACKUP",
-                             .isOptional = true});
+        arguments.push_back(newerBackupArgument(values->to));
     if (hasLimit)
         arguments.push_back({.name = "--limit",
                              .description = "Show at most this many (1000)",

@@ -1,4 +1,5 @@
 #include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/CommonArguments.h"
 #include "CommandLine/Commands/CompareBackups.h"
 #include "CommandLine/Commands/ComparisonOptions.h"
 #include "CommandLine/Commands/Describe.h"
@@ -65,11 +66,7 @@ Command compareCommand() {
          .value = &values->from,
          .type = "BACKUP",
          .isOptional = true},
-        {.name = "TO",
-         .description = "The newer backup",
-         .value = &values->to,
-         .type = "BACKUP",
-         .isOptional = true},
+        newerBackupArgument(values->to),
         {"--no-cache", "Compare again even when the result is in the cache", &values->noCache},
         {.name = "--kinds",
          .description = "Show only these: added, removed, modified",
@@ -78,11 +75,7 @@ Command compareCommand() {
          .choices = {"added", "removed", "modified"},
          .isCommaSeparated = true},
         {"--search", "Show only paths that contain this", &values->search, "TEXT"},
-        {.name = "--sort",
-         .description = "The order of the changes (path)",
-         .value = &values->order,
-         .type = "path|size|name",
-         .choices = {"path", "size", "name"}},
+        sortArgument(values->order),
         {"--limit", "Show at most this many changes (20000)", &values->limit, "N"},
     };
     const auto options = values->comparison.arguments();

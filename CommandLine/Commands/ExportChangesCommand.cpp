@@ -1,4 +1,5 @@
 #include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/CommonArguments.h"
 #include "CommandLine/Commands/JSONDocuments.h"
 #include "CommandLine/Commands/NamedComparison.h"
 #include "CommandLine/Commands/ProgressLine.h"
@@ -60,11 +61,7 @@ Command exportChangesCommand() {
                  .value = &values->format,
                  .type = "csv|json",
                  .choices = {"csv", "json"}},
-                {.name = "--sort",
-                 .description = "The order of the changes (path)",
-                 .value = &values->order,
-                 .type = "path|size|name",
-                 .choices = {"path", "size", "name"}},
+                sortArgument(values->order),
             },
             [values](const Context& context) { exportChanges(context, *values); }};
 }

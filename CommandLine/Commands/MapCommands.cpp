@@ -1,4 +1,5 @@
 #include "CommandLine/Commands/Commands.h"
+#include "CommandLine/Commands/CommonArguments.h"
 #include "CommandLine/Commands/Describe.h"
 #include "CommandLine/Commands/JSONDocuments.h"
 #include "CommandLine/Commands/NamedComparison.h"
@@ -116,11 +117,7 @@ Command command(std::string name, std::string description, void (*action)(const 
          .description = "Its ID or its older backup; without TO, or at all, as in `tally compare`",
          .value = &values->name,
          .isOptional = true},
-        {.name = "TO",
-         .description = "The newer backup",
-         .value = &values->to,
-         .type = "BACKUP",
-         .isOptional = true},
+        newerBackupArgument(values->to),
     };
     if (isOfFolder) {
         arguments.push_back({"--path", "The folder whose items to show (/)", &values->path, "FOLDER"});

@@ -1,4 +1,4 @@
-// The orders in which the rows of a comparison are listed. The raw values are names of columns and arguments.
+// The orders in which the rows of a comparison are listed. The raw values are what commands take.
 
 #pragma once
 
