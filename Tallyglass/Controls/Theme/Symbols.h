@@ -1,6 +1,6 @@
 // The symbols of the program: their names in the system, such as "lock.fill", and their outlines, which come
-// from the symbol font that is compiled in. The font isn't installed with the program, since a font of the
-// same family on the user's machine could take its place.
+// from the symbol font that is compiled in. That font isn't registered with the others, since an installed
+// one of the same family could be drawn in its place.
 //
 // Any thread. In QML a symbol is drawn with `Symbol { name: "lock.fill" }`.
 
